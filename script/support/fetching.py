@@ -1,0 +1,21 @@
+"""Everything that has to be on the machine before something is built, run or tested."""
+
+from collections.abc import Sequence
+
+from support import crates, edk2, packages
+from support.storing import locked
+from support.venv import make_venv
+
+SOURCE_PURPOSES = {"build", "native", "bench", "fuzz", "check", "desktop"}
+VENV_PURPOSES = {"native", "system", "check"}
+
+
+def ensure(purposes: Sequence[str]) -> None:
+    """Installs and fetches what the purposes need; quick and without network when all is there."""
+    with locked():
+        packages.install(purposes)
+        if SOURCE_PURPOSES & set(purposes):
+            edk2.fetch()
+            crates.fetch()
+    if VENV_PURPOSES & set(purposes):
+        make_venv()

@@ -1,0 +1,63 @@
+"""Where things are: the clone, its build output, the shared cache and what was fetched into it."""
+
+import os
+from pathlib import Path
+
+CLONE = Path(__file__).resolve().parents[2]
+BUILD = CLONE / "build"
+
+# The three font faces in the order in which a host hands them over. Face 1 is the one that every
+# other face falls back to, so it is the one with the East Asian glyphs.
+FONT_FILES = (
+    Path("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"),
+    Path("/usr/share/fonts/truetype/droid/DroidSansFallbackFull.ttf"),
+    Path("/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf"),
+)
+
+
+def cache() -> Path:
+    """The folder that all clones share; created when missing."""
+    base = os.environ.get("XDG_CACHE_HOME", "")
+    # The XDG rules say to ignore a relative path.
+    root = Path(base) if os.path.isabs(base) else Path.home() / ".cache"
+    folder = root / "boardscope"
+    folder.mkdir(parents=True, exist_ok=True)
+    return folder
+
+
+def override(name: str) -> Path | None:
+    """The local tree that an environment variable puts in place of a fetched one."""
+    value = os.environ.get(name, "")
+    return Path(value).expanduser().resolve() if value else None
+
+
+def edk2_dir() -> Path:
+    """The EDK2 source tree, with BaseTools built."""
+    return override("EDK2_DIR") or cache() / "edk2"
+
+
+def lvgl_dir() -> Path:
+    """LVGL with the widened image header."""
+    return override("LVGL_DIR") or cache() / "lvgl"
+
+
+def freetype_dir() -> Path:
+    """The FreeType source tree."""
+    return override("FREETYPE_DIR") or cache() / "freetype"
+
+
+def venv_dir() -> Path:
+    """The Python environment that tests and checks run in."""
+    return cache() / "venv"
+
+
+def all_paths() -> dict[str, str]:
+    """The paths that CMake and other scripts ask for, by name."""
+    paths = {
+        "EDK2_DIR": edk2_dir(),
+        "LVGL_DIR": lvgl_dir(),
+        "FREETYPE_DIR": freetype_dir(),
+        "VENV_DIR": venv_dir(),
+    }
+    fonts = {f"FONT_FILE_{index}": path for index, path in enumerate(FONT_FILES)}
+    return {name: str(path) for name, path in (paths | fonts).items()}

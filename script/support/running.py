@@ -1,0 +1,63 @@
+"""Running other programs: quiet while they succeed, with their last words when they fail."""
+
+import os
+import subprocess
+import sys
+import tempfile
+import time
+from collections.abc import Mapping, Sequence
+from pathlib import Path
+
+from support.failure import Failure
+
+HEARTBEAT_SECONDS = 10.0
+LAST_LINES = 30
+
+
+def say(text: str) -> None:
+    """Prints one progress line at once."""
+    print(f"-- {text}", flush=True)
+
+
+def run(
+    what: str,
+    command: Sequence[str | Path],
+    cwd: Path | None = None,
+    environment: Mapping[str, str] | None = None,
+    hint: str = "",
+) -> str:
+    """Runs a command, with a sign of life every few seconds; returns what it printed."""
+    say(what)
+    with tempfile.TemporaryFile() as output:
+        try:
+            process = subprocess.Popen(
+                [str(part) for part in command],
+                cwd=cwd,
+                env={**os.environ, **(environment or {})},
+                stdin=subprocess.DEVNULL,
+                stdout=output,
+                stderr=subprocess.STDOUT,
+            )
+        except FileNotFoundError as error:
+            raise Failure(f"{what}: there is no program {command[0]}. {hint}".strip()) from error
+        _wait(process, what)
+        output.seek(0)
+        text = output.read().decode("utf-8", errors="replace")
+    if process.returncode != 0:
+        print("\n".join(text.splitlines()[-LAST_LINES:]), file=sys.stderr)
+        raise Failure(f"{what}: failed with exit code {process.returncode}. {hint}".strip())
+    return text
+
+
+def _wait(process: subprocess.Popen[bytes], what: str) -> None:
+    start = time.monotonic()
+    while True:
+        try:
+            process.wait(HEARTBEAT_SECONDS)
+            return
+        except subprocess.TimeoutExpired:
+            say(f"{what} ({time.monotonic() - start:.0f} s so far)")
+        except BaseException:
+            process.terminate()
+            process.wait()
+            raise
