@@ -1,0 +1,23 @@
+/** @file
+  What happens when LVGL cannot go on. LVGL's own handler loops for ever, which on a firmware
+  screen means the power button.
+**/
+
+#ifndef BOARDSCOPE_LVGL_FAILURE_H
+#define BOARDSCOPE_LVGL_FAILURE_H
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/// Logs the place in LVGL where a check failed and ends the application through its shut-down
+/// sequence.
+/// @param File  name of LVGL's source file without its folder; never NULL
+/// @param Line  line in that file
+__attribute__((noreturn)) void BoardscopeLvglFailure(const char *File, int Line);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

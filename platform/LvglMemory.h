@@ -1,0 +1,30 @@
+/** @file
+  The three functions through which LVGL, lodepng included, takes and returns all of its memory.
+**/
+
+#ifndef BOARDSCOPE_LVGL_MEMORY_H
+#define BOARDSCOPE_LVGL_MEMORY_H
+
+#include <stddef.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/// LVGL's allocator. The display port sets all three before it calls lv_init; none may be NULL then.
+typedef struct LvglMemory {
+  /// Returns Size bytes, which the caller owns, or NULL when there are none.
+  void *(*Allocate)(size_t Size);
+  /// Gives a block back; NULL is allowed.
+  void (*Free)(void *Block);
+  /// Returns the block with Size bytes, moved where needed, or NULL, and then Block stays as it was.
+  void *(*Reallocate)(void *Block, size_t Size);
+} LvglMemory;
+
+extern LvglMemory gLvglMemory;
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif
