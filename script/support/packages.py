@@ -10,7 +10,7 @@ from support.running import run, say
 
 FIRMWARE = ("acpica-tools", "dpkg-dev", "g++", "gcc", "make", "nasm", "uuid-dev")
 PYTHON = ("python3-pip", "python3-venv")
-FONTS = ("fonts-dejavu-core", "fonts-droid-fallback", "fonts-liberation")
+FONTS = ("fonts-droid-fallback", "fonts-open-sans")
 NATIVE = ("ccache", "cmake", "g++", "gcc", "libgmock-dev", "libgtest-dev", "nasm", "ninja-build")
 
 PACKAGES: dict[str, tuple[str, ...]] = {
@@ -37,8 +37,8 @@ PACKAGES: dict[str, tuple[str, ...]] = {
     "check": ("clang", "clang-format", "clang-tidy", *PYTHON),
     # The view in a desktop window, against the fake firmware.
     "desktop": (*NATIVE, "libsdl2-dev"),
-    # Regenerating the committed pictures.
-    "art": ("librsvg2-bin", "povray"),
+    # Regenerating the committed pictures and the built-in font.
+    "art": ("fonts-dejavu-core", "fonts-noto-core", "librsvg2-bin", "nodejs", "npm", "povray"),
 }
 
 

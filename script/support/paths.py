@@ -6,12 +6,12 @@ from pathlib import Path
 CLONE = Path(__file__).resolve().parents[2]
 BUILD = CLONE / "build"
 
-# The three font faces in the order in which a host hands them over. Face 1 is the one that every
-# other face falls back to, so it is the one with the East Asian glyphs.
+# The three font faces in the order in which a host hands them over. Face 1 is the one that the
+# other two fall back to: it has the East Asian glyphs, but no Latin ones.
 FONT_FILES = (
-    Path("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"),
+    Path("/usr/share/fonts/truetype/open-sans/OpenSans-Regular.ttf"),
     Path("/usr/share/fonts/truetype/droid/DroidSansFallbackFull.ttf"),
-    Path("/usr/share/fonts/truetype/liberation/LiberationSans-Regular.ttf"),
+    Path("/usr/share/fonts/truetype/open-sans/OpenSans-Bold.ttf"),
 )
 
 
