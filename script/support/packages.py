@@ -38,7 +38,7 @@ PACKAGES: dict[str, tuple[str, ...]] = {
     # The view in a desktop window, against the fake firmware.
     "desktop": (*NATIVE, "libsdl2-dev"),
     # Regenerating the committed pictures and the built-in font.
-    "art": ("fonts-dejavu-core", "fonts-noto-core", "librsvg2-bin", "nodejs", "npm", "povray"),
+    "art": ("fonts-dejavu-core", "fonts-noto-core", "librsvg2-bin", "povray"),
 }
 
 
