@@ -1,0 +1,36 @@
+#include "test/firmware/ConsoleInput.h"
+
+#include "test/firmware/Call.h"
+
+namespace fake {
+
+ConsoleInput::ConsoleInput() : door_{{&ResetDoor, &ReadDoor, nullptr}, this} {}
+
+EFI_STATUS EFIAPI ConsoleInput::ResetDoor(EFI_SIMPLE_TEXT_INPUT_PROTOCOL *protocol,
+                                          BOOLEAN extended) {
+  ConsoleInput *self = reinterpret_cast<Door *>(protocol)->Self;
+  Call call(Service::ConInReset, self, extended);
+  return call.Run([&] {
+    self->keys_.clear();
+    return EFI_SUCCESS;
+  });
+}
+
+EFI_STATUS EFIAPI ConsoleInput::ReadDoor(EFI_SIMPLE_TEXT_INPUT_PROTOCOL *protocol,
+                                         EFI_INPUT_KEY *key) {
+  ConsoleInput *self = reinterpret_cast<Door *>(protocol)->Self;
+  Call call(Service::ConInReadKeyStroke, self);
+  return call.Run([&]() -> EFI_STATUS {
+    if (key == nullptr) {
+      return EFI_INVALID_PARAMETER;
+    }
+    if (self->keys_.empty()) {
+      return EFI_NOT_READY;
+    }
+    *key = self->keys_.front();
+    self->keys_.pop_front();
+    return EFI_SUCCESS;
+  });
+}
+
+}  // namespace fake
