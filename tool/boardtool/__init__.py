@@ -1,0 +1,1 @@
+"""Checks board descriptions and turns them into the binary that the host reads."""

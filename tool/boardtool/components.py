@@ -1,0 +1,105 @@
+"""The components of a description."""
+
+from boardtool import limits
+from boardtool.cursor import Cursor, suggestion
+from boardtool.fields import read_name, read_outline, read_panel_text, read_point, read_points
+from boardtool.model import Component, InfoLine, Point
+
+REQUIRED = ("name", "category", "outline", "leader", "callout", "marker")
+OPTIONAL = ("align", "token", "selectable", "special_group", "style", "status", "info")
+
+
+def read_components(
+    cursor: Cursor | None, picture_size: Point, style_names: list[str]
+) -> tuple[Component, ...]:
+    """All components; problems are reported, and whoever asks must look for them."""
+    items = (cursor.items() if cursor else None) or []
+    if cursor is not None and len(items) > limits.COMPONENTS:
+        cursor.report(f"{len(items)} components, at most {limits.COMPONENTS} are allowed")
+    components: list[Component] = []
+    lines: dict[str, int] = {}
+    for item in items:
+        component = _read_component(item, picture_size, style_names)
+        if component is None:
+            continue
+        if component.name in lines:
+            first = lines[component.name]
+            item.report(f"the name {component.name!r} is taken by the component in line {first}")
+        lines.setdefault(component.name, item.line)
+        components.append(component)
+    return tuple(components)
+
+
+def _read_component(
+    cursor: Cursor, picture_size: Point, style_names: list[str]
+) -> Component | None:
+    fields = cursor.fields(REQUIRED, OPTIONAL)
+    if any(name not in fields for name in REQUIRED):
+        return None
+    name = read_name(fields["name"])
+    category = fields["category"].choice(limits.CATEGORIES)
+    outline = read_outline(fields["outline"], picture_size)
+    leader = read_points(
+        fields["leader"], picture_size, 1, limits.LEADER_POINTS_MAX, "leader points"
+    )
+    callout = fields["callout"].choice(limits.CALLOUT_SIDES)
+    marker = read_point(fields["marker"], picture_size)
+    align = _choice(fields, "align", limits.ALIGNMENTS, "center")
+    status = _choice(fields, "status", limits.STATUSES, "available")
+    token = fields["token"].integer(0, limits.WORD) if "token" in fields else 0
+    selectable = fields["selectable"].boolean() if "selectable" in fields else True
+    special = fields["special_group"].boolean() if "special_group" in fields else False
+    style = _read_style_choice(cursor, fields.get("style"), style_names)
+    info = _read_info(fields.get("info"))
+    if name is None:
+        return None
+    return Component(
+        name=name,
+        category=category or 0,
+        outline=outline,
+        leader=leader,
+        callout=callout or 0,
+        align=align or 0,
+        marker=marker or (0, 0),
+        token=token or 0,
+        selectable=bool(selectable),
+        special_group=bool(special),
+        style=style,
+        status=status or 0,
+        info=info,
+    )
+
+
+def _choice(
+    fields: dict[str, Cursor], name: str, values: dict[str, int], default: str
+) -> int | None:
+    return fields[name].choice(values) if name in fields else values[default]
+
+
+def _read_style_choice(component: Cursor, cursor: Cursor | None, names: list[str]) -> int:
+    if cursor is None:
+        if not names:
+            component.report("there is no style for it; describe one under 'styles'")
+        return 0
+    name = cursor.text(limits.WORD)
+    if name is None:
+        return 0
+    if name not in names:
+        cursor.report(f"there is no style {name!r}{suggestion(name, names) if names else ''}")
+        return 0
+    return names.index(name)
+
+
+def _read_info(cursor: Cursor | None) -> tuple[InfoLine, ...]:
+    items = (cursor.items() if cursor else None) or []
+    if cursor is not None and len(items) > limits.INFO_LINES:
+        cursor.report(f"{len(items)} lines, at most {limits.INFO_LINES} are allowed")
+    return tuple(_read_info_line(item) for item in items)
+
+
+def _read_info_line(cursor: Cursor) -> InfoLine:
+    fields = cursor.fields(("value",), ("kind", "label"))
+    kind = _choice(fields, "kind", limits.INFO_KINDS, "description")
+    label = read_panel_text(fields["label"], limits.LABEL) if "label" in fields else ""
+    value = read_panel_text(fields["value"], limits.VALUE) if "value" in fields else ""
+    return InfoLine(kind or 0, label or "", value or "")
