@@ -190,6 +190,24 @@ class Machine:
         )
         os.replace(part, picture)
 
+    def still_picture(self, output: int = 0, timeout: float = 30.0) -> bytes:
+        """Wait until an output shows the same twice in a row, and not one plain colour; as PPM."""
+        before = b""
+        deadline = time.monotonic() + timeout
+        while True:
+            picture = self._picture(output)
+            if picture == before and not _is_plain(picture):
+                return picture
+            if time.monotonic() > deadline:
+                raise MachineError(f"Output {output} did not come to rest in {timeout:.0f} seconds.")
+            before = picture
+            time.sleep(0.3)
+
+    def _picture(self, output: int) -> bytes:
+        dump = self._private / "screen.ppm"
+        self.qmp.command("screendump", filename=str(dump), device=f"video{output}", format="ppm")
+        return dump.read_bytes()
+
     def _qemu_said(self) -> str:
         said = self._qemu_log.read_text(errors="replace").strip()
         return f"QEMU said: {said}" if said else "QEMU said nothing."
@@ -247,3 +265,8 @@ def _drive(interface: str, file: Path, *more: str) -> list[str]:
 def _escape(path: Path) -> str:
     """A path inside a QEMU option list, where a comma is written twice."""
     return str(path).replace(",", ",,")
+
+
+def _is_plain(picture: bytes) -> bool:
+    pixels = picture.split(b"\n", 3)[3]
+    return pixels == pixels[:3] * (len(pixels) // 3)

@@ -4,6 +4,7 @@ from __future__ import annotations
 
 import re
 import socket
+import threading
 import time
 from collections.abc import Callable
 from types import TracebackType
@@ -21,8 +22,11 @@ class Shell:
         self._machine = machine
         self._socket = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
         self._socket.connect(str(machine.console_socket))
-        self._socket.settimeout(0.2)
         self._output = b""
+        # Read at once, always: each unread byte takes a whole packet of the socket's buffer, and
+        # the machine stands still when that is full.
+        self._reader = threading.Thread(target=self._read, daemon=True)
+        self._reader.start()
 
     def __enter__(self) -> Shell:
         return self
@@ -33,6 +37,8 @@ class Shell:
         error: BaseException | None,
         trace: TracebackType | None,
     ) -> None:
+        self._socket.shutdown(socket.SHUT_RDWR)
+        self._reader.join()
         self._socket.close()
 
     def run(self, command: str, timeout: float = 60.0) -> str:
@@ -62,7 +68,8 @@ class Shell:
             if time.monotonic() > deadline or not self._machine.running:
                 shown = text[-400:].decode(errors="replace")
                 raise MachineError(f"The shell did not show its {what}. It showed: {shown}")
-            try:
-                self._output += self._socket.recv(65536)
-            except TimeoutError:
-                continue
+            time.sleep(0.02)
+
+    def _read(self) -> None:
+        while block := self._socket.recv(65536):
+            self._output += block

@@ -1,0 +1,77 @@
+#include "ProbeHost.h"
+
+namespace {
+
+constexpr double kPictureShare = 0.75;
+
+OBV_PROTOCOL *FindHost() {
+  EFI_GUID guid = OBV_PROTOCOL_GUID;
+  void *host = nullptr;
+  EFI_STATUS status = gBS->LocateProtocol(&guid, nullptr, &host);
+  return EFI_ERROR(status) ? nullptr : static_cast<OBV_PROTOCOL *>(host);
+}
+
+void PrintComponent(const OBV_COMPONENT &component, UINTN index) {
+  Print(Ucs2(u"component %d %d %d %d %d %s\n"), index,
+        static_cast<UINTN>(component.Type), static_cast<UINTN>(component.SearchTokenId),
+        static_cast<UINTN>(component.NotSelectable == 0),
+        static_cast<UINTN>(component.CalloutSide), component.Name);
+  Print(Ucs2(u"outline"));
+  for (UINTN i = 0; i < component.HotspotVertexCount && i < OBV_VERTEX_CAPACITY; i++) {
+    Print(Ucs2(u" %d,%d"), static_cast<UINTN>(component.HotspotVertices[i].X),
+          static_cast<UINTN>(component.HotspotVertices[i].Y));
+  }
+  Print(Ucs2(u"\nleader"));
+  for (UINTN i = 0; i < component.LeaderPointCount && i < OBV_LEADER_POINT_CAPACITY; i++) {
+    Print(Ucs2(u" %d,%d"), static_cast<INTN>(component.LeaderPoints[i].X),
+          static_cast<INTN>(component.LeaderPoints[i].Y));
+  }
+  Print(Ucs2(u"\n"));
+}
+
+}  // namespace
+
+EFI_STATUS ForgetSavedState() {
+  OBV_PROTOCOL *host = FindHost();
+  if (host == nullptr) {
+    return EFI_NOT_FOUND;
+  }
+  OBV_SHARED_STATE *shared = host->SharedState;
+  shared->UiStateSaved = 0;
+  shared->FocusIndex = 0;
+  shared->SelectedCategory = 0;
+  shared->PointerX = 0;
+  shared->PointerY = 0;
+  return EFI_SUCCESS;
+}
+
+EFI_STATUS RestoreAllOutputs(bool all) {
+  OBV_PROTOCOL *host = FindHost();
+  if (host == nullptr) {
+    return EFI_NOT_FOUND;
+  }
+  host->SharedState->RestoreAllOutputsA = all ? 1 : 0;
+  return EFI_SUCCESS;
+}
+
+EFI_STATUS ListComponents(UINTN width, UINTN height, UINTN pictureWidth, UINTN pictureHeight) {
+  OBV_PROTOCOL *host = FindHost();
+  if (host == nullptr) {
+    return EFI_NOT_FOUND;
+  }
+  // The one layout that is not a pure reduction has factors of its own.
+  bool small = width == 1024 && height == 768;
+  double scaleX = small ? 0.7 : static_cast<double>(width) / 1920.0;
+  double scaleY = small ? 0.8 : static_cast<double>(height) / 1080.0;
+  OBV_COMPONENT *components = nullptr;
+  EFI_STATUS status = host->ParseComponents(
+      host, &components, static_cast<UINT16>(pictureHeight), static_cast<UINT16>(pictureWidth),
+      static_cast<UINT16>(height), static_cast<UINT16>(width), kPictureShare, scaleX, scaleY);
+  if (EFI_ERROR(status)) {
+    return status;
+  }
+  for (UINTN i = 0; i < host->SharedState->ComponentCount; i++) {
+    PrintComponent(components[i], i);
+  }
+  return EFI_SUCCESS;
+}

@@ -1,0 +1,19 @@
+/** @file
+  What the host shares with the application, seen and reset from outside.
+**/
+
+#pragma once
+
+#include "ProbeFirmware.h"
+
+/// Puts the hand-over fields back to what they are before the first run.
+[[nodiscard]] EFI_STATUS ForgetSavedState();
+
+/// Sets whether the setup screen comes back on every output or on one.
+[[nodiscard]] EFI_STATUS RestoreAllOutputs(bool all);
+
+/// Prints the components as the host describes them for a view of this size:
+/// "component INDEX TYPE TOKEN SELECTABLE SIDE NAME", then one line with its
+/// outline, "outline X,Y X,Y ...", and one with its leader line, "leader ...".
+[[nodiscard]] EFI_STATUS ListComponents(UINTN width, UINTN height, UINTN pictureWidth,
+                                        UINTN pictureHeight);

@@ -1,0 +1,80 @@
+/** @file
+  The probe's commands, given as the shell's arguments.
+**/
+
+#include "ProbeFirmware.h"
+#include "ProbeHost.h"
+#include "ProbeScreens.h"
+
+namespace {
+
+constexpr UINTN kMaxArguments = 5;
+
+struct Arguments {
+  UINTN Count;
+  const CHAR16 *Texts[kMaxArguments];
+};
+
+Arguments ReadArguments(EFI_HANDLE image) {
+  Arguments arguments = {};
+  void *found = nullptr;
+  EFI_STATUS status = gBS->HandleProtocol(image, &gEfiShellParametersProtocolGuid, &found);
+  if (EFI_ERROR(status)) {
+    return arguments;
+  }
+  auto *shell = static_cast<EFI_SHELL_PARAMETERS_PROTOCOL *>(found);
+  // The first is the program itself.
+  for (UINTN i = 1; i < shell->Argc && arguments.Count < kMaxArguments; i++) {
+    arguments.Texts[arguments.Count] = shell->Argv[i];
+    arguments.Count++;
+  }
+  return arguments;
+}
+
+bool Is(const Arguments &arguments, const char16_t *command, UINTN count) {
+  return arguments.Count == count && StrCmp(arguments.Texts[0], Ucs2(command)) == 0;
+}
+
+UINTN Number(const Arguments &arguments, UINTN index) {
+  return StrDecimalToUintn(arguments.Texts[index]);
+}
+
+/// Waits for one key without writing anything to the console.
+EFI_STATUS WaitForKey() {
+  UINTN index = 0;
+  EFI_STATUS status = gBS->WaitForEvent(1, &gST->ConIn->WaitForKey, &index);
+  if (EFI_ERROR(status)) {
+    return status;
+  }
+  EFI_INPUT_KEY key = {};
+  return gST->ConIn->ReadKeyStroke(gST->ConIn, &key);
+}
+
+EFI_STATUS Execute(const Arguments &arguments) {
+  if (Is(arguments, u"show", 3)) {
+    return ShowSetupScreen(Number(arguments, 1), Number(arguments, 2));
+  }
+  if (Is(arguments, u"outputs", 1)) {
+    return ListOutputs();
+  }
+  if (Is(arguments, u"wait", 1)) {
+    return WaitForKey();
+  }
+  if (Is(arguments, u"forget", 1)) {
+    return ForgetSavedState();
+  }
+  if (Is(arguments, u"restore-all", 2)) {
+    return RestoreAllOutputs(Number(arguments, 1) != 0);
+  }
+  if (Is(arguments, u"components", 5)) {
+    return ListComponents(Number(arguments, 1), Number(arguments, 2), Number(arguments, 3),
+                          Number(arguments, 4));
+  }
+  return EFI_INVALID_PARAMETER;
+}
+
+}  // namespace
+
+extern "C" EFI_STATUS EFIAPI SystemProbeEntryPoint(EFI_HANDLE image, EFI_SYSTEM_TABLE *) {
+  return Execute(ReadArguments(image));
+}
