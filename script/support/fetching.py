@@ -3,6 +3,7 @@
 from collections.abc import Sequence
 
 from support import crates, edk2, packages
+from support.linking import link_dependencies
 from support.storing import locked
 from support.venv import make_venv
 
@@ -17,5 +18,6 @@ def ensure(purposes: Sequence[str]) -> None:
         if SOURCE_PURPOSES & set(purposes):
             edk2.fetch()
             crates.fetch()
+            link_dependencies()
     if VENV_PURPOSES & set(purposes):
         make_venv()

@@ -1,0 +1,98 @@
+"""Building the EFI files with EDK2."""
+
+import os
+import re
+import shutil
+from pathlib import Path
+
+from support import paths
+from support.failure import Failure
+from support.linking import link
+from support.running import run, say
+
+TOOLCHAIN = "GCC5"
+IMAGES = ("Boardscope", "ObvHost", "UsbMouseDxe", "UsbMouseAbsolutePointerDxe")
+
+# Who takes the tables first matters: the later ones use the earlier ones. This order is part of
+# what the application promises.
+CONSTRUCTORS = (
+    "UefiBootServicesTableLibConstructor",
+    "UefiRuntimeServicesTableLibConstructor",
+    "UefiLibConstructor",
+    "HobLibConstructor",
+    "UefiHiiServicesLibConstructor",
+)
+
+
+def build(target: str) -> None:
+    """Builds everything in the DSC; target is DEBUG or RELEASE."""
+    workspace = make_workspace()
+    edk2 = paths.edk2_dir()
+    tools = edk2 / "BaseTools"
+    environment = {
+        "WORKSPACE": str(workspace),
+        "PACKAGES_PATH": str(edk2),
+        "EDK_TOOLS_PATH": str(tools),
+        "CONF_PATH": str(workspace / "Conf"),
+        "PYTHON_COMMAND": "python3",
+        "PATH": f"{tools / 'BinWrappers' / 'PosixLike'}:{os.environ['PATH']}",
+    }
+    command = ["build", "-p", "Boardscope/Boardscope.dsc", "-a", "X64", "-t", TOOLCHAIN]
+    command += ["-b", target, "-n", str(os.cpu_count() or 1), "-s"]
+    if os.environ.get("NOHOST"): command += ["-D", "WITH_HOST=FALSE"]
+    run(f"Building the EFI files ({target})", command, cwd=workspace, environment=environment)
+    output = workspace / "Build" / "Boardscope" / f"{target}_{TOOLCHAIN}" / "X64"
+    check_constructors(output)
+    check_headers(output)
+    collect(output, target)
+
+
+def make_workspace() -> Path:
+    """The folder that EDK2 sees: the clone by the package's name, and the tools' settings."""
+    workspace = paths.BUILD / "workspace"
+    conf = workspace / "Conf"
+    conf.mkdir(parents=True, exist_ok=True)
+    link(workspace / "Boardscope", paths.CLONE)
+    templates = paths.edk2_dir() / "BaseTools" / "Conf"
+    for name in ("build_rule", "target", "tools_def"):
+        template = templates / f"{name}.template"
+        settings = conf / f"{name}.txt"
+        if not settings.exists() or settings.read_bytes() != template.read_bytes():
+            shutil.copyfile(template, settings)
+    return workspace
+
+
+def check_constructors(output: Path) -> None:
+    """Compares the order in which EDK2 calls the libraries' constructors with the promised one."""
+    autogen = output / "Boardscope" / "Boardscope" / "DEBUG" / "AutoGen.c"
+    body = autogen.read_text().split("ProcessLibraryConstructorList", 1)[1]
+    body = body.split("ProcessLibraryDestructorList", 1)[0]
+    found = tuple(re.findall(r"Status = (\w+Constructor) \(", body))
+    if found != CONSTRUCTORS:
+        raise Failure(
+            "EDK2 calls the library constructors of the application in another order than "
+            f"promised. Expected: {', '.join(CONSTRUCTORS)}. Found: {', '.join(found)}. Look at "
+            "the library classes in Boardscope.inf and Boardscope.dsc."
+        )
+
+
+def check_headers(output: Path) -> None:
+    """Makes sure that no header of this machine's C library slipped into the firmware."""
+    for dependencies in (output / "Boardscope").rglob("*.deps"):
+        strays = re.findall(r"/usr/include/\S+", dependencies.read_text())
+        if strays:
+            raise Failure(
+                f"{dependencies.stem} includes {strays[0]}, a header of this machine's C library. "
+                "Firmware code takes the headers under app/libc/include."
+            )
+
+
+def collect(output: Path, target: str) -> None:
+    """Puts the images where people look for them."""
+    folder = paths.BUILD / target
+    folder.mkdir(exist_ok=True)
+    for name in IMAGES:
+        shutil.copy2(output / f"{name}.efi", folder / f"{name}.efi")
+    size = (folder / "Boardscope.efi").stat().st_size
+    say(f"build/{target}: {', '.join(f'{name}.efi' for name in IMAGES)}")
+    say(f"build/{target}/Boardscope.efi has {size:,} bytes")
