@@ -48,7 +48,7 @@ UINTN AtLeastOne(UINTN count) { return count == 0 ? 1 : count; }
 void AdoptBoard(Host *host, const Board &board, BoardStyle *styles, OBV_COMPONENT *components) {
   Free(*host, host->Styles);
   Free(*host, host->Components);
-  host->ActiveBoard = board;
+  CopyMem(&host->ActiveBoard, &board, sizeof(board));
   host->Styles = styles;
   host->Components = components;
   for (UINTN i = 0; i < board.Header.StyleCount; i++) {
