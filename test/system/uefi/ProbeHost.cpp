@@ -3,6 +3,31 @@
 namespace {
 
 constexpr double kPictureShare = 0.75;
+constexpr UINTN kPngWidthOffset = 16;   // in the header that opens each PNG file
+constexpr UINTN kPngHeightOffset = 20;  // both big-endian
+constexpr UINTN kPngHeaderSize = 24;
+
+struct PictureSize {
+  UINT16 Width;
+  UINT16 Height;
+};
+
+EFI_STATUS ReadPictureSize(OBV_PROTOCOL *host, PictureSize *picture) {
+  void *data = nullptr;
+  UINTN size = 0;
+  EFI_STATUS status = host->GetResourceData(host, &data, &size);
+  if (EFI_ERROR(status)) {
+    return status;
+  }
+  if (size < kPngHeaderSize) {
+    return EFI_VOLUME_CORRUPTED;
+  }
+  const UINT8 *bytes = static_cast<const UINT8 *>(data);
+  picture->Width = static_cast<UINT16>(bytes[kPngWidthOffset + 2] << 8 | bytes[kPngWidthOffset + 3]);
+  picture->Height =
+      static_cast<UINT16>(bytes[kPngHeightOffset + 2] << 8 | bytes[kPngHeightOffset + 3]);
+  return EFI_SUCCESS;
+}
 
 OBV_PROTOCOL *FindHost() {
   EFI_GUID guid = OBV_PROTOCOL_GUID;
@@ -54,19 +79,24 @@ EFI_STATUS RestoreAllOutputs(bool all) {
   return EFI_SUCCESS;
 }
 
-EFI_STATUS ListComponents(UINTN width, UINTN height, UINTN pictureWidth, UINTN pictureHeight) {
+EFI_STATUS ListComponents(UINTN width, UINTN height) {
   OBV_PROTOCOL *host = FindHost();
   if (host == nullptr) {
     return EFI_NOT_FOUND;
+  }
+  PictureSize picture = {};
+  EFI_STATUS status = ReadPictureSize(host, &picture);
+  if (EFI_ERROR(status)) {
+    return status;
   }
   // The one layout that is not a pure reduction has factors of its own.
   bool small = width == 1024 && height == 768;
   double scaleX = small ? 0.7 : static_cast<double>(width) / 1920.0;
   double scaleY = small ? 0.8 : static_cast<double>(height) / 1080.0;
   OBV_COMPONENT *components = nullptr;
-  EFI_STATUS status = host->ParseComponents(
-      host, &components, static_cast<UINT16>(pictureHeight), static_cast<UINT16>(pictureWidth),
-      static_cast<UINT16>(height), static_cast<UINT16>(width), kPictureShare, scaleX, scaleY);
+  status = host->ParseComponents(host, &components, picture.Height, picture.Width,
+                                 static_cast<UINT16>(height), static_cast<UINT16>(width),
+                                 kPictureShare, scaleX, scaleY);
   if (EFI_ERROR(status)) {
     return status;
   }

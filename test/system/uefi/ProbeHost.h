@@ -15,5 +15,4 @@
 /// Prints the components as the host describes them for a view of this size:
 /// "component INDEX TYPE TOKEN SELECTABLE SIDE NAME", then one line with its
 /// outline, "outline X,Y X,Y ...", and one with its leader line, "leader ...".
-[[nodiscard]] EFI_STATUS ListComponents(UINTN width, UINTN height, UINTN pictureWidth,
-                                        UINTN pictureHeight);
+[[nodiscard]] EFI_STATUS ListComponents(UINTN width, UINTN height);

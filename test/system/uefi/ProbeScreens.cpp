@@ -37,18 +37,26 @@ UINTN FindMode(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop, UINTN width, UINTN height) {
   return kNoMode;
 }
 
-/// A row in which every pixel differs from its neighbours and from the same
-/// pixel of other rows and outputs, so that a shifted or foreign copy is seen.
-void FillRow(EFI_GRAPHICS_OUTPUT_BLT_PIXEL *row, UINTN width, UINTN y, UINTN output) {
+EFI_STATUS SwitchTo(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop, UINTN width, UINTN height) {
+  UINTN mode = gop == nullptr ? kNoMode : FindMode(gop, width, height);
+  if (mode == kNoMode) {
+    return EFI_UNSUPPORTED;
+  }
+  return mode == gop->Mode->Mode ? EFI_SUCCESS : gop->SetMode(gop, static_cast<UINT32>(mode));
+}
+
+/// A row in which every pixel differs from its neighbours and from those of
+/// other rows, so that a shifted copy is seen.
+void FillRow(EFI_GRAPHICS_OUTPUT_BLT_PIXEL *row, UINTN width, UINTN y) {
   for (UINTN x = 0; x < width; x++) {
     row[x].Blue = static_cast<UINT8>(x + y * 3);
     row[x].Green = static_cast<UINT8>((x >> 3) ^ y);
-    row[x].Red = static_cast<UINT8>(output * 64 + (x * y >> 8));
+    row[x].Red = static_cast<UINT8>(x * y >> 8);
     row[x].Reserved = 0;
   }
 }
 
-EFI_STATUS Paint(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop, UINTN output) {
+EFI_STATUS Paint(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
   UINTN width = gop->Mode->Info->HorizontalResolution;
   UINTN height = gop->Mode->Info->VerticalResolution;
   void *row = nullptr;
@@ -59,19 +67,25 @@ EFI_STATUS Paint(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop, UINTN output) {
   }
   auto *pixels = static_cast<EFI_GRAPHICS_OUTPUT_BLT_PIXEL *>(row);
   for (UINTN y = 0; y < height && !EFI_ERROR(status); y++) {
-    FillRow(pixels, width, y, output);
+    FillRow(pixels, width, y);
     status = gop->Blt(gop, pixels, EfiBltBufferToVideo, 0, 0, 0, y, width, 1, 0);
   }
   gBS->FreePool(row);
   return status;
 }
 
-EFI_STATUS SwitchTo(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop, UINTN width, UINTN height) {
-  UINTN mode = FindMode(gop, width, height);
-  if (mode == kNoMode) {
-    return EFI_UNSUPPORTED;
+void PrintOutput(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop, UINTN index) {
+  Print(Ucs2(u"output %d: %dx%d of"), index,
+        gop->Mode->Info->HorizontalResolution, gop->Mode->Info->VerticalResolution);
+  for (UINT32 mode = 0; mode < gop->Mode->MaxMode; mode++) {
+    EFI_GRAPHICS_OUTPUT_MODE_INFORMATION *info = nullptr;
+    UINTN size = 0;
+    if (!EFI_ERROR(gop->QueryMode(gop, mode, &size, &info))) {
+      Print(Ucs2(u" %dx%d"), info->HorizontalResolution, info->VerticalResolution);
+      gBS->FreePool(info);
+    }
   }
-  return mode == gop->Mode->Mode ? EFI_SUCCESS : gop->SetMode(gop, static_cast<UINT32>(mode));
+  Print(Ucs2(u"\n"));
 }
 
 }  // namespace
@@ -82,19 +96,12 @@ EFI_STATUS ShowSetupScreen(UINTN width, UINTN height) {
   if (EFI_ERROR(status)) {
     return status;
   }
-  // All modes first: the console's own output stands for all others, and switching it clears them.
-  status = EFI_UNSUPPORTED;
-  for (UINTN i = 0; i < outputs.Count; i++) {
-    EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = OutputAt(outputs, i);
-    if (gop != nullptr && !EFI_ERROR(SwitchTo(gop, width, height))) {
-      status = EFI_SUCCESS;
-    }
+  // All modes first: one of the outputs stands for all others, and switching it clears them.
+  for (UINTN i = 0; i < outputs.Count && !EFI_ERROR(status); i++) {
+    status = SwitchTo(OutputAt(outputs, i), width, height);
   }
   for (UINTN i = 0; i < outputs.Count && !EFI_ERROR(status); i++) {
-    EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = OutputAt(outputs, i);
-    if (gop != nullptr && outputs.Handles[i] != gST->ConsoleOutHandle) {
-      status = Paint(gop, i);
-    }
+    status = Paint(OutputAt(outputs, i));
   }
   gBS->FreePool(outputs.Handles);
   return status;
@@ -109,8 +116,7 @@ EFI_STATUS ListOutputs() {
   for (UINTN i = 0; i < outputs.Count; i++) {
     EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = OutputAt(outputs, i);
     if (gop != nullptr) {
-      Print(Ucs2(u"output %d: %dx%d\n"), i, gop->Mode->Info->HorizontalResolution,
-            gop->Mode->Info->VerticalResolution);
+      PrintOutput(gop, i);
     }
   }
   gBS->FreePool(outputs.Handles);

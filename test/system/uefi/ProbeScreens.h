@@ -6,9 +6,9 @@
 
 #include "ProbeFirmware.h"
 
-/// Puts every output that has a mode of this size into it, and paints each with
-/// a picture of its own. EFI_UNSUPPORTED when no output has such a mode.
+/// Puts every output into the mode of this size and paints the same picture on
+/// each, as a setup utility does. Fails when an output has no such mode.
 [[nodiscard]] EFI_STATUS ShowSetupScreen(UINTN width, UINTN height);
 
-/// Prints each output's number and current size, one a line.
+/// Prints each output's number, current size and all its sizes, one output a line.
 [[nodiscard]] EFI_STATUS ListOutputs();

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr UINTN kMaxArguments = 5;
+constexpr UINTN kMaxArguments = 3;
 
 struct Arguments {
   UINTN Count;
@@ -66,9 +66,8 @@ EFI_STATUS Execute(const Arguments &arguments) {
   if (Is(arguments, u"restore-all", 2)) {
     return RestoreAllOutputs(Number(arguments, 1) != 0);
   }
-  if (Is(arguments, u"components", 5)) {
-    return ListComponents(Number(arguments, 1), Number(arguments, 2), Number(arguments, 3),
-                          Number(arguments, 4));
+  if (Is(arguments, u"components", 3)) {
+    return ListComponents(Number(arguments, 1), Number(arguments, 2));
   }
   return EFI_INVALID_PARAMETER;
 }
