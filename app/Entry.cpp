@@ -1,0 +1,142 @@
+#include "app/Entry.h"
+
+#include "app/HostClient.h"
+#include "app/Lifecycle.h"
+#include "app/MemoryPool.h"
+#include "app/UiState.h"
+#include "app/ViewGeometry.h"
+#include "lvgl.h"
+#include "platform/GraphicsOutput.h"
+#include "platform/HotPlug.h"
+#include "platform/LvglGuard.h"
+#include "platform/LvglPort.h"
+#include "resources/ComponentIntake.h"
+#include "view/BoardView.h"
+#include "view/StatusRefresh.h"
+#include "view/SystemSummary.h"
+
+LifecycleState gApp;
+
+namespace {
+
+constexpr CHAR8 kEntryName[] = "VeltBoardscopeAppEntryPoint";
+constexpr UINT32 kRefreshPeriod = 2000;       // ms
+constexpr UINT32 kSlowRefreshPeriod = 10000;  // ms
+
+/// Difference of two host times as the log's "%d" takes it.
+UINT32 Elapsed(UINT64 from, UINT64 to) { return static_cast<UINT32>(to - from); }
+
+void SwitchToViewMode() {
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = gHost.Gop;
+  UINT32 mode = static_cast<UINT32>(gApp.ModeNumber);
+  if (mode != gop->Mode->Mode) {
+    // An output that refuses the mode keeps its own; the view is drawn anyway.
+    (void)gop->SetMode(gop, mode);
+  }
+}
+
+void BuildView() {
+  InitializeLvglPort();
+  BuildBoardView();
+  ReStoreUIState();
+  UINT32 period = gHost.SharedState->SlowRefresh != 0 ? kSlowRefreshPeriod : kRefreshPeriod;
+  lv_timer_create(RefreshStatusTimer, period, nullptr);
+  // Without detection the view runs on the outputs present at the start.
+  (void)InstallDisplayPortHotPlugDetector();
+}
+
+/// A busy loop on purpose: LVGL's timers are its only pacing.
+void RunMainLoop() {
+  while (gApp.ExitRequested == 0) {
+    lv_timer_handler();
+    UINT64 now = HostTime();
+    lv_tick_inc(static_cast<UINT32>(now - gApp.LastTime));
+    gApp.LastTime = now;
+  }
+}
+
+/// Everything that runs inside LVGL; left early when LVGL cannot go on.
+void ShowView() {
+  BuildView();
+  gApp.LastTime = HostTime();
+  LogInfo("[%a] Preparation cost: %dms\n", kEntryName, Elapsed(gApp.StartTime, gApp.LastTime));
+  RunMainLoop();
+}
+
+void FindChosenOption() {
+  if (gHost.SharedState->JumpRequested == 0 || gHost.Protocol->FindBiosOption == nullptr) {
+    return;
+  }
+  UINT64 start = HostTime();
+  gApp.ResultStatus = gHost.Protocol->FindBiosOption(gHost.Protocol);
+  LogInfo("[%a] Find BIOS option cost: %dms\n", kEntryName, Elapsed(start, HostTime()));
+  if (EFI_ERROR(gApp.ResultStatus)) {
+    LogError("[%a] Find BIOS option error: %r.\n", kEntryName, gApp.ResultStatus);
+    gHost.SharedState->JumpRequested = 0;
+  }
+}
+
+/// Hands screen and choice back to the setup. The LVGL objects stay as they
+/// are; the pool's leak report frees them.
+void HandBack() {
+  CloseHotPlugDetector();
+  SaveUiState();
+  FindChosenOption();
+  // Each output that refuses keeps its mode; there is nobody to tell.
+  (void)SetAllGopMode(gApp.PreviousHeight, gApp.PreviousWidth);
+  (void)RecoverScreenContent(gApp.PreviousHeight, gApp.PreviousWidth);
+}
+
+void RunView() {
+  gApp.ResultStatus = GetComponentData();
+  if (EFI_ERROR(gApp.ResultStatus)) {
+    LogError("[%a] Parse resources error: %r.\n", kEntryName, gApp.ResultStatus);
+    return;
+  }
+  ComposeSystemSummary();
+  // Logged by the operation; without a backup the setup redraws its screen.
+  (void)BackupScreenShots(gHost.Gop, &gApp.ScreenBackup);
+  SwitchToViewMode();
+  (void)ClearAllScreen();
+  if (!RunGuardedFromLvgl(ShowView)) {
+    gApp.ResultStatus = EFI_OUT_OF_RESOURCES;
+  }
+  HandBack();
+}
+
+void EndLife(EFI_STATUS resolutionVerdict) {
+  OBV_PROTOCOL *host = gHost.Protocol;
+  UINT64 start = HostTime();
+  if (host->AfterAppLife != nullptr) {
+    (void)host->AfterAppLife(host);
+  }
+  gHost.SharedState->JumpRequested = 0;
+  // At the error level so that it is always recorded.
+  LogError("[%a] AfterAppLife cost: %dms\n", kEntryName, Elapsed(start, HostTime()));
+  if (resolutionVerdict == EFI_UNSUPPORTED && host->UnsupportedResolution != nullptr) {
+    (void)host->UnsupportedResolution(host);
+  }
+  ReportMemoryLeaks();
+  UINT64 seconds = (HostTime() - gApp.StartTime) / 1000;
+  LogError("[%a] User used APP for %ds\n", kEntryName, static_cast<UINT32>(seconds));
+}
+
+}  // namespace
+
+EFI_STATUS EFIAPI VeltBoardscopeAppEntryPoint(EFI_HANDLE, EFI_SYSTEM_TABLE *) {
+  gApp.ResultStatus = InitializeObvProtocol();
+  if (EFI_ERROR(gApp.ResultStatus)) {
+    LogError("[%a] Init error: %r.\n", kEntryName, gApp.ResultStatus);
+    return gApp.ResultStatus;
+  }
+  gApp.StartTime = HostTime();
+  EFI_STATUS verdict = ChooseViewGeometry();
+  if (!EFI_ERROR(verdict)) {
+    LogInfo("current resolution: %d %d\n", gApp.ViewWidth, gApp.ViewHeight);
+    RunView();
+  }
+  EndLife(verdict);
+  // Without a usable mode this is deliberately success: the host learns of it
+  // through its UnsupportedResolution hook alone.
+  return gApp.ResultStatus;
+}

@@ -1,0 +1,13 @@
+/** @file
+  The entry function of the application.
+**/
+
+#pragma once
+
+#include "app/Firmware.h"
+
+/// Shows the board view until the user leaves it and hands screen and choice
+/// back. Returns the status of the first failing start-up step or of the
+/// option search; success also when no display mode suits the view.
+extern "C" EFI_STATUS EFIAPI VeltBoardscopeAppEntryPoint(EFI_HANDLE imageHandle,
+                                                         EFI_SYSTEM_TABLE *systemTable);

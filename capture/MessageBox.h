@@ -1,0 +1,31 @@
+/** @file
+  Modal message boxes over the view.
+
+  Only one is open at a time; the keypad sends it the keys and closes it on Esc.
+**/
+
+#pragma once
+
+#include "app/Firmware.h"
+#include "lvgl.h"
+
+inline constexpr UINT32 kBoxTitleColor = 0xFFFFFFFF;
+inline constexpr UINT32 kBoxTextColor = 0xFFD0D0D0;
+
+/// Opens a box over half the screen. Texts are UTF-8; the button map stays the
+/// caller's and must live as long as the box; colours are 32-bit ARGB. handler
+/// is called with LV_EVENT_VALUE_CHANGED and userData.
+void OpenMessageBox(const CHAR8 *title, const CHAR8 *text, const CHAR8 **buttons,
+                    UINT32 titleColor, UINT32 textColor, lv_event_cb_t handler, void *userData);
+
+/// Gives the open box's buttons their font, size, place and the focus.
+void ArrangeBoxButtons(lv_coord_t width, lv_coord_t height);
+
+/// The font of texts and buttons.
+const lv_font_t *BoxTextFont();
+
+/// Closes the box that sent the event and gives the focus back.
+void CloseMessageBox(lv_event_t *event);
+
+/// Opens a box with one button that closes it.
+void ShowResultBox(const CHAR8 *title, const CHAR8 *text, UINT32 titleColor, UINT32 textColor);

@@ -1,0 +1,58 @@
+#include "platform/FontTable.h"
+
+#include "app/HostClient.h"
+
+FontTableState gFontTable;
+
+namespace {
+
+// The face that stands in for glyphs missing from the others.
+constexpr UINTN kCentralFace = 1;
+
+void LoadFont(UINT16 size, UINT8 face, lv_ft_info_t *font) {
+  CHAR8 *name = nullptr;
+  VOID *file = nullptr;
+  UINTN fileSize = 0;
+  EFI_STATUS status = gHost.Protocol->GetFontData(gHost.Protocol, face, &name, &file, &fileSize);
+  *font = {};
+  font->name = name;
+  font->mem = file;
+  font->mem_size = fileSize;
+  font->weight = size;
+  font->style = FT_FONT_STYLE_NORMAL;
+  // The font engine would take a missing file for the name of one on a disk.
+  bool usable = !EFI_ERROR(status) && name != nullptr && file != nullptr;
+  if (!usable || !lv_ft_font_init(font) || font->font == nullptr) {
+    LogError("[OBV] Font(%a %d) not found, ignore.\n", name, size);
+  }
+}
+
+void LinkFallbacks(lv_ft_info_t *faces) {
+  lv_font_t *central = faces[kCentralFace].font;
+  for (UINTN face = 0; face < kFontFaces; ++face) {
+    if (faces[face].font != nullptr) {
+      faces[face].font->fallback = face == kCentralFace ? LV_FONT_DEFAULT : central;
+    }
+  }
+}
+
+}  // namespace
+
+void LoadFonts() {
+  for (UINT16 size = kFontSizeFirst; size <= kFontSizeLast; ++size) {
+    lv_ft_info_t *faces = &gFontTable.Fonts[(size - kFontSizeFirst) * kFontFaces];
+    for (UINT8 face = 0; face < kFontFaces; ++face) {
+      LoadFont(size, face, &faces[face]);
+    }
+    LinkFallbacks(faces);
+  }
+}
+
+const lv_font_t *GetFont(INT16 size, const CHAR8 *name) {
+  for (const lv_ft_info_t &font : gFontTable.Fonts) {
+    if (font.weight == size && font.font != nullptr && AsciiStrCmp(font.name, name) == 0) {
+      return font.font;
+    }
+  }
+  return LV_FONT_DEFAULT;
+}

@@ -1,0 +1,150 @@
+#include "platform/GraphicsOutput.h"
+
+#include "app/HostClient.h"
+#include "app/Lifecycle.h"
+#include "app/MemoryPool.h"
+
+namespace {
+
+/// Enumerates on behalf of an operation, which logs a failure as its own.
+EFI_STATUS ListOutputs(const CHAR8 *operation, GopList *list) {
+  ZeroMem(list, sizeof(*list));
+  EFI_STATUS status = GetAllGopPrrotocol(list);
+  if (EFI_ERROR(status)) {
+    LogOperationError(operation, status);
+  }
+  return status;
+}
+
+template <typename Visitor>
+void ForEachOutput(const GopList &list, Visitor visit) {
+  for (EFI_GRAPHICS_OUTPUT_PROTOCOL *gop : list.Outputs) {
+    if (gop == nullptr) {
+      return;
+    }
+    visit(gop);
+  }
+}
+
+bool ModeMatches(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop, UINT32 mode, UINT16 height, UINT16 width) {
+  EFI_GRAPHICS_OUTPUT_MODE_INFORMATION *info = nullptr;
+  UINTN size = 0;
+  EFI_STATUS status = gop->QueryMode(gop, mode, &size, &info);
+  if (EFI_ERROR(status) || info == nullptr) {
+    return false;
+  }
+  bool matches = info->VerticalResolution == height && info->HorizontalResolution == width;
+  (void)gBS->FreePool(info);
+  return matches;
+}
+
+}  // namespace
+
+EFI_STATUS GetAllGopPrrotocol(GopList *list) {
+  UINTN handleCount = 0;
+  EFI_HANDLE *handles = nullptr;
+  EFI_STATUS status = gBS->LocateHandleBuffer(ByProtocol, &gEfiGraphicsOutputProtocolGuid, nullptr,
+                                              &handleCount, &handles);
+  if (EFI_ERROR(status)) {
+    LogOperationError("GetAllGopPrrotocol", status);
+    return status;
+  }
+  UINTN used = 0;
+  for (UINTN i = 0; i < handleCount && used < kMaxGops; ++i) {
+    VOID *interface = nullptr;
+    status = gBS->HandleProtocol(handles[i], &gEfiGraphicsOutputProtocolGuid, &interface);
+    if (!EFI_ERROR(status)) {
+      list->Outputs[used++] = static_cast<EFI_GRAPHICS_OUTPUT_PROTOCOL *>(interface);
+    }
+  }
+  (void)gBS->FreePool(handles);
+  return status;
+}
+
+UINT32 FindGopMode(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop, UINT16 height, UINT16 width) {
+  for (UINT32 mode = 0; mode < gop->Mode->MaxMode; ++mode) {
+    if (ModeMatches(gop, mode, height, width)) {
+      return mode;
+    }
+  }
+  return kNoGopMode;
+}
+
+EFI_STATUS SetAllGopMode(UINT16 height, UINT16 width) {
+  GopList list;
+  EFI_STATUS status = ListOutputs("SetAllGopMode", &list);
+  if (EFI_ERROR(status)) {
+    return status;
+  }
+  ForEachOutput(list, [=](EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
+    UINT32 mode = FindGopMode(gop, height, width);
+    if (mode != kNoGopMode && mode != gop->Mode->Mode) {
+      // An output that refuses stays as it is.
+      (void)gop->SetMode(gop, mode);
+    }
+  });
+  return EFI_SUCCESS;
+}
+
+EFI_STATUS BackupScreenShots(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop,
+                             EFI_GRAPHICS_OUTPUT_BLT_PIXEL **buffer) {
+  if (gop == nullptr || buffer == nullptr) {
+    return EFI_INVALID_PARAMETER;
+  }
+  UINTN width = gop->Mode->Info->HorizontalResolution;
+  UINTN height = gop->Mode->Info->VerticalResolution;
+  if (*buffer == nullptr) {
+    *buffer = static_cast<EFI_GRAPHICS_OUTPUT_BLT_PIXEL *>(
+        malloc(width * height * sizeof(EFI_GRAPHICS_OUTPUT_BLT_PIXEL)));
+  }
+  // Without memory the output is deliberately asked all the same; its refusal
+  // of the missing buffer is the status that is logged and returned.
+  EFI_STATUS status =
+      gop->Blt(gop, *buffer, EfiBltVideoToBltBuffer, 0, 0, 0, 0, width, height, 0);
+  if (EFI_ERROR(status)) {
+    LogOperationError("BackupScreenShots", status);
+  }
+  return status;
+}
+
+EFI_STATUS ClearAllScreen() {
+  GopList list;
+  EFI_STATUS status = ListOutputs("ClearAllScreen", &list);
+  if (EFI_ERROR(status)) {
+    return status;
+  }
+  ForEachOutput(list, [](EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
+    EFI_GRAPHICS_OUTPUT_BLT_PIXEL black = {};
+    const EFI_GRAPHICS_OUTPUT_MODE_INFORMATION *mode = gop->Mode->Info;
+    (void)gop->Blt(gop, &black, EfiBltVideoFill, 0, 0, 0, 0, mode->HorizontalResolution,
+                   mode->VerticalResolution, 0);
+  });
+  return EFI_SUCCESS;
+}
+
+EFI_STATUS RecoverScreenContent(UINT16, UINT16) {
+  GopList list;
+  EFI_STATUS status = ListOutputs("RecoverScreenContent", &list);
+  if (EFI_ERROR(status)) {
+    return status;
+  }
+  if (gApp.ScreenBackup == nullptr) {
+    return EFI_SUCCESS;  // Nothing was saved; the setup draws itself anew.
+  }
+  const OBV_SHARED_STATE *shared = gHost.SharedState;
+  bool everywhere = shared->RestoreAllOutputsB != 0 || shared->RestoreAllOutputsA != 0;
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *inUse = gHost.Gop;
+  for (EFI_GRAPHICS_OUTPUT_PROTOCOL *gop : list.Outputs) {
+    if (gop == nullptr) {
+      break;
+    }
+    if (everywhere || gop == inUse) {
+      (void)gop->Blt(gop, gApp.ScreenBackup, EfiBltBufferToVideo, 0, 0, 0, 0, gApp.PreviousWidth,
+                     gApp.PreviousHeight, 0);
+      if (!everywhere) {
+        break;
+      }
+    }
+  }
+  return EFI_SUCCESS;
+}

@@ -1,0 +1,88 @@
+#include "platform/HotPlug.h"
+
+#include "app/HostClient.h"
+#include "app/Lifecycle.h"
+#include "lvgl.h"
+#include "platform/GraphicsOutput.h"
+
+HotPlugState gHotPlug;
+
+namespace {
+
+constexpr CHAR8 kOperation[] = "InstallDisplayPortHotPlugDetector";
+
+UINT32 FindViewMode(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
+  return FindGopMode(gop, gApp.ViewHeight, gApp.ViewWidth);
+}
+
+/// The output in use when it can show the view, else the last one that can:
+/// a monitor that was just plugged in comes last. NULL when none can.
+EFI_GRAPHICS_OUTPUT_PROTOCOL *ChooseOutput(const GopList &list) {
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *candidate = nullptr;
+  for (EFI_GRAPHICS_OUTPUT_PROTOCOL *gop : list.Outputs) {
+    if (gop == nullptr) {
+      break;
+    }
+    if (FindViewMode(gop) == kNoGopMode) {
+      continue;
+    }
+    candidate = gop;
+    if (gop == gHost.Gop) {
+      LogError("Current Gop still work\n");
+      break;
+    }
+  }
+  return candidate;
+}
+
+void ShowViewOn(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
+  UINT32 mode = FindViewMode(gop);
+  if (mode != gop->Mode->Mode) {
+    (void)gop->SetMode(gop, mode);
+  }
+  lv_obj_invalidate(lv_disp_get_scr_act(lv_disp_get_default()));
+}
+
+}  // namespace
+
+EFI_STATUS InstallDisplayPortHotPlugDetector() {
+  EFI_STATUS status = gBS->CreateEvent(EVT_NOTIFY_SIGNAL, TPL_CALLBACK, DisplayHotPlugNotify,
+                                       nullptr, &gHotPlug.Event);
+  if (EFI_ERROR(status)) {
+    LogOperationError(kOperation, status);
+    return status;
+  }
+  // The key is not needed: each notification enumerates all outputs.
+  VOID *registration = nullptr;
+  status = gBS->RegisterProtocolNotify(&gEfiGraphicsOutputProtocolGuid, gHotPlug.Event,
+                                       &registration);
+  if (EFI_ERROR(status)) {
+    LogOperationError(kOperation, status);
+  }
+  return status;
+}
+
+void CloseHotPlugDetector() {
+  (void)gBS->CloseEvent(gHotPlug.Event);
+  (void)gBS->CloseEvent(gHotPlug.SecondEvent);
+}
+
+VOID EFIAPI DisplayHotPlugNotify(EFI_EVENT, VOID *) {
+  LogError("New monitor interface detected!\n");
+  // Logged by the operation; the enumeration below decides.
+  (void)ClearAllScreen();
+  GopList list = {};
+  if (EFI_ERROR(GetAllGopPrrotocol(&list))) {
+    LogError("Get Gop Protocol failed!\n");
+    gApp.ExitRequested = 1;
+    return;
+  }
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *chosen = ChooseOutput(list);
+  gHost.Gop = chosen;
+  if (chosen != nullptr) {
+    ShowViewOn(chosen);
+    return;
+  }
+  LogError("No Gop support current resolution!\nNow app exit...\n");
+  gApp.ExitRequested = 1;
+}

@@ -1,0 +1,27 @@
+/** @file
+  The watch for monitors that arrive while the view is up.
+**/
+
+#pragma once
+
+#include "app/Firmware.h"
+
+struct HotPlugState {
+  EFI_EVENT Event;
+  /// Closed together with Event. Nothing creates it; closing NULL is harmless.
+  EFI_EVENT SecondEvent;
+};
+
+extern HotPlugState gHotPlug;
+
+/// Has DisplayHotPlugNotify called for every graphics output that the firmware
+/// installs from now on. On failure the application runs on without.
+[[nodiscard]] EFI_STATUS InstallDisplayPortHotPlugDetector();
+
+/// Closes the detector's events.
+void CloseHotPlugDetector();
+
+/// Keeps the view on an output that can show it: the one in use, else the last
+/// one that can, else none, which ends the application. Runs at TPL_CALLBACK,
+/// possibly in the middle of drawing.
+VOID EFIAPI DisplayHotPlugNotify(EFI_EVENT event, VOID *context);

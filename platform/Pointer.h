@@ -1,0 +1,51 @@
+/** @file
+  The pointer: mouse or touch device, cursor, and the focus that follows it.
+**/
+
+#pragma once
+
+#include "app/Firmware.h"
+#include "lvgl.h"
+
+struct PointerDeviceState {
+  /// Both NULL without a usable pointer.
+  EFI_SIMPLE_POINTER_PROTOCOL *Simple;
+  EFI_ABSOLUTE_POINTER_PROTOCOL *Absolute;
+  EFI_SIMPLE_POINTER_MODE *SimpleMode;
+  /// Bits of the simple pointer's resolution, minus one.
+  UINT16 ShiftX;
+  UINT16 ShiftY;
+  /// Device range of one view pixel, times 10000.
+  UINT32 DivisorX;
+  UINT32 DivisorY;
+  /// The pointer in view pixels, reported while no device has news.
+  UINT16 X;
+  UINT16 Y;
+  UINT8 Pressed;
+};
+
+/// "PointerState" to the readers of this table.
+extern PointerDeviceState gPointer;
+
+/// Finds the devices, registers them with LVGL and shows the cursor.
+void StartPointer();
+
+/// Both pointer protocols of the console's input handle. The handle is given
+/// only when both are there.
+[[nodiscard]] EFI_STATUS GetMouseProtocol(EFI_SIMPLE_POINTER_PROTOCOL **simple,
+                                          EFI_ABSOLUTE_POINTER_PROTOCOL **absolute,
+                                          EFI_HANDLE *handle);
+
+/// Takes the devices over and puts the pointer at a view pixel. Does nothing
+/// without a handle.
+void PointerInit(EFI_SIMPLE_POINTER_PROTOCOL *simple, EFI_ABSOLUTE_POINTER_PROTOCOL *absolute,
+                 EFI_HANDLE handle, UINT16 startX, UINT16 startY);
+
+/// LVGL's read callback.
+void PointerRead(lv_indev_drv_t *driver, lv_indev_data_t *data);
+
+/// Focuses the callout of the first component under a view pixel.
+void UpdateHoverFocus(UINT16 x, UINT16 y, BOOLEAN pressed);
+
+/// The pointer in view pixels; writes nothing when either address is NULL.
+void PointerGetPosition(UINT16 *x, UINT16 *y);

@@ -1,0 +1,12 @@
+/** @file
+  Where a callout stands at the end of its leader line.
+**/
+
+#pragma once
+
+#include "app/Firmware.h"
+
+/// The top left corner that lets the side OBV_CALLOUT_* of a callout touch the
+/// anchor, in 16-bit arithmetic; unchanged for any other side.
+OBV_POINT PlaceAtAnchor(INT32 side, OBV_POINT anchor, UINT16 width, UINT16 height,
+                        OBV_POINT unchanged);

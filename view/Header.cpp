@@ -1,0 +1,100 @@
+#include "app/HostFormat.h"
+#include "app/LocalizedStrings.h"
+#include "platform/ColorText.h"
+#include "view/EmbeddedImages.h"
+#include "view/Frame.h"
+#include "view/Layout.h"
+#include "view/Look.h"
+
+namespace {
+
+constexpr double kLogoZoom = 1.2;
+constexpr UINTN kKeyHelpSize = 300;
+
+// Deliberately the same at every scale.
+constexpr int kKeyHelpGap = 7;
+
+struct Extent {
+  lv_coord_t Width;
+  lv_coord_t Height;
+};
+
+const lv_img_dsc_t &ChosenLogo() {
+  switch (Look().Logo) {
+    case OBV_LOGO_B:
+      return kLogoB;
+    case OBV_LOGO_C:
+      return kLogoC;
+    default:
+      return kLogoA;
+  }
+}
+
+/// Both sizes are scaled by the horizontal factor on purpose: a logo is not
+/// distorted. Zero without a logo.
+Extent BuildLogo() {
+  if (Look().Logo == OBV_LOGO_NONE) {
+    return {0, 0};
+  }
+  const lv_img_dsc_t &image = ChosenLogo();
+  Extent shown = {Pixels(image.header.w * kLogoZoom * gApp.ScaleX),
+                  Pixels(image.header.h * kLogoZoom * gApp.ScaleX)};
+  lv_obj_t *logo = lv_img_create(Screen());
+  lv_img_set_src(logo, &image);
+  lv_img_set_pivot(logo, 0, 0);
+  lv_img_set_zoom(logo, static_cast<UINT16>(kLogoZoom * gApp.ScaleX * LV_IMG_ZOOM_NONE));
+  lv_obj_set_pos(logo, Pixels(SideMargin()),
+                 Pixels(UpperRuleY() - 7 * gApp.ScaleY - shown.Height));
+  return shown;
+}
+
+void SetTextLook(lv_obj_t *label, const OBV_FONT_CHOICE &font, const CHAR8 *color) {
+  lv_obj_set_style_text_font(label, FontOf(font), kMainPart);
+  lv_obj_set_style_text_color(label, ColorOf(color), kMainPart);
+}
+
+/// The bottom edge of the title's box lines up with the logo's.
+void FillTitle(lv_obj_t *title, Extent logo) {
+  SetTextLook(title, Look().TitleFont, Look().TitleColor);
+  lv_obj_set_size(title, Pixels(500 * gApp.ScaleX), Pixels(20 * gApp.ScaleY));
+  lv_obj_set_pos(title, Pixels(SideMargin() + logo.Width + 10 * gApp.ScaleX),
+                 Pixels(UpperRuleY() - 7 * gApp.ScaleY - logo.Height +
+                        (logo.Height - 20 * gApp.ScaleY) + 0.0));
+  lv_label_set_text(title, LocalizedText(TextId::Title));
+}
+
+/// A line of text across the screen.
+void PlaceCentredLine(lv_obj_t *label, double y) {
+  lv_obj_set_size(label, static_cast<lv_coord_t>(gApp.ViewWidth), Pixels(20 * gApp.ScaleY));
+  lv_obj_set_pos(label, 0, Pixels(y));
+  lv_obj_set_style_text_align(label, LV_TEXT_ALIGN_CENTER, kMainPart);
+}
+
+void FillFooter(lv_obj_t *footer) {
+  SetTextLook(footer, Look().FooterFont, Look().FooterColor);
+  PlaceCentredLine(footer, gApp.ViewHeight - 30 * gApp.ScaleY);
+  lv_label_set_text(footer, LocalizedText(TextId::Footer));
+}
+
+void FillKeyHelp(lv_obj_t *keyHelp) {
+  lv_label_set_recolor(keyHelp, true);
+  SetTextLook(keyHelp, Look().KeyHelpFont, Look().KeyHelpColor);
+  PlaceCentredLine(keyHelp, LowerRuleY() + kKeyHelpGap);
+  UINT32 color = ParseColorText(Look().KeyHelpKeyColor);
+  CHAR8 text[kKeyHelpSize] = {};
+  PrintHostFormat(text, sizeof(text), LocalizedText(TextId::KeyHelp), color, color, color, color,
+                  color);
+  lv_label_set_text(keyHelp, text);
+}
+
+}  // namespace
+
+void BuildHeaderAndFooter() {
+  Extent logo = BuildLogo();
+  lv_obj_t *title = lv_label_create(Screen());
+  lv_obj_t *footer = lv_label_create(Screen());
+  lv_obj_t *keyHelp = lv_label_create(Screen());
+  FillTitle(title, logo);
+  FillFooter(footer);
+  FillKeyHelp(keyHelp);
+}

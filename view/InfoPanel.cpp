@@ -1,0 +1,69 @@
+#include "view/InfoPanel.h"
+
+#include "view/BoardView.h"
+#include "view/Layout.h"
+#include "view/Look.h"
+
+namespace {
+
+constexpr UINTN kHeadingLimit = 40;
+constexpr lv_coord_t kSideListGap = 10;
+constexpr int kFilterGap = 10;
+constexpr CHAR8 kBlank[] = " ";
+
+struct LabelLook {
+  const CHAR8 *Color;
+  const OBV_FONT_CHOICE &Font;
+  bool Recolor;
+};
+
+double PanelHeight() { return FirstFilterButtonY() - ThreeTwentiethsHeight() - kFilterGap; }
+
+lv_obj_t *CreateLabel(const LabelLook &look) {
+  lv_obj_t *label = lv_label_create(Screen());
+  lv_label_set_long_mode(label, LV_LABEL_LONG_DOT);
+  lv_obj_set_style_text_color(label, ColorOf(look.Color), kMainPart);
+  lv_obj_set_style_text_font(label, FontOf(look.Font), kMainPart);
+  lv_label_set_recolor(label, look.Recolor);
+  lv_obj_set_size(label, Pixels(gApp.ViewWidth - gApp.ViewWidth * 0.75 - SideMargin()),
+                  Pixels(PanelHeight()));
+  lv_obj_set_pos(label, Pixels(gApp.ViewWidth * 0.75),
+                 static_cast<lv_coord_t>(ThreeTwentiethsHeight()));
+  return label;
+}
+
+}  // namespace
+
+void SetPanelHeading(const CHAR8 *text) {
+  if (text == nullptr || AsciiStrLen(text) >= kHeadingLimit) {
+    return;
+  }
+  if (gView.Heading == nullptr) {
+    gView.Heading = CreateLabel({Look().Heading.Color, Look().Heading.Font, false});
+  }
+  lv_label_set_text(gView.Heading, text);
+}
+
+void SetInfoText(const CHAR8 *text) {
+  if (gView.InfoText == nullptr) {
+    gView.InfoText = CreateLabel({Look().InfoText.Color, Look().InfoLabel.Font, true});
+  }
+  lv_label_set_text(gView.InfoText, text);
+  if (AsciiStrCmp(text, kBlank) == 0) {
+    SetPanelHeading(kBlank);
+  }
+}
+
+void SetSideList(const CHAR8 *text) {
+  if (gView.SideList == nullptr) {
+    gView.SideList = CreateLabel({Look().SideText.Color, Look().SideLabel.Font, true});
+  }
+  if (text[0] != 0 && gView.InfoText != nullptr) {
+    lv_obj_update_layout(gView.InfoText);
+    lv_coord_t below = static_cast<lv_coord_t>(lv_obj_get_y(gView.InfoText) +
+                                               lv_obj_get_self_height(gView.InfoText));
+    lv_obj_set_pos(gView.SideList, lv_obj_get_x(gView.InfoText),
+                   static_cast<lv_coord_t>(below + kSideListGap));
+  }
+  lv_label_set_text(gView.SideList, text);
+}
