@@ -29,6 +29,8 @@ extern "C" {
 #include <Guid/FileSystemVolumeLabelInfo.h>
 #include <Guid/GlobalVariable.h>
 #include <Guid/HobList.h>
+#include <Pi/PiBootMode.h>
+
 #include <Pi/PiHob.h>
 #include <Protocol/AbsolutePointer.h>
 #include <Protocol/DevicePath.h>

@@ -80,6 +80,10 @@ class Firmware {
   Volume &AddVolume(VolumeOptions options = {});
   void RemoveVolume(Volume &volume);
 
+  /// The clock as a host's GetTime answers it, in milliseconds: recorded as Host.GetTime, and
+  /// Clock.StepPerLook passes first. A host other than TestHost reads its clock here, too.
+  UINT64 LookAtClock();
+
   /// Installs any protocol on a handle (a new one for null) without a recorded call.
   EFI_HANDLE Install(const EFI_GUID &protocol, VOID *interface, EFI_HANDLE handle = nullptr);
   void Uninstall(EFI_HANDLE handle, const EFI_GUID &protocol, VOID *interface);

@@ -29,6 +29,10 @@ void FaultPlan::AtEvery(Service service, Action action) {
   actions_[service].push_back({0, true, std::move(action)});
 }
 
+void FaultPlan::StopEvery(Service service) {
+  std::erase_if(actions_[service], [](const Scheduled &scheduled) { return scheduled.Always; });
+}
+
 void FaultPlan::Clear() {
   failures_.clear();
   actions_.clear();

@@ -28,6 +28,8 @@ class FaultPlan {
   void At(Service service, uint64_t n, Action action);
   /// Runs `action` at every call of the service.
   void AtEvery(Service service, Action action);
+  /// Forgets the actions that AtEvery planned for the service.
+  void StopEvery(Service service);
 
   /// Forgets all planned failures and actions.
   void Clear();

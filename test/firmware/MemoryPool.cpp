@@ -3,7 +3,13 @@
 #include <cstdio>
 #include <cstdlib>
 
-#if defined(__SANITIZE_ADDRESS__) || (defined(__has_feature) && __has_feature(address_sanitizer))
+#if defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define __SANITIZE_ADDRESS__
+#endif
+#endif
+
+#if defined(__SANITIZE_ADDRESS__)
 #include <sanitizer/asan_interface.h>
 #define FAKE_GUARD(address, size) ASAN_POISON_MEMORY_REGION(address, size)
 #define FAKE_UNGUARD(address, size) ASAN_UNPOISON_MEMORY_REGION(address, size)

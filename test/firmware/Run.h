@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "test/firmware/TestHost.h"
+#include "test/firmware/FakeFirmware.h"
 
 namespace fake {
 
@@ -18,9 +18,10 @@ struct RunOptions {
   std::map<int, std::vector<std::function<void()>>> AtTurn;
   /// Called in every turn with its number, after AtTurn.
   std::function<void(int turn)> EveryTurn;
-  /// Types Esc in this turn; 0 for never. Keys are read from 200 ms after the start on.
+  /// Types Esc in this turn; 0 for never. The application drops keys that it reads in its first
+  /// 200 ms, so the default leaves it time with the default StepPerTurn.
   int EscapeAtTurn = 60;
-  /// A run that lasts longer is a problem; the process then ends with exit code 86.
+  /// A run that lasts longer ends the process with exit code kRunawayExit and a message.
   int MostTurns = 20000;
 
   RunOptions &At(int turn, std::function<void()> action) {
@@ -29,12 +30,17 @@ struct RunOptions {
   }
 };
 
+inline constexpr int kRunawayExit = 86;
+
 struct RunResult {
   EFI_STATUS Status = 0;
-  int Turns = 0;
+  int Turns = 0;  ///< Main-loop turns; 0 when the loop was not reached.
 };
 
-/// The application's state and LVGL's are one-shot: once per process (see Child.h).
-RunResult RunApplication(Firmware &firmware, TestHost &host, const RunOptions &options = {});
+/// Runs the application on the installed host, with the library constructors before it. Turns
+/// are counted by the looks at the host's clock, so the host must read it from the firmware, as
+/// TestHost does (see Firmware::LookAtClock). The application's state and LVGL's are one-shot:
+/// once per process (Child.h has more processes).
+RunResult RunApplication(Firmware &firmware, const RunOptions &options = {});
 
 }  // namespace fake

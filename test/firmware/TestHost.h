@@ -62,6 +62,9 @@ class TestHost {
     std::deque<EFI_STATUS> Before;
   };
   std::map<std::u16string, ComponentAnswer> Answers;
+  /// Whether the default ParseComponents multiplies the components' positions with the scale
+  /// factors that it gets.
+  bool ScaleComponents = true;
 
   /// Replacements of slots; where one is set, the default answer is not given.
   std::function<UINT64()> OnGetTime;

@@ -1,0 +1,97 @@
+#include "test/firmware/Run.h"
+
+#include <cstdio>
+#include <unistd.h>
+
+#include "app/Entry.h"
+
+// EDK2 declares these in generated code only.
+extern "C" {
+EFI_STATUS EFIAPI UefiBootServicesTableLibConstructor(EFI_HANDLE image, EFI_SYSTEM_TABLE *table);
+EFI_STATUS EFIAPI UefiRuntimeServicesTableLibConstructor(EFI_HANDLE image,
+                                                         EFI_SYSTEM_TABLE *table);
+EFI_STATUS EFIAPI UefiLibConstructor(EFI_HANDLE image, EFI_SYSTEM_TABLE *table);
+EFI_STATUS EFIAPI HobLibConstructor(EFI_HANDLE image, EFI_SYSTEM_TABLE *table);
+EFI_STATUS EFIAPI UefiHiiServicesLibConstructor(EFI_HANDLE image, EFI_SYSTEM_TABLE *table);
+}
+
+namespace fake {
+
+namespace {
+
+// Counts main-loop turns by the looks at the host's clock. The loop begins after the hot-plug
+// event was created and ends when it is closed; the first look in between is the end of the
+// start-up, all others are turns.
+class TurnCounter {
+ public:
+  TurnCounter(Firmware &firmware, const RunOptions &options)
+      : firmware_(firmware),
+        options_(options),
+        created_(Created()),
+        closed_(firmware.Calls.CountOf(Service::CloseEvent)) {}
+
+  void Look() {
+    bool inLoop = Created() > created_ &&
+                  firmware_.Calls.CountOf(Service::CloseEvent) == closed_;
+    if (inLoop && started_) {
+      Turn();
+    }
+    started_ = inLoop;
+  }
+  int Turns() const { return turns_; }
+
+ private:
+  uint64_t Created() const { return firmware_.Calls.CountOf(Service::CreateEvent); }
+
+  void Turn() {
+    turns_++;
+    auto found = options_.AtTurn.find(turns_);
+    if (found != options_.AtTurn.end()) {
+      for (const std::function<void()> &action : found->second) {
+        action();
+      }
+    }
+    if (options_.EveryTurn) {
+      options_.EveryTurn(turns_);
+    }
+    if (turns_ == options_.EscapeAtTurn) {
+      firmware_.Keyboard.Scan(SCAN_ESC);
+    }
+    if (turns_ > options_.MostTurns) {
+      std::fprintf(stderr, "The application did not end within %d turns\n", options_.MostTurns);
+      std::fflush(nullptr);
+      _exit(kRunawayExit);
+    }
+  }
+
+  Firmware &firmware_;
+  const RunOptions &options_;
+  uint64_t created_;
+  uint64_t closed_;
+  bool started_ = false;
+  int turns_ = 0;
+};
+
+}  // namespace
+
+void RunLibraryConstructors(Firmware &firmware) {
+  EFI_HANDLE image = firmware.ImageHandle;
+  EFI_SYSTEM_TABLE *table = &firmware.SystemTable;
+  UefiBootServicesTableLibConstructor(image, table);
+  UefiRuntimeServicesTableLibConstructor(image, table);
+  UefiLibConstructor(image, table);
+  HobLibConstructor(image, table);
+  UefiHiiServicesLibConstructor(image, table);
+}
+
+RunResult RunApplication(Firmware &firmware, const RunOptions &options) {
+  firmware.Clock.StepPerLook = options.StepPerTurn;
+  TurnCounter counter(firmware, options);
+  firmware.Faults.AtEvery(Service::HostGetTime, [&counter] { counter.Look(); });
+  RunLibraryConstructors(firmware);
+  EFI_STATUS status = VeltBoardscopeAppEntryPoint(firmware.ImageHandle, &firmware.SystemTable);
+  firmware.Faults.StopEvery(Service::HostGetTime);
+  return {status, counter.Turns()};
+}
+
+}  // namespace fake
