@@ -1,0 +1,157 @@
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/portable/Texts.h"
+
+extern "C" {
+#include <Uefi/UefiInternalFormRepresentation.h>
+}
+
+namespace obv_host {
+namespace {
+
+std::string Utf8(const char16_t *text) {
+  std::string result;
+  for (; *text != 0; text++) {
+    unsigned unit = *text;
+    if (unit < 0x80) {
+      result += static_cast<char>(unit);
+    } else if (unit < 0x800) {
+      result += static_cast<char>(0xC0 | unit >> 6);
+      result += static_cast<char>(0x80 | (unit & 0x3F));
+    } else {
+      result += static_cast<char>(0xE0 | unit >> 12);
+      result += static_cast<char>(0x80 | (unit >> 6 & 0x3F));
+      result += static_cast<char>(0x80 | (unit & 0x3F));
+    }
+  }
+  return result;
+}
+
+std::vector<std::string> Directives(const std::string &text) {
+  std::vector<std::string> found;
+  for (size_t at = text.find('%'); at != std::string::npos; at = text.find('%', at + 1)) {
+    found.push_back(text.compare(at, 4, "%.6x") == 0 ? "%.6x" : text.substr(at, 2));
+  }
+  return found;
+}
+
+TEST(HostTexts, OffersTheSixLanguages) {
+  std::set<std::string> codes;
+  for (const LanguageTexts &language : kLanguages) {
+    codes.insert(language.Code);
+  }
+  EXPECT_EQ(codes, (std::set<std::string>{"en-US", "de-DE", "fr-FR", "es-ES", "zh-Hans", "ja-JP"}));
+  EXPECT_STREQ(kLanguages[0].Code, "en-US");
+}
+
+TEST(HostTexts, EveryTextIsThere) {
+  for (const LanguageTexts &language : kLanguages) {
+    for (const char16_t *text : language.Texts) {
+      ASSERT_NE(text, nullptr) << language.Code;
+      EXPECT_FALSE(std::u16string(text).empty()) << language.Code;
+    }
+  }
+}
+
+TEST(HostTexts, FormatsTakeWhatTheViewGives) {
+  for (const LanguageTexts &language : kLanguages) {
+    for (size_t i = 0; i < OBV_STRING_COUNT; i++) {
+      std::vector<std::string> expected;
+      if (i == 1) {
+        expected.assign(5, "%.6x");
+      } else if (i == 4) {
+        expected.assign(1, "%a");
+      } else if (i == 8) {
+        expected.assign(2, "%a");
+      }
+      EXPECT_EQ(Directives(Utf8(language.Texts[i])), expected) << language.Code << " " << i;
+    }
+  }
+}
+
+/// Each recolour command is "#rrggbb text#".
+TEST(HostTexts, KeyHelpColoursFiveKeys) {
+  for (const LanguageTexts &language : kLanguages) {
+    std::string text = Utf8(language.Texts[1]);
+    size_t marks = 0;
+    for (size_t at = text.find('#'); at != std::string::npos; at = text.find('#', at + 1)) {
+      if (marks % 2 == 0) {
+        EXPECT_EQ(text.substr(at, 6), "#%.6x ") << language.Code;
+      }
+      marks++;
+    }
+    EXPECT_EQ(marks, 10U) << language.Code;
+  }
+}
+
+TEST(HostTexts, HintsAreDrawnWithRecolouring) {
+  for (const LanguageTexts &language : kLanguages) {
+    for (size_t i : {3, 4}) {
+      EXPECT_EQ(Utf8(language.Texts[i]).find('#'), std::string::npos) << language.Code;
+    }
+  }
+}
+
+TEST(HostTexts, FormattedTextsFitTheViewsBuffers) {
+  for (const LanguageTexts &language : kLanguages) {
+    CHAR8 buffer[1000];
+    UINTN length = AsciiSPrint(buffer, sizeof(buffer), Utf8(language.Texts[1]).c_str(), 0xFFDB4B,
+                               0xFFDB4B, 0xFFDB4B, 0xFFDB4B, 0xFFDB4B);
+    EXPECT_LE(length, 299U) << language.Code;
+    length = AsciiSPrint(buffer, sizeof(buffer), Utf8(language.Texts[4]).c_str(), "SATA");
+    EXPECT_LE(length, 99U) << language.Code;
+  }
+}
+
+/// Reads the packages back as the HII database does.
+TEST(HostTexts, PackagesHoldEveryTextUnderItsIdentifier) {
+  std::vector<UINT8> buffer(StringPackagesSize() + 1, 0xCC);
+  WriteStringPackages(buffer.data());
+  EXPECT_EQ(buffer.back(), 0xCC);
+  UINT32 total;
+  memcpy(&total, buffer.data(), sizeof(total));
+  ASSERT_EQ(total, buffer.size() - 1);
+  size_t at = sizeof(total);
+  for (const LanguageTexts &language : kLanguages) {
+    EFI_HII_STRING_PACKAGE_HDR header;
+    memcpy(&header, &buffer[at], sizeof(header));
+    EXPECT_EQ(header.Header.Type, EFI_HII_PACKAGE_STRINGS);
+    EXPECT_EQ(header.HdrSize, header.StringInfoOffset);
+    EXPECT_EQ(header.LanguageName, 1);
+    const char *code = reinterpret_cast<const char *>(&buffer[at]) +
+                       OFFSET_OF(EFI_HII_STRING_PACKAGE_HDR, Language);
+    EXPECT_STREQ(code, language.Code);
+    EXPECT_EQ(header.HdrSize, OFFSET_OF(EFI_HII_STRING_PACKAGE_HDR, Language) + strlen(code) + 1);
+
+    size_t block = at + header.StringInfoOffset;
+    std::vector<std::u16string> strings;
+    while (buffer.at(block) == EFI_HII_SIBT_STRING_UCS2) {
+      std::u16string text;
+      for (block++;; block += 2) {
+        char16_t unit = static_cast<char16_t>(buffer.at(block) | buffer.at(block + 1) << 8);
+        if (unit == 0) {
+          block += 2;
+          break;
+        }
+        text += unit;
+      }
+      strings.push_back(text);
+    }
+    EXPECT_EQ(buffer.at(block), EFI_HII_SIBT_END);
+    EXPECT_EQ(block + 1, at + header.Header.Length);
+    ASSERT_EQ(strings.size(), OBV_STRING_COUNT + 1U);
+    EXPECT_EQ(strings[0], language.NativeName);
+    for (size_t i = 0; i < OBV_STRING_COUNT; i++) {
+      EXPECT_EQ(strings[TextId(i) - 1U], language.Texts[i]);
+    }
+    at += header.Header.Length;
+  }
+  EXPECT_EQ(at, buffer.size() - 1);
+}
+
+}  // namespace
+}  // namespace obv_host
