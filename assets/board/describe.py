@@ -1,0 +1,128 @@
+"""Writes the board's description: the scene's silhouettes joined with the catalogue."""
+
+from dataclasses import dataclass
+from pathlib import Path
+
+from callouts import Rim, Slot, lay_out, leader
+from camera import BOARD_CAMERA, Pixel
+from catalog import ENTRIES, Entry
+from outline import silhouette
+from scene import Scene
+
+# Half the size of a status dot in picture pixels, when the view is half the picture's size.
+DOT_HALF = 11
+
+RIMS = {
+    "left": Rim((330, 700), (960, 1590), (60, 0), "right"),
+    "right": Rim((1960, 150), (2560, 800), (-60, 0), "left"),
+    "top": Rim((620, 470), (1720, 54), (30, 40), "bottom-right"),
+    "bottom": Rim((1440, 1585), (2580, 920), (-60, 0), "left"),
+}
+
+# Points of the silhouette's box where leaders start, when its middle would be the wrong place.
+STARTS: dict[str, tuple[float, float]] = {
+    "DIMM_A1": (0.10, 0.12),
+    "DIMM_A2": (0.10, 0.12),
+    "DIMM_B1": (0.10, 0.12),
+    "DIMM_B2": (0.10, 0.12),
+    "M2_WIFI": (0.35, 0.6),
+    "CPU": (0.42, 0.32),
+    "M2_1": (0.12, 0.78),
+    "M2_2": (0.12, 0.78),
+    "PCIEX16_1": (0.08, 0.8),
+    "PCIEX1_1": (0.3, 0.6),
+    "PCIEX16_2": (0.5, 0.55),
+    "M2_3": (0.82, 0.3),
+    "CHIPSET": (0.8, 0.3),
+    "SATA6G_1": (0.5, 0.75),
+    "SATA6G_3": (0.5, 0.75),
+    "SATA6G_2": (0.5, 0.3),
+    "SATA6G_4": (0.5, 0.3),
+}
+
+HEAD = """\
+# The default board. Written by assets/board/generate.py, which draws the picture with the very
+# same camera; change the layout or the catalogue there.
+board: Boardscope reference board
+picture: board.png
+logo: A
+marker: green
+styles:
+  normal:
+    default: {text: "226,228,230", background: "58,61,65", mark: "255,190,60",
+              border: "132,138,144", border_width: 1, radius: 3}
+    focus: {text: "20,20,20", background: "255,203,72", mark: "150,40,0",
+            border: "255,240,200", border_width: 1, radius: 3}
+  quiet:
+    default: {text: "168,172,176", background: "47,49,52", mark: "214,160,60",
+              border: "92,96,100", border_width: 1, radius: 3}
+    focus: {text: "20,20,20", background: "255,203,72", mark: "150,40,0",
+            border: "255,240,200", border_width: 1, radius: 3}
+system_info: ["2026-11-21", "Integrated graphics", "", "", "", "", ""]
+components:
+"""
+
+
+@dataclass(frozen=True)
+class Placed:
+    """A component with everything that is measured in picture pixels."""
+
+    entry: Entry
+    outline: list[tuple[int, int]]
+    start: Pixel
+    slot: Slot
+
+
+def place_components(scene: Scene) -> list[Placed]:
+    outlines = {
+        entry.name: silhouette([BOARD_CAMERA.project(p) for p in scene.points[entry.name]])
+        for entry in ENTRIES
+    }
+    starts = {name: start_of(name, outline) for name, outline in outlines.items()}
+    slots: dict[str, Slot] = {}
+    for side, rim in RIMS.items():
+        chosen = {entry.name: starts[entry.name] for entry in ENTRIES if entry.side == side}
+        slots |= lay_out(chosen, rim)
+    return [Placed(e, outlines[e.name], starts[e.name], slots[e.name]) for e in ENTRIES]
+
+
+def start_of(name: str, outline: list[tuple[int, int]]) -> Pixel:
+    xs, ys = [x for x, _ in outline], [y for _, y in outline]
+    tx, ty = STARTS.get(name, (0.5, 0.5))
+    return (min(xs) + (max(xs) - min(xs)) * tx, min(ys) + (max(ys) - min(ys)) * ty)
+
+
+def points(path: list[Pixel] | list[tuple[int, int]]) -> str:
+    return "[" + ", ".join(f"[{round(x)}, {round(y)}]" for x, y in path) + "]"
+
+
+def quoted(value: str) -> str:
+    return '"' + value.replace("\\", "\\\\").replace('"', '\\"') + '"'
+
+
+def component_text(placed: Placed) -> str:
+    entry = placed.entry
+    x, y = placed.start
+    lines = [
+        f"  - name: {entry.name}",
+        f"    category: {entry.category}",
+        f"    outline: {points(placed.outline)}",
+        f"    leader: {points(leader(placed.start, placed.slot))}",
+        f"    callout: {placed.slot.callout}",
+        "    align: center",
+        f"    marker: [{round(x) - DOT_HALF}, {round(y) - DOT_HALF}]",
+        f"    token: 0x{entry.token:04x}",
+        f"    selectable: {str(entry.selectable).lower()}",
+        f"    special_group: {str(entry.special).lower()}",
+        f"    style: {entry.style}",
+        f"    status: {entry.status}",
+        "    info:",
+    ]
+    for kind, label, value in entry.info:
+        lines.append(f"      - {{kind: {kind}, label: {quoted(label)}, value: {quoted(value)}}}")
+    return "\n".join(lines) + "\n"
+
+
+def write_description(scene: Scene, path: Path) -> None:
+    text = HEAD + "\n".join(component_text(placed) for placed in place_components(scene))
+    path.write_text(text, encoding="ascii")
