@@ -1,0 +1,56 @@
+# The application, the reference host's portable part, and the fake firmware.
+
+boardscope_inf_sources(${PROJECT_SOURCE_DIR}/Boardscope.inf app_sources)
+# This machine's C library has these functions.
+list(REMOVE_ITEM app_sources ${PROJECT_SOURCE_DIR}/app/CLibrary.cpp)
+
+add_library(boardscope_app STATIC ${app_sources} ${PROJECT_SOURCE_DIR}/cmake/edk2/Entry.c)
+target_include_directories(
+  boardscope_app PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include
+)
+# LVGL needs the allocator, the built-in font and the failure handler; hence the circle.
+target_link_libraries(boardscope_lvgl PUBLIC boardscope_app)
+target_link_libraries(
+  boardscope_app
+  PUBLIC boardscope_lvgl boardscope_edk2
+  PRIVATE boardscope_own boardscope_freestanding boardscope_renamed
+)
+
+file(GLOB host_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/host/portable/*.cpp)
+add_library(boardscope_host STATIC ${host_sources})
+target_include_directories(
+  boardscope_host PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include
+)
+target_link_libraries(
+  boardscope_host
+  PUBLIC boardscope_edk2
+  PRIVATE boardscope_own boardscope_freestanding
+)
+
+# The default board and the fonts, as the EFI driver embeds them.
+file(GLOB_RECURSE board_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/assets/board/board.*)
+file(GLOB_RECURSE tool_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tool/*.py)
+set(blobs ${CMAKE_BINARY_DIR}/host/HostBlobs.S)
+add_custom_command(
+  OUTPUT ${blobs}
+  COMMAND
+    ${VENV_DIR}/bin/python ${PROJECT_SOURCE_DIR}/host/embed.py --board-dir
+    ${PROJECT_SOURCE_DIR}/assets/board --font ${FONT_FILE_0} --font ${FONT_FILE_1} --font
+    ${FONT_FILE_2} --out ${CMAKE_BINARY_DIR}/host
+  # The file is left alone when nothing in it changes.
+  COMMAND ${CMAKE_COMMAND} -E touch ${blobs}
+  DEPENDS ${PROJECT_SOURCE_DIR}/host/embed.py ${board_files} ${tool_files}
+  VERBATIM
+)
+add_library(boardscope_host_blobs STATIC ${blobs})
+
+file(GLOB fake_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/test/firmware/*.cpp)
+add_library(boardscope_fake STATIC ${fake_sources})
+target_include_directories(
+  boardscope_fake PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include
+)
+target_link_libraries(
+  boardscope_fake
+  PUBLIC boardscope_edk2_headers
+  PRIVATE boardscope_own
+)

@@ -1,0 +1,55 @@
+# Interface targets that carry the compiler flags: our code, foreign code, firmware conventions.
+
+add_library(boardscope_own INTERFACE)
+target_compile_options(boardscope_own INTERFACE -g -Wall -Wextra -Werror)
+# LVGL's selectors are made of two enumerations.
+target_compile_options(
+  boardscope_own INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-deprecated-enum-enum-conversion>
+)
+
+# Foreign code is not ours to clean up.
+add_library(boardscope_foreign INTERFACE)
+target_compile_options(boardscope_foreign INTERFACE -w)
+
+# What the firmware build does, too: no run-time support of C++, and EDK2's view of aliasing.
+add_library(boardscope_freestanding INTERFACE)
+target_compile_options(
+  boardscope_freestanding
+  INTERFACE
+    -fno-strict-aliasing
+    $<$<COMPILE_LANGUAGE:CXX>:-fno-exceptions>
+    $<$<COMPILE_LANGUAGE:CXX>:-fno-rtti>
+    $<$<COMPILE_LANGUAGE:CXX>:-fno-threadsafe-statics>
+)
+
+# The allocator of the application is called malloc in firmware. Here it gets another name, so that
+# the sanitizers keep theirs.
+add_library(boardscope_renamed INTERFACE)
+target_compile_definitions(
+  boardscope_renamed
+  INTERFACE malloc=BoardscopeMalloc free=BoardscopeFree realloc=BoardscopeRealloc
+)
+
+set(BOARDSCOPE_OWN_SANITIZERS "")
+set(BOARDSCOPE_FOREIGN_SANITIZERS "")
+if(BOARDSCOPE_SANITIZE)
+  # Undefined behaviour of foreign code is not ours to clean up either; its memory errors are.
+  set(BOARDSCOPE_OWN_SANITIZERS -fsanitize=address,undefined -fno-sanitize-recover=all)
+  set(BOARDSCOPE_FOREIGN_SANITIZERS -fsanitize=address)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(BOARDSCOPE_FUZZ)
+  list(APPEND BOARDSCOPE_OWN_SANITIZERS -fsanitize=fuzzer-no-link)
+  list(APPEND BOARDSCOPE_FOREIGN_SANITIZERS -fsanitize=fuzzer-no-link)
+endif()
+if(BOARDSCOPE_BENCH)
+  target_compile_options(boardscope_own INTERFACE -O2)
+else()
+  target_compile_options(boardscope_own INTERFACE -O1 -fno-omit-frame-pointer)
+endif()
+target_compile_options(boardscope_own INTERFACE ${BOARDSCOPE_OWN_SANITIZERS})
+# Drawing is foreign code, and tests draw a lot.
+target_compile_options(boardscope_foreign INTERFACE -g1 -O2 ${BOARDSCOPE_FOREIGN_SANITIZERS})
+
+# Objects that NASM makes do not say that their stack is not executable.
+add_link_options(-Wl,-z,noexecstack)
