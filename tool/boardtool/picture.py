@@ -1,7 +1,6 @@
 """The board picture: what may go in, and what goes into the binary."""
 
 import io
-import warnings
 from pathlib import Path
 
 from PIL import Image, UnidentifiedImageError
@@ -36,9 +35,10 @@ def probe_picture(path: Path) -> Point:
 def load_picture(path: Path) -> Image.Image:
     """The picture as 8-bit RGBA; raises PictureError when its data is damaged."""
     try:
-        # The largest allowed picture is one that Pillow finds worth a warning.
-        with warnings.catch_warnings(), Image.open(path, formats=("PNG",)) as image:
-            warnings.simplefilter("ignore", Image.DecompressionBombWarning)
+        # Decoding alone does not compare the checksums of the picture's data.
+        with Image.open(path, formats=("PNG",)) as image:
+            image.verify()
+        with Image.open(path, formats=("PNG",)) as image:
             return image.convert("RGBA")
     except (OSError, ValueError, SyntaxError, Image.DecompressionBombError) as error:
         raise PictureError(f"{path} cannot be decoded: {error}") from None

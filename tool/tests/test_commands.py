@@ -1,0 +1,125 @@
+"""The commands as a person calls them."""
+
+import subprocess
+import sys
+from pathlib import Path
+
+import pytest
+from conftest import MakeBoard
+from PIL import Image
+
+from boardtool.cli import main
+from boardtool.preview import place_callout
+
+CLONE = Path(__file__).resolve().parents[2]
+
+
+def test_check_of_a_sound_board(make_board: MakeBoard, capsys: pytest.CaptureFixture[str]) -> None:
+    path = make_board()
+    assert main(["check", str(path)]) == 0
+    assert capsys.readouterr().out == f"{path}: 1 components, nothing to complain about\n"
+
+
+def test_check_takes_a_folder(make_board: MakeBoard) -> None:
+    assert main(["check", str(make_board().parent)]) == 0
+
+
+def test_problems_go_to_stderr(make_board: MakeBoard, capsys: pytest.CaptureFixture[str]) -> None:
+    path = make_board(("category: fan", "category: x"))
+    assert main(["build", str(path)]) == 1
+    output = capsys.readouterr()
+    assert output.out == ""
+    assert f"{path}:" in output.err
+    assert not (path.parent / "board.bin").exists()
+
+
+def test_build_writes_beside_the_description(make_board: MakeBoard) -> None:
+    path = make_board()
+    assert main(["build", str(path)]) == 0
+    assert (path.parent / "board.bin").read_bytes().startswith(b"OBVBOARD")
+
+
+def test_build_writes_where_it_is_told(make_board: MakeBoard, tmp_path: Path) -> None:
+    assert main(["build", str(make_board()), "-o", str(tmp_path / "x.bin")]) == 0
+    assert (tmp_path / "x.bin").exists()
+
+
+def test_unwritable_output_is_a_plain_sentence(
+    make_board: MakeBoard, tmp_path: Path, capsys: pytest.CaptureFixture[str]
+) -> None:
+    assert main(["build", str(make_board()), "-o", str(tmp_path / "no" / "x.bin")]) == 1
+    assert "No such file or directory" in capsys.readouterr().err
+
+
+def test_damaged_picture_is_found(
+    make_board: MakeBoard, capsys: pytest.CaptureFixture[str]
+) -> None:
+    path = make_board()
+    picture = path.parent / "board.png"
+    data = bytearray(picture.read_bytes())
+    data[len(data) // 2] ^= 0xFF
+    picture.write_bytes(data)
+    assert main(["check", str(path)]) == 1
+    assert "cannot be" in capsys.readouterr().err
+
+
+def test_preview_draws_over_the_picture(make_board: MakeBoard) -> None:
+    path = make_board()
+    assert main(["preview", str(path)]) == 0
+    preview = Image.open(path.parent / "preview.png")
+    assert preview.size == (64, 48)
+    # Inside the outline it is tinted, in a free corner it is not.
+    assert preview.getpixel((17, 12)) != (200, 100, 50)
+    assert preview.getpixel((2, 45)) == (200, 100, 50)
+
+
+@pytest.mark.parametrize(
+    ("side", "box"),
+    [
+        (0, (95, 47, 105, 53)),
+        (1, (90, 47, 100, 53)),
+        (2, (90, 44, 100, 50)),
+        (3, (95, 44, 105, 50)),
+        (4, (100, 44, 110, 50)),
+        (5, (100, 47, 110, 53)),
+        (6, (100, 50, 110, 56)),
+        (7, (95, 50, 105, 56)),
+        (8, (90, 50, 100, 56)),
+    ],
+)
+def test_callout_places(side: int, box: tuple[int, int, int, int]) -> None:
+    assert place_callout(side, (100, 50), (10, 6)) == box
+
+
+def embed(out: Path, board: Path, fonts: int = 3) -> subprocess.CompletedProcess[str]:
+    font = out.parent / "font.ttf"
+    font.write_bytes(b"font")
+    arguments = ["--board-dir", str(board), *["--font", str(font)] * fonts, "--out", str(out)]
+    script = CLONE / "host" / "embed.py"
+    return subprocess.run(
+        [sys.executable, script, *arguments], capture_output=True, text=True, check=False
+    )
+
+
+def test_embed_writes_once_and_again_only_after_changes(
+    make_board: MakeBoard, tmp_path: Path
+) -> None:
+    path = make_board()
+    out = tmp_path / "out"
+    assert embed(out, path.parent).returncode == 0
+    files = [out / name for name in ("board.bin", "HostBlobs.nasm", "HostBlobs.S")]
+    before = [file.stat().st_mtime_ns for file in files]
+    assert embed(out, path.parent).returncode == 0
+    assert [file.stat().st_mtime_ns for file in files] == before
+    # Another board of the same size must make the assembler run again, too.
+    path.write_text(path.read_text().replace("FAN 1", "FAN 2"))
+    assert embed(out, path.parent).returncode == 0
+    assert all(file.stat().st_mtime_ns > old for file, old in zip(files, before, strict=True))
+
+
+def test_embed_reports_what_is_wrong(make_board: MakeBoard, tmp_path: Path) -> None:
+    path = make_board(("category: fan", "category: x"))
+    result = embed(tmp_path / "out", path.parent)
+    assert result.returncode == 1
+    assert "components[0].category" in result.stderr
+    assert embed(tmp_path / "out", path.parent, fonts=2).returncode == 2
