@@ -8,7 +8,7 @@ from support.storing import locked
 from support.venv import make_venv
 
 SOURCE_PURPOSES = {"build", "native", "bench", "fuzz", "check", "desktop"}
-VENV_PURPOSES = {"native", "system", "check"}
+VENV_PURPOSES = SOURCE_PURPOSES | {"system"}
 
 
 def ensure(purposes: Sequence[str]) -> None:

@@ -27,6 +27,7 @@ CONSTRUCTORS = (
 def build(target: str) -> None:
     """Builds everything in the DSC; target is DEBUG or RELEASE."""
     workspace = make_workspace()
+    embed_host_files()
     edk2 = paths.edk2_dir()
     tools = edk2 / "BaseTools"
     environment = {
@@ -39,7 +40,6 @@ def build(target: str) -> None:
     }
     command = ["build", "-p", "Boardscope/Boardscope.dsc", "-a", "X64", "-t", TOOLCHAIN]
     command += ["-b", target, "-n", str(os.cpu_count() or 1), "-s"]
-    if os.environ.get("NOHOST"): command += ["-D", "WITH_HOST=FALSE"]
     run(f"Building the EFI files ({target})", command, cwd=workspace, environment=environment)
     output = workspace / "Build" / "Boardscope" / f"{target}_{TOOLCHAIN}" / "X64"
     check_constructors(output)
@@ -60,6 +60,16 @@ def make_workspace() -> Path:
         if not settings.exists() or settings.read_bytes() != template.read_bytes():
             shutil.copyfile(template, settings)
     return workspace
+
+
+def embed_host_files() -> None:
+    """Writes the default board and the fonts as the reference host's driver embeds them."""
+    python = paths.venv_dir() / "bin" / "python"
+    command = [python, paths.CLONE / "host" / "embed.py"]
+    command += ["--board-dir", paths.CLONE / "assets" / "board", "--out", paths.BUILD / "host"]
+    for font in paths.FONT_FILES:
+        command += ["--font", font]
+    run("Embedding the default board and the fonts in the reference host", command)
 
 
 def check_constructors(output: Path) -> None:
