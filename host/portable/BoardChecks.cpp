@@ -104,8 +104,8 @@ bool CheckInfos(const Board &board, BoardFault *fault) {
 }
 
 bool CheckPicture(const Board &board, BoardFault *fault) {
-  constexpr UINT8 kSignature[16] = {0x89, 'P', 'N', 'G',  '\r', '\n', 0x1A, '\n',
-                                    0,    0,   0,   13,   'I',  'H',  'D',  'R'};
+  constexpr UINT8 kSignature[16] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n',
+                                    0,    0,   0,   13,  'I',  'H',  'D',  'R'};
   constexpr UINTN kHeaderEnd = 33;
   const BoardHeader &header = board.Header;
   if (header.PictureSize < kHeaderEnd ||

@@ -25,8 +25,7 @@ bool CheckIdentity(const BoardHeader &header, BoardFault *fault) {
 /// Both sides in 64 bits: the largest counts cannot overflow them.
 bool CheckSizes(const BoardHeader &header, UINTN size, BoardFault *fault) {
   if (header.TotalSize != size) {
-    return Refuse(fault, "%ld bytes, the header says %ld", (UINT64)size,
-                  (UINT64)header.TotalSize);
+    return Refuse(fault, "%ld bytes, the header says %ld", (UINT64)size, (UINT64)header.TotalSize);
   }
   UINT64 expected = sizeof(BoardHeader) + (UINT64)header.StyleCount * sizeof(BoardStyle) +
                     (UINT64)header.ComponentCount * sizeof(BoardComponent) +

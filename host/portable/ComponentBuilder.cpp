@@ -10,9 +10,7 @@ constexpr double kCalloutLineHeight = 18.0;
 constexpr UINT16 kCalloutMargin = 4;
 
 /// Signed coordinates are 16 bits wide: a view beyond that is cut.
-INT16 ToSigned(UINT32 value) {
-  return (INT16)(value > MAX_INT16 ? MAX_INT16 : value);
-}
+INT16 ToSigned(UINT32 value) { return (INT16)(value > MAX_INT16 ? MAX_INT16 : value); }
 
 /// The corner of a callout of this length whose side touches the anchor along
 /// one axis: before it, centred on it, or after it.

@@ -20,7 +20,7 @@ struct ViewRequest {
 /// array of looks, of board.Header.StyleCount entries; the record points into
 /// it. The status flags and information lines are left zero for the
 /// application to ask for.
-void BuildComponent(const Board &board, UINTN index, const ViewRequest &view,
-                    BoardStyle *styles, OBV_COMPONENT *component);
+void BuildComponent(const Board &board, UINTN index, const ViewRequest &view, BoardStyle *styles,
+                    OBV_COMPONENT *component);
 
 }  // namespace obv_host

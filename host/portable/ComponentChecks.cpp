@@ -47,8 +47,7 @@ bool CheckNumbers(const Board &board, UINTN index, const BoardComponent &compone
     return Refuse(fault, "component %d: unknown flags", index);
   }
   if (component.StyleIndex >= board.Header.StyleCount) {
-    return Refuse(fault, "component %d: there is no style %d", index,
-                  (UINTN)component.StyleIndex);
+    return Refuse(fault, "component %d: there is no style %d", index, (UINTN)component.StyleIndex);
   }
   if (component.Status > kStatusLimit || component.StatusSource != kStatusFromDescription) {
     return Refuse(fault, "component %d: unknown status", index);
@@ -108,9 +107,8 @@ bool CheckComponents(const Board &board, BoardFault *fault) {
     if (!IsName(component)) {
       return Refuse(fault, "component %d: not a name", i);
     }
-    if (!CheckUniqueName(board, i, component, fault) ||
-        !CheckNumbers(board, i, component, fault) || !CheckCounts(board, i, component, fault) ||
-        !CheckPoints(board, i, component, fault)) {
+    if (!CheckUniqueName(board, i, component, fault) || !CheckNumbers(board, i, component, fault) ||
+        !CheckCounts(board, i, component, fault) || !CheckPoints(board, i, component, fault)) {
       return false;
     }
   }

@@ -18,8 +18,6 @@ extern "C" {
 namespace obv_host {
 
 /// A UCS-2 literal in the firmware's character type.
-inline const CHAR16 *Ucs2(const char16_t *text) {
-  return reinterpret_cast<const CHAR16 *>(text);
-}
+inline const CHAR16 *Ucs2(const char16_t *text) { return reinterpret_cast<const CHAR16 *>(text); }
 
 }  // namespace obv_host

@@ -61,8 +61,7 @@ void AdoptBoard(Host *host, const Board &board, BoardStyle *styles, OBV_COMPONEN
 
 }  // namespace
 
-void InitializeHost(Host *host, const HostServices &services,
-                    const FontFile (&fonts)[kFaceCount]) {
+void InitializeHost(Host *host, const HostServices &services, const FontFile (&fonts)[kFaceCount]) {
   ZeroMem(host, sizeof(*host));
   host->Services = services;
   for (UINTN i = 0; i < kFaceCount; i++) {

@@ -56,8 +56,7 @@ inline constexpr UINTN kLogLineSize = 1024;
 
 /// Sets up a host without a board. services is copied. Until a board is used,
 /// the slots that need one answer EFI_NOT_READY. The log slot works at once.
-void InitializeHost(Host *host, const HostServices &services,
-                    const FontFile (&fonts)[kFaceCount]);
+void InitializeHost(Host *host, const HostServices &services, const FontFile (&fonts)[kFaceCount]);
 
 /// Checks the board binary and makes it the host's board. The bytes stay the
 /// caller's and must outlive the host. A refused board is logged in one line,

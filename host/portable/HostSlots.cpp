@@ -20,9 +20,9 @@ UINT64 EFIAPI HostGetTime(OBV_PROTOCOL *This) {
 }
 
 EFI_STATUS EFIAPI HostParseComponents(OBV_PROTOCOL *This, OBV_COMPONENT **components,
-                                      UINT16 pictureHeight, UINT16 pictureWidth,
-                                      UINT16 viewHeight, UINT16 viewWidth, double pictureShare,
-                                      double scaleX, double scaleY) {
+                                      UINT16 pictureHeight, UINT16 pictureWidth, UINT16 viewHeight,
+                                      UINT16 viewWidth, double pictureShare, double scaleX,
+                                      double scaleY) {
   Host *host = HostOf(This);
   if (components == nullptr) {
     return EFI_INVALID_PARAMETER;
@@ -94,8 +94,7 @@ EFI_STATUS EFIAPI HostFindBiosOption(OBV_PROTOCOL *This) {
   const Host *host = HostOf(This);
   UINTN index = host->Shared.JumpComponentIndex;
   if (index >= host->Shared.ComponentCount) {
-    HostDebugPrint(OBV_LOG_ERROR, "[Host] There is no component %d to find an option for\n",
-                   index);
+    HostDebugPrint(OBV_LOG_ERROR, "[Host] There is no component %d to find an option for\n", index);
     return EFI_NOT_FOUND;
   }
   HostDebugPrint(OBV_LOG_INFO, "[Host] Setup would show option 0x%X of component %d, %S\n",

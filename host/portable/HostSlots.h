@@ -10,9 +10,9 @@ namespace obv_host {
 
 UINT64 EFIAPI HostGetTime(OBV_PROTOCOL *This);
 EFI_STATUS EFIAPI HostParseComponents(OBV_PROTOCOL *This, OBV_COMPONENT **components,
-                                      UINT16 pictureHeight, UINT16 pictureWidth,
-                                      UINT16 viewHeight, UINT16 viewWidth, double pictureShare,
-                                      double scaleX, double scaleY);
+                                      UINT16 pictureHeight, UINT16 pictureWidth, UINT16 viewHeight,
+                                      UINT16 viewWidth, double pictureShare, double scaleX,
+                                      double scaleY);
 EFI_STATUS EFIAPI HostFinishParse(OBV_PROTOCOL *This);
 EFI_STATUS EFIAPI HostGetResourceData(OBV_PROTOCOL *This, VOID **data, UINTN *size);
 EFI_STATUS EFIAPI HostGetFontData(OBV_PROTOCOL *This, UINT8 fontIndex, CHAR8 **name, VOID **data,

@@ -19,7 +19,7 @@ struct AxisMapping {
   UINT32 Origin;  ///< Where the shown picture starts in the view.
   UINT32 Shown;   ///< How many pixels of the view it covers.
   UINT32 Step;
-  UINT32 Limit;   ///< Size of the view.
+  UINT32 Limit;  ///< Size of the view.
 };
 
 struct PictureMapping {

@@ -28,8 +28,7 @@ void AddText(ByteWriter *writer, const char16_t *text) {
 
 /// The header with the language code behind it in place of its one-byte array.
 UINT32 HeaderSize(const LanguageTexts &language) {
-  return (UINT32)(OFFSET_OF(EFI_HII_STRING_PACKAGE_HDR, Language) +
-                  AsciiStrSize(language.Code));
+  return (UINT32)(OFFSET_OF(EFI_HII_STRING_PACKAGE_HDR, Language) + AsciiStrSize(language.Code));
 }
 
 void AddPackageHeader(ByteWriter *writer, const LanguageTexts &language, UINTN packageSize) {

@@ -76,8 +76,8 @@ EFI_STATUS Publish(EFI_HANDLE imageHandle) {
     return status;
   }
   EFI_GUID protocolGuid = OBV_PROTOCOL_GUID;
-  return gBS->InstallProtocolInterface(&gDriver.ProtocolHandle, &protocolGuid,
-                                       EFI_NATIVE_INTERFACE, &gDriver.Contract.Protocol);
+  return gBS->InstallProtocolInterface(&gDriver.ProtocolHandle, &protocolGuid, EFI_NATIVE_INTERFACE,
+                                       &gDriver.Contract.Protocol);
 }
 
 void Withdraw() {

@@ -16,8 +16,8 @@ struct Driver {
   Clock Timer;
   LogPorts Ports;
   EFI_HII_HANDLE Strings;
-  VOID *BoardFile;               ///< Pool block of the user's board, if one is in use.
-  EFI_HANDLE ProtocolHandle;     ///< Carries OBV_PROTOCOL once it is installed.
+  VOID *BoardFile;            ///< Pool block of the user's board, if one is in use.
+  EFI_HANDLE ProtocolHandle;  ///< Carries OBV_PROTOCOL once it is installed.
 };
 
 extern Driver gDriver;

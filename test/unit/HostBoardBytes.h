@@ -80,7 +80,8 @@ struct BoardParts {
   }
 
   /// Lines go to the components in order: a later component's lines stand behind.
-  void AddInfo(size_t index, UINT32 kind, const std::u16string &label, const std::u16string &value) {
+  void AddInfo(size_t index, UINT32 kind, const std::u16string &label,
+               const std::u16string &value) {
     OBV_COMPONENT_INFO info = {};
     info.Kind = kind;
     PutText(info.Label, label);

@@ -125,10 +125,10 @@ TEST(HostBoardReader, SizesThatDoNotAddUp) {
   constexpr size_t kPictureSize = OFFSET_OF(BoardHeader, PictureSize);
   EXPECT_NE(FaultOfPatched([](auto &b) { BoardParts::SetField<UINT32>(b, kInfoCount, 3); }), "");
   // 580 times this count wraps to a small number in 32 bits.
-  EXPECT_NE(FaultOfPatched([](auto &b) { BoardParts::SetField<UINT32>(b, kInfoCount, 0x40000002); }),
-            "");
-  EXPECT_NE(FaultOfPatched([](auto &b) { BoardParts::SetField<UINT32>(b, kInfoCount, MAX_UINT32); }),
-            "");
+  EXPECT_NE(
+      FaultOfPatched([](auto &b) { BoardParts::SetField<UINT32>(b, kInfoCount, 0x40000002); }), "");
+  EXPECT_NE(
+      FaultOfPatched([](auto &b) { BoardParts::SetField<UINT32>(b, kInfoCount, MAX_UINT32); }), "");
   EXPECT_NE(
       FaultOfPatched([](auto &b) { BoardParts::SetField<UINT32>(b, kPictureSize, MAX_UINT32); }),
       "");
@@ -147,10 +147,9 @@ TEST(HostBoardReader, HeaderFaults) {
   EXPECT_EQ(FaultOfSpoilt([](auto &parts) { parts.Header.Logo = OBV_LOGO_NONE; }), "");
   EXPECT_EQ(FaultOfSpoilt([](auto &parts) { parts.Header.MarkerTheme = 3; }),
             "unknown marker theme 3");
-  EXPECT_EQ(FaultOfSpoilt([](auto &parts) {
-              PutText(parts.Header.Title, std::u16string(60, u'x'));
-            }),
-            "title without an end");
+  EXPECT_EQ(
+      FaultOfSpoilt([](auto &parts) { PutText(parts.Header.Title, std::u16string(60, u'x')); }),
+      "title without an end");
   EXPECT_EQ(FaultOfSpoilt([](auto &parts) {
               PutText(parts.Header.SystemInfo[6], std::u16string(128, u'x'));
             }),
@@ -160,9 +159,8 @@ TEST(HostBoardReader, HeaderFaults) {
 TEST(HostBoardReader, ColourFaults) {
   for (const char *bad : {"", "1,2", "1,2,", ",2,3", "1,2,3,4", "1, 2,3", "0x1,2,3", "a,b,c",
                           "12345678,12345678,12"}) {
-    EXPECT_EQ(
-        FaultOfSpoilt([&](auto &parts) { PutColor(parts.Styles[0].Focus.BorderColor, bad); }),
-        "style 0: not a colour")
+    EXPECT_EQ(FaultOfSpoilt([&](auto &parts) { PutColor(parts.Styles[0].Focus.BorderColor, bad); }),
+              "style 0: not a colour")
         << bad;
   }
 }
@@ -170,14 +168,12 @@ TEST(HostBoardReader, ColourFaults) {
 TEST(HostBoardReader, InformationFaults) {
   EXPECT_EQ(FaultOfSpoilt([](auto &parts) { parts.Infos[1].Kind = 2; }),
             "information line 1: unknown kind 2");
-  EXPECT_EQ(FaultOfSpoilt([](auto &parts) {
-              PutText(parts.Infos[0].Label, std::u16string(32, u'x'));
-            }),
-            "information line 0: text without an end");
-  EXPECT_EQ(FaultOfSpoilt([](auto &parts) {
-              PutText(parts.Infos[1].Value, std::u16string(256, u'x'));
-            }),
-            "information line 1: text without an end");
+  EXPECT_EQ(
+      FaultOfSpoilt([](auto &parts) { PutText(parts.Infos[0].Label, std::u16string(32, u'x')); }),
+      "information line 0: text without an end");
+  EXPECT_EQ(
+      FaultOfSpoilt([](auto &parts) { PutText(parts.Infos[1].Value, std::u16string(256, u'x')); }),
+      "information line 1: text without an end");
 }
 
 TEST(HostBoardReader, NameFaults) {

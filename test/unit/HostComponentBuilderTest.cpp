@@ -83,10 +83,10 @@ TEST_F(HostComponentBuilder, CalloutTouchesTheAnchorWithTheNamedSide) {
     double Top;
   };
   const Expectation expectations[] = {
-      {OBV_CALLOUT_KEEP, 0.5, 0.5},        {OBV_CALLOUT_RIGHT, 1.0, 0.5},
+      {OBV_CALLOUT_KEEP, 0.5, 0.5},         {OBV_CALLOUT_RIGHT, 1.0, 0.5},
       {OBV_CALLOUT_BOTTOM_RIGHT, 1.0, 1.0}, {OBV_CALLOUT_BOTTOM, 0.5, 1.0},
-      {OBV_CALLOUT_BOTTOM_LEFT, 0.0, 1.0}, {OBV_CALLOUT_LEFT, 0.0, 0.5},
-      {OBV_CALLOUT_TOP_LEFT, 0.0, 0.0},    {OBV_CALLOUT_TOP, 0.5, 0.0},
+      {OBV_CALLOUT_BOTTOM_LEFT, 0.0, 1.0},  {OBV_CALLOUT_LEFT, 0.0, 0.5},
+      {OBV_CALLOUT_TOP_LEFT, 0.0, 0.0},     {OBV_CALLOUT_TOP, 0.5, 0.0},
       {OBV_CALLOUT_TOP_RIGHT, 1.0, 0.0},
   };
   for (const Expectation &expected : expectations) {
