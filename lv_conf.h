@@ -8,8 +8,8 @@
 
 #include <stdint.h>
 
-// Colours: blue, green, red, alpha in memory, which is the firmware's pixel, so that the flush hands
-// the pixels on without converting them.
+// Colours: blue, green, red, alpha in memory, which is the firmware's pixel, so that the flush
+// hands the pixels on without converting them.
 #define LV_COLOR_DEPTH 32
 #define LV_COLOR_16_SWAP 0
 #define LV_COLOR_SCREEN_TRANSP 0

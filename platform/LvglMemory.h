@@ -11,13 +11,13 @@
 extern "C" {
 #endif
 
-/// LVGL's allocator. The display port sets all three before it calls lv_init; none may be NULL then.
+/// LVGL's allocator. The display port sets all three before it calls lv_init; none is NULL then.
 typedef struct LvglMemory {
   /// Returns Size bytes, which the caller owns, or NULL when there are none.
   void *(*Allocate)(size_t Size);
   /// Gives a block back; NULL is allowed.
   void (*Free)(void *Block);
-  /// Returns the block with Size bytes, moved where needed, or NULL, and then Block stays as it was.
+  /// Returns the block with Size bytes, moved where needed; or NULL, and Block stays as it was.
   void *(*Reallocate)(void *Block, size_t Size);
 } LvglMemory;
 

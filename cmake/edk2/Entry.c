@@ -29,8 +29,7 @@ VOID EFIAPI ProcessLibraryDestructorList(EFI_HANDLE ImageHandle, EFI_SYSTEM_TABL
   (void)SystemTable;
 }
 
-EFI_STATUS EFIAPI ProcessModuleEntryPointList(
-    EFI_HANDLE ImageHandle, EFI_SYSTEM_TABLE *SystemTable
-) {
+EFI_STATUS EFIAPI ProcessModuleEntryPointList(EFI_HANDLE ImageHandle,
+                                              EFI_SYSTEM_TABLE *SystemTable) {
   return VeltBoardscopeAppEntryPoint(ImageHandle, SystemTable);
 }

@@ -1,5 +1,6 @@
 """LVGL and FreeType, which two Rust crates carry whole."""
 
+import functools
 import shutil
 import tarfile
 from dataclasses import dataclass
@@ -69,7 +70,7 @@ def fetch() -> None:
         if replaced is not None:
             check_replacement(crate, replaced)
         elif not is_current(folder, crate.stamp()):
-            put(folder, crate.stamp(), lambda scratch, crate=crate: _make(crate, scratch))
+            put(folder, crate.stamp(), functools.partial(_make, crate))
             say(f"{crate.title} is ready")
 
 

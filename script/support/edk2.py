@@ -58,7 +58,7 @@ def _make(scratch: Path) -> Path:
     # Make would pick up the settings of an EDK2 shell that this was started from.
     clean = {name: "" for name in ("WORKSPACE", "EDK_TOOLS_PATH", "CONF_PATH", "MAKEFLAGS")}
     jobs = f"-j{os.cpu_count() or 1}"
-    tools = ["make", "-C", tree / "BaseTools/Source/C", jobs]
+    tools: list[str | Path] = ["make", "-C", tree / "BaseTools/Source/C", jobs]
     run("Building EDK2's BaseTools", tools, environment=clean)
     return tree
 

@@ -65,7 +65,7 @@ def make_workspace() -> Path:
 def embed_host_files() -> None:
     """Writes the default board and the fonts as the reference host's driver embeds them."""
     python = paths.venv_dir() / "bin" / "python"
-    command = [python, paths.CLONE / "host" / "embed.py"]
+    command: list[str | Path] = [python, paths.CLONE / "host" / "embed.py"]
     command += ["--board-dir", paths.CLONE / "assets" / "board", "--out", paths.BUILD / "host"]
     for font in paths.FONT_FILES:
         command += ["--font", font]

@@ -7,12 +7,18 @@ from support import paths
 from support.running import run, say
 
 
-def build(kind: str = "native", options: tuple[str, ...] = ()) -> Path:
-    """Configures and builds everything that CMake knows; returns the build folder."""
+def configure(kind: str, options: tuple[str, ...] = ()) -> Path:
+    """Makes the build folder, unless it is there; returns it."""
     folder = paths.BUILD / kind
     if not (folder / "build.ninja").exists():
-        configure = ["cmake", "-S", paths.CLONE, "-B", folder, "-G", "Ninja", *options]
-        run(f"Configuring the native build in build/{kind}", configure)
+        cmake: list[str | Path] = ["cmake", "-S", paths.CLONE, "-B", folder, "-G", "Ninja"]
+        run(f"Configuring the native build in build/{kind}", [*cmake, *options])
+    return folder
+
+
+def build(kind: str = "native", options: tuple[str, ...] = ()) -> Path:
+    """Builds everything that CMake knows; returns the build folder."""
+    folder = configure(kind, options)
     jobs = str(os.cpu_count() or 1)
     run(f"Building in build/{kind}", ["cmake", "--build", folder, "--parallel", jobs])
     say(f"build/{kind} is up to date")

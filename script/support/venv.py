@@ -36,10 +36,11 @@ def _fill() -> None:
     # Made in place, as its scripts carry their path; the stamp comes last.
     folder = paths.venv_dir()
     run("Making the Python environment", [sys.executable, "-m", "venv", "--clear", folder])
-    pip = [folder / "bin" / "python", "-m", "pip", "install", "--disable-pip-version-check"]
+    pip: list[str | Path] = [folder / "bin" / "python", "-m", "pip", "install"]
     run(
         "Installing the Python packages of tests and checks",
         [*pip, "--require-hashes", "--only-binary", ":all:", "-r", REQUIREMENTS],
+        environment={"PIP_DISABLE_PIP_VERSION_CHECK": "1"},
         hint="Is the network up? Then run this again.",
     )
     _stamp().write_text(checksum(REQUIREMENTS))

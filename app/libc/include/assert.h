@@ -1,5 +1,6 @@
 /** @file
-  The libraries' own checks are compiled out; LVGL's go through lv_conf.h. Firmware only; native builds use the system's.
+  The libraries' own checks are compiled out; LVGL's go through lv_conf.h.
+  Firmware only; native builds use the system's.
 **/
 
 #pragma once

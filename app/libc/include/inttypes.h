@@ -1,5 +1,6 @@
 /** @file
-  The format letters that LVGL prints numbers with. Firmware only; native builds use the system's.
+  The format letters that LVGL prints numbers with.
+  Firmware only; native builds use the system's.
 **/
 
 #pragma once

@@ -1,5 +1,6 @@
 /** @file
-  The limits of x86-64's integers. Firmware only; native builds use the system's.
+  The limits of x86-64's integers.
+  Firmware only; native builds use the system's.
 **/
 
 #pragma once

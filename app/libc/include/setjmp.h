@@ -1,5 +1,6 @@
 /** @file
-  FreeType leaves a glyph that needs more memory by longjmp. Firmware only; native builds use the system's.
+  FreeType leaves a glyph that needs more memory by longjmp.
+  Firmware only; native builds use the system's.
 **/
 
 #pragma once

@@ -1,5 +1,6 @@
 /** @file
-  Declared for FreeType, whose macros name files. Nothing here is ever linked. Firmware only; native builds use the system's.
+  Declared for FreeType, whose macros name files. Nothing here is ever linked.
+  Firmware only; native builds use the system's.
 **/
 
 #pragma once

@@ -1,5 +1,6 @@
 /** @file
-  The part of <stdlib.h> that LVGL, lodepng and FreeType use. Firmware only; native builds use the system's.
+  The part of <stdlib.h> that LVGL, lodepng and FreeType use.
+  Firmware only; native builds use the system's.
 **/
 
 #pragma once

@@ -1,5 +1,6 @@
 /** @file
-  The part of <string.h> that LVGL, lodepng and FreeType use. Firmware only; native builds use the system's.
+  The part of <string.h> that LVGL, lodepng and FreeType use.
+  Firmware only; native builds use the system's.
 **/
 
 #pragma once
