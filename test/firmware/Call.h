@@ -16,8 +16,7 @@ std::string ArgText(uint64_t number);
 std::string ArgText(int64_t number);
 
 template <typename T>
-  requires std::is_integral_v<T> || std::is_enum_v<T>
-std::string ArgText(T number) {
+requires std::is_integral_v<T> || std::is_enum_v<T> std::string ArgText(T number) {
   if constexpr (std::is_signed_v<T>) {
     return ArgText(static_cast<int64_t>(number));
   } else {

@@ -28,9 +28,7 @@ class CallLog {
   size_t Begin(Service service, std::string args, EFI_TPL tpl);
   void End(size_t index, EFI_STATUS status);
   void Count(Service service) { counts_[static_cast<size_t>(service)]++; }
-  bool Records(Service service) const {
-    return all_ && recorded_[static_cast<size_t>(service)];
-  }
+  bool Records(Service service) const { return all_ && recorded_[static_cast<size_t>(service)]; }
 
   /// Memory services and TPL changes are counted but not recorded unless asked for here.
   void Record(Service service, bool on) { recorded_[static_cast<size_t>(service)] = on; }

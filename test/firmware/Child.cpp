@@ -1,13 +1,13 @@
 #include "test/firmware/Child.h"
 
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
-#include <poll.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace fake {
 
@@ -81,8 +81,7 @@ void Collect(const Pipe &text, const Pipe &output, unsigned seconds, ChildResult
 
 }  // namespace
 
-ChildResult RunInChild(const std::function<int(std::string *text)> &body,
-                       unsigned timeoutSeconds) {
+ChildResult RunInChild(const std::function<int(std::string *text)> &body, unsigned timeoutSeconds) {
   ChildResult result;
   Pipe text;
   Pipe output;

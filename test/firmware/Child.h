@@ -12,8 +12,8 @@ struct ChildResult {
   int ExitCode = -1;       ///< What it returned, or -1.
   int Signal = 0;          ///< The signal that ended it, or 0.
   bool TimedOut = false;
-  std::string Text;        ///< What it put into its text.
-  std::string Output;      ///< Its standard output and standard error.
+  std::string Text;    ///< What it put into its text.
+  std::string Output;  ///< Its standard output and standard error.
   /// One line for a failure message.
   std::string Summary() const;
 };

@@ -183,8 +183,8 @@ EFI_STATUS Firmware::SetConfigurationTable(const EFI_GUID &guid, VOID *table) {
   EFI_STATUS status = EFI_SUCCESS;
   if (table == nullptr) {
     status = found == configurationTables_.end() ? EFI_NOT_FOUND : EFI_SUCCESS;
-    configurationTables_.erase(
-        found, found == configurationTables_.end() ? found : std::next(found));
+    configurationTables_.erase(found,
+                               found == configurationTables_.end() ? found : std::next(found));
   } else if (found != configurationTables_.end()) {
     found->VendorTable = table;
   } else {

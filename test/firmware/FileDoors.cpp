@@ -11,8 +11,8 @@ struct FileDoors {
     return reinterpret_cast<OpenFile::Door *>(protocol)->Self;
   }
 
-  static EFI_STATUS EFIAPI Open(EFI_FILE_PROTOCOL *protocol, EFI_FILE_PROTOCOL **file,
-                                CHAR16 *name, UINT64 mode, UINT64 attributes) {
+  static EFI_STATUS EFIAPI Open(EFI_FILE_PROTOCOL *protocol, EFI_FILE_PROTOCOL **file, CHAR16 *name,
+                                UINT64 mode, UINT64 attributes) {
     Call call(Service::FileOpen, From(protocol), static_cast<const CHAR16 *>(name), mode,
               attributes);
     return call.Run([&] { return From(protocol)->Open(file, name, mode, attributes); });

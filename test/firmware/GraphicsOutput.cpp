@@ -102,8 +102,8 @@ EFI_STATUS EFIAPI GraphicsOutput::QueryModeDoor(EFI_GRAPHICS_OUTPUT_PROTOCOL *pr
                                                 EFI_GRAPHICS_OUTPUT_MODE_INFORMATION **info) {
   GraphicsOutput *self = From(protocol);
   Call call(Service::GopQueryMode, self, self->name_, number);
-  return call.Run([&] { return self->Removed ? EFI_DEVICE_ERROR
-                                             : self->QueryMode(number, size, info); });
+  return call.Run(
+      [&] { return self->Removed ? EFI_DEVICE_ERROR : self->QueryMode(number, size, info); });
 }
 
 EFI_STATUS EFIAPI GraphicsOutput::SetModeDoor(EFI_GRAPHICS_OUTPUT_PROTOCOL *protocol,

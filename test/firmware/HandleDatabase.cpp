@@ -78,8 +78,7 @@ EFI_STATUS HandleDatabase::Reinstall(EFI_HANDLE handle, const EFI_GUID *protocol
   return EFI_SUCCESS;
 }
 
-EFI_STATUS HandleDatabase::Uninstall(EFI_HANDLE handle, const EFI_GUID *protocol,
-                                     VOID *interface) {
+EFI_STATUS HandleDatabase::Uninstall(EFI_HANDLE handle, const EFI_GUID *protocol, VOID *interface) {
   Handle *target = Find(handle);
   if (target == nullptr || protocol == nullptr) {
     return EFI_INVALID_PARAMETER;

@@ -95,8 +95,7 @@ EFI_STATUS HiiDatabase::ListPackageLists(UINT8 type, const EFI_GUID *guid, UINTN
   return Answer(found.data(), found.size() * sizeof found[0], size, handles);
 }
 
-EFI_STATUS HiiDatabase::ExportPackageLists(EFI_HII_HANDLE handle, UINTN *size,
-                                           VOID *buffer) const {
+EFI_STATUS HiiDatabase::ExportPackageLists(EFI_HII_HANDLE handle, UINTN *size, VOID *buffer) const {
   if (size == nullptr || (*size > 0 && buffer == nullptr)) {
     return EFI_INVALID_PARAMETER;
   }

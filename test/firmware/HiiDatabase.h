@@ -42,8 +42,8 @@ class HiiDatabase {
                               EFI_HII_HANDLE *handles) const;
   EFI_STATUS ExportPackageLists(EFI_HII_HANDLE handle, UINTN *size, VOID *buffer) const;
   EFI_STATUS DriverOf(EFI_HII_HANDLE handle, EFI_HANDLE *driver) const;
-  EFI_STATUS GetString(const CHAR8 *language, EFI_HII_HANDLE handle, EFI_STRING_ID id,
-                       CHAR16 *text, UINTN *size, EFI_FONT_INFO **font) const;
+  EFI_STATUS GetString(const CHAR8 *language, EFI_HII_HANDLE handle, EFI_STRING_ID id, CHAR16 *text,
+                       UINTN *size, EFI_FONT_INFO **font) const;
   EFI_STATUS NewString(EFI_HII_HANDLE handle, EFI_STRING_ID *id, const CHAR8 *language,
                        const CHAR16 *text);
   EFI_STATUS SetString(EFI_HII_HANDLE handle, EFI_STRING_ID id, const CHAR8 *language,

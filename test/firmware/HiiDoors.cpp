@@ -45,26 +45,23 @@ struct HiiDoors {
     return call.Run([&] { return From(protocol)->DriverOf(handle, driver); });
   }
 
-  static EFI_STATUS EFIAPI NewString(CONST EFI_HII_STRING_PROTOCOL *protocol,
-                                     EFI_HII_HANDLE handle, EFI_STRING_ID *id,
-                                     CONST CHAR8 *language, CONST CHAR16 *, CONST EFI_STRING text,
-                                     CONST EFI_FONT_INFO *) {
+  static EFI_STATUS EFIAPI NewString(CONST EFI_HII_STRING_PROTOCOL *protocol, EFI_HII_HANDLE handle,
+                                     EFI_STRING_ID *id, CONST CHAR8 *language, CONST CHAR16 *,
+                                     CONST EFI_STRING text, CONST EFI_FONT_INFO *) {
     Call call(Service::HiiNewString, nullptr, language);
     return call.Run([&] { return From(protocol)->NewString(handle, id, language, text); });
   }
 
-  static EFI_STATUS EFIAPI GetString(CONST EFI_HII_STRING_PROTOCOL *protocol,
-                                     CONST CHAR8 *language, EFI_HII_HANDLE handle,
-                                     EFI_STRING_ID id, EFI_STRING text, UINTN *size,
-                                     EFI_FONT_INFO **font) {
+  static EFI_STATUS EFIAPI GetString(CONST EFI_HII_STRING_PROTOCOL *protocol, CONST CHAR8 *language,
+                                     EFI_HII_HANDLE handle, EFI_STRING_ID id, EFI_STRING text,
+                                     UINTN *size, EFI_FONT_INFO **font) {
     Call call(Service::HiiGetString, nullptr, language, id);
     return call.Run(
         [&] { return From(protocol)->GetString(language, handle, id, text, size, font); });
   }
 
-  static EFI_STATUS EFIAPI SetString(CONST EFI_HII_STRING_PROTOCOL *protocol,
-                                     EFI_HII_HANDLE handle, EFI_STRING_ID id,
-                                     CONST CHAR8 *language, EFI_STRING text,
+  static EFI_STATUS EFIAPI SetString(CONST EFI_HII_STRING_PROTOCOL *protocol, EFI_HII_HANDLE handle,
+                                     EFI_STRING_ID id, CONST CHAR8 *language, EFI_STRING text,
                                      CONST EFI_FONT_INFO *) {
     Call call(Service::HiiSetString, nullptr, language, id);
     return call.Run([&] { return From(protocol)->SetString(handle, id, language, text); });
@@ -80,9 +77,8 @@ struct HiiDoors {
                                                  EFI_HII_HANDLE handle, CONST CHAR8 *primary,
                                                  CHAR8 *languages, UINTN *size) {
     Call call(Service::HiiGetSecondaryLanguages, nullptr, primary);
-    return call.Run([&] {
-      return From(protocol)->GetSecondaryLanguages(handle, primary, languages, size);
-    });
+    return call.Run(
+        [&] { return From(protocol)->GetSecondaryLanguages(handle, primary, languages, size); });
   }
 };
 

@@ -116,8 +116,7 @@ class BlockReader {
     return true;
   }
 
-  bool ReadBlock(uint8_t type, EFI_STRING_ID *id,
-                 std::map<EFI_STRING_ID, std::u16string> *texts) {
+  bool ReadBlock(uint8_t type, EFI_STRING_ID *id, std::map<EFI_STRING_ID, std::u16string> *texts) {
     uint8_t byte = 0;
     uint16_t word = 0;
     switch (type) {

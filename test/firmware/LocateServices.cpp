@@ -8,8 +8,7 @@ namespace {
 
 HandleDatabase &Handles() { return Firmware::Current().Handles; }
 
-EFI_STATUS EFIAPI RegisterProtocolNotify(EFI_GUID *protocol, EFI_EVENT event,
-                                         VOID **registration) {
+EFI_STATUS EFIAPI RegisterProtocolNotify(EFI_GUID *protocol, EFI_EVENT event, VOID **registration) {
   Call call(Service::RegisterProtocolNotify, nullptr, static_cast<const EFI_GUID *>(protocol));
   return call.Run([&]() -> EFI_STATUS {
     if (!Firmware::Current().Events.IsEvent(event)) {
@@ -94,8 +93,8 @@ EFI_STATUS EFIAPI InstallConfigurationTable(EFI_GUID *guid, VOID *table) {
 }
 
 // Nothing here is driven by a driver that could be connected.
-EFI_STATUS EFIAPI ConnectController(EFI_HANDLE controller, EFI_HANDLE *,
-                                    EFI_DEVICE_PATH_PROTOCOL *, BOOLEAN recursive) {
+EFI_STATUS EFIAPI ConnectController(EFI_HANDLE controller, EFI_HANDLE *, EFI_DEVICE_PATH_PROTOCOL *,
+                                    BOOLEAN recursive) {
   Call call(Service::ConnectController, nullptr, recursive);
   return call.Run([&]() -> EFI_STATUS {
     return Handles().IsHandle(controller) ? EFI_NOT_FOUND : EFI_INVALID_PARAMETER;

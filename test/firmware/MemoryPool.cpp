@@ -26,8 +26,12 @@ namespace {
 constexpr size_t kLead = 24;
 constexpr uint8_t kLeadByte = 0xC7;
 
-bool LeadIsIntact(const uint8_t *base) {
-  return std::all_of(base, base + kLead, [](uint8_t byte) { return byte == kLeadByte; });
+// Behind each block, readable: firmware's pool ends its blocks with a tail of its own, too.
+constexpr size_t kTail = 24;
+constexpr uint8_t kTailByte = 0xC9;
+
+bool HoldsOnly(const uint8_t *bytes, size_t size, uint8_t value) {
+  return std::all_of(bytes, bytes + size, [=](uint8_t byte) { return byte == value; });
 }
 
 std::string Describe(const char *what, const VOID *address) {
@@ -41,6 +45,9 @@ std::string Describe(const char *what, const VOID *address) {
 MemoryPool::~MemoryPool() {
   for (const auto &[address, block] : blocks_) {
     Release(block);
+  }
+  for (uint8_t *base : kept_) {
+    std::free(base);
   }
   for (const auto &[address, range] : pages_) {
     std::free(reinterpret_cast<void *>(address));
@@ -60,11 +67,12 @@ EFI_STATUS MemoryPool::Allocate(EFI_MEMORY_TYPE type, UINTN size, VOID **buffer)
   if (size > Capacity || liveBytes_ + size > Capacity) {
     return EFI_OUT_OF_RESOURCES;
   }
-  auto *base = static_cast<uint8_t *>(std::malloc(kLead + size));
+  auto *base = static_cast<uint8_t *>(std::malloc(kLead + size + kTail));
   if (base == nullptr) {
     return EFI_OUT_OF_RESOURCES;
   }
   std::memset(base, kLeadByte, kLead);
+  std::memset(base + kLead + size, kTailByte, kTail);
   if (Poison) {
     std::memset(base + kLead, kFreshByte, size);
   }
@@ -79,8 +87,15 @@ EFI_STATUS MemoryPool::Allocate(EFI_MEMORY_TYPE type, UINTN size, VOID **buffer)
 
 void MemoryPool::Release(const Block &block) {
   FAKE_UNGUARD(block.Base, kLead);
-  if (!LeadIsIntact(block.Base)) {
+  if (!HoldsOnly(block.Base, kLead, kLeadByte)) {
     report_(Describe("memory was written in front of the pool block", block.Base + kLead));
+  }
+  if (!HoldsOnly(block.Base + kLead + block.Size, kTail, kTailByte)) {
+    report_(Describe("memory was written behind the pool block", block.Base + kLead));
+  }
+  if (KeepFreed) {
+    kept_.push_back(block.Base);
+    return;
   }
   if (Poison) {
     std::memset(block.Base, kFreedByte, kLead + block.Size);

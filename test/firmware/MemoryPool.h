@@ -33,6 +33,9 @@ class MemoryPool {
   uint64_t Capacity = uint64_t{1} << 30;
   /// Filling of fresh and freed memory; benchmarks switch it off.
   bool Poison = true;
+  /// Leaves freed blocks readable as they were, as they are in firmware until their memory is
+  /// given out again; for tests of stale pointers.
+  bool KeepFreed = false;
 
   uint64_t LiveBlocks() const { return blocks_.size(); }
   uint64_t LiveBytes() const { return liveBytes_; }
@@ -62,6 +65,7 @@ class MemoryPool {
   std::unordered_map<const VOID *, Block> blocks_;
   std::map<EFI_PHYSICAL_ADDRESS, PageRange> pages_;
   std::set<const VOID *> freed_;
+  std::vector<uint8_t *> kept_;
   uint64_t liveBytes_ = 0;
   uint64_t peakBytes_ = 0;
   uint64_t allocations_ = 0;

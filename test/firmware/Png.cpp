@@ -60,10 +60,9 @@ std::vector<uint8_t> Store(const std::vector<uint8_t> &raw) {
     bool last = at + size == raw.size();
     uint16_t length = static_cast<uint16_t>(size);
     uint16_t inverse = static_cast<uint16_t>(~length);
-    stream.insert(stream.end(),
-                  {static_cast<uint8_t>(last), static_cast<uint8_t>(length),
-                   static_cast<uint8_t>(length >> 8), static_cast<uint8_t>(inverse),
-                   static_cast<uint8_t>(inverse >> 8)});
+    stream.insert(stream.end(), {static_cast<uint8_t>(last), static_cast<uint8_t>(length),
+                                 static_cast<uint8_t>(length >> 8), static_cast<uint8_t>(inverse),
+                                 static_cast<uint8_t>(inverse >> 8)});
     stream.insert(stream.end(), raw.begin() + static_cast<ptrdiff_t>(at),
                   raw.begin() + static_cast<ptrdiff_t>(at + size));
   }

@@ -1,18 +1,12 @@
 #include "test/firmware/Run.h"
 
-#include <cstdio>
 #include <unistd.h>
+#include <cstdio>
 
-#include "app/Entry.h"
-
-// EDK2 declares these in generated code only.
+// The image's own entry and what EDK2 generates for it.
 extern "C" {
-EFI_STATUS EFIAPI UefiBootServicesTableLibConstructor(EFI_HANDLE image, EFI_SYSTEM_TABLE *table);
-EFI_STATUS EFIAPI UefiRuntimeServicesTableLibConstructor(EFI_HANDLE image,
-                                                         EFI_SYSTEM_TABLE *table);
-EFI_STATUS EFIAPI UefiLibConstructor(EFI_HANDLE image, EFI_SYSTEM_TABLE *table);
-EFI_STATUS EFIAPI HobLibConstructor(EFI_HANDLE image, EFI_SYSTEM_TABLE *table);
-EFI_STATUS EFIAPI UefiHiiServicesLibConstructor(EFI_HANDLE image, EFI_SYSTEM_TABLE *table);
+EFI_STATUS EFIAPI _ModuleEntryPoint(EFI_HANDLE image, EFI_SYSTEM_TABLE *table);
+VOID EFIAPI ProcessLibraryConstructorList(EFI_HANDLE image, EFI_SYSTEM_TABLE *table);
 }
 
 namespace fake {
@@ -31,8 +25,7 @@ class TurnCounter {
         closed_(firmware.Calls.CountOf(Service::CloseEvent)) {}
 
   void Look() {
-    bool inLoop = Created() > created_ &&
-                  firmware_.Calls.CountOf(Service::CloseEvent) == closed_;
+    bool inLoop = Created() > created_ && firmware_.Calls.CountOf(Service::CloseEvent) == closed_;
     if (inLoop && started_) {
       Turn();
     }
@@ -75,21 +68,14 @@ class TurnCounter {
 }  // namespace
 
 void RunLibraryConstructors(Firmware &firmware) {
-  EFI_HANDLE image = firmware.ImageHandle;
-  EFI_SYSTEM_TABLE *table = &firmware.SystemTable;
-  UefiBootServicesTableLibConstructor(image, table);
-  UefiRuntimeServicesTableLibConstructor(image, table);
-  UefiLibConstructor(image, table);
-  HobLibConstructor(image, table);
-  UefiHiiServicesLibConstructor(image, table);
+  ProcessLibraryConstructorList(firmware.ImageHandle, &firmware.SystemTable);
 }
 
 RunResult RunApplication(Firmware &firmware, const RunOptions &options) {
   firmware.Clock.StepPerLook = options.StepPerTurn;
   TurnCounter counter(firmware, options);
   firmware.Faults.AtEvery(Service::HostGetTime, [&counter] { counter.Look(); });
-  RunLibraryConstructors(firmware);
-  EFI_STATUS status = VeltBoardscopeAppEntryPoint(firmware.ImageHandle, &firmware.SystemTable);
+  EFI_STATUS status = _ModuleEntryPoint(firmware.ImageHandle, &firmware.SystemTable);
   firmware.Faults.StopEvery(Service::HostGetTime);
   return {status, counter.Turns()};
 }

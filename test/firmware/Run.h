@@ -37,7 +37,7 @@ struct RunResult {
   int Turns = 0;  ///< Main-loop turns; 0 when the loop was not reached.
 };
 
-/// Runs the application on the installed host, with the library constructors before it. Turns
+/// Runs the image from its entry point on, library constructors included. Turns
 /// are counted by the looks at the host's clock, so the host must read it from the firmware, as
 /// TestHost does (see Firmware::LookAtClock). The application's state and LVGL's are one-shot:
 /// once per process (Child.h has more processes).

@@ -10,8 +10,8 @@ SetupEventHandler *gHandler = nullptr;
 }  // namespace
 
 struct SetupDoors {
-  static EFI_STATUS EFIAPI GetEventData(CHAR8 *key, UINT8 *reserved, UINT32 *type,
-                                        UINT32 *dataSize, VOID *data) {
+  static EFI_STATUS EFIAPI GetEventData(CHAR8 *key, UINT8 *reserved, UINT32 *type, UINT32 *dataSize,
+                                        VOID *data) {
     Call call(Service::SetupGetEventData, nullptr, static_cast<const char *>(key));
     SetupEventHandler &self = *gHandler;
     const auto *bytes = static_cast<const uint8_t *>(data);

@@ -26,8 +26,8 @@ class SetupEventHandler {
 
   /// What GetEventData was asked for.
   struct Request {
-    std::string Key;          ///< 24 bytes, padding included.
-    std::string Reserved;     ///< 24 bytes.
+    std::string Key;       ///< 24 bytes, padding included.
+    std::string Reserved;  ///< 24 bytes.
     UINT32 Type, DataSize;
     bool DataWasZero;
   };

@@ -46,9 +46,9 @@ EFI_STATUS VariableStore::Get(const CHAR16 *name, const EFI_GUID *vendor, UINT32
 EFI_STATUS VariableStore::Set(const CHAR16 *name, const EFI_GUID *vendor, UINT32 attributes,
                               UINTN size, const VOID *data) {
   bool append = (attributes & EFI_VARIABLE_APPEND_WRITE) != 0;
-  bool runtimeOnly = (attributes & (EFI_VARIABLE_RUNTIME_ACCESS |
-                                    EFI_VARIABLE_BOOTSERVICE_ACCESS)) ==
-                     EFI_VARIABLE_RUNTIME_ACCESS;
+  bool runtimeOnly =
+      (attributes & (EFI_VARIABLE_RUNTIME_ACCESS | EFI_VARIABLE_BOOTSERVICE_ACCESS)) ==
+      EFI_VARIABLE_RUNTIME_ACCESS;
   if (name == nullptr || name[0] == 0 || vendor == nullptr || runtimeOnly ||
       (attributes & ~kKnownAttributes) != 0 || (size != 0 && data == nullptr)) {
     return EFI_INVALID_PARAMETER;
@@ -110,10 +110,10 @@ void VariableStore::SetText(std::u16string_view name, std::string_view text) {
   Remove(name);
   std::vector<uint8_t> data(text.begin(), text.end());
   data.push_back(0);
-  variables_.push_back({std::u16string(name), kGlobalVariableGuid,
-                        EFI_VARIABLE_NON_VOLATILE | EFI_VARIABLE_BOOTSERVICE_ACCESS |
-                            EFI_VARIABLE_RUNTIME_ACCESS,
-                        std::move(data)});
+  variables_.push_back(
+      {std::u16string(name), kGlobalVariableGuid,
+       EFI_VARIABLE_NON_VOLATILE | EFI_VARIABLE_BOOTSERVICE_ACCESS | EFI_VARIABLE_RUNTIME_ACCESS,
+       std::move(data)});
 }
 
 void VariableStore::Remove(std::u16string_view name) {

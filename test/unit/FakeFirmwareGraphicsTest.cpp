@@ -78,8 +78,7 @@ TEST_F(FakeFirmwareGraphics, BoundsAreInvalidParameters) {
   EXPECT_EQ(Blt(buffer, EfiBltBufferToVideo, 0, 0, 0, 3, 1, 2), EFI_INVALID_PARAMETER);
   EXPECT_EQ(Blt(nullptr, EfiBltVideoToVideo, 0, 0, 7, 0, 2, 1), EFI_INVALID_PARAMETER);
   EXPECT_EQ(Blt(nullptr, EfiBltVideoToVideo, 7, 0, 0, 0, 2, 1), EFI_INVALID_PARAMETER);
-  EXPECT_EQ(Blt(buffer, EfiGraphicsOutputBltOperationMax, 0, 0, 0, 0, 1, 1),
-            EFI_INVALID_PARAMETER);
+  EXPECT_EQ(Blt(buffer, EfiGraphicsOutputBltOperationMax, 0, 0, 0, 0, 1, 1), EFI_INVALID_PARAMETER);
   EXPECT_EQ(Output.Picture(), std::vector<UINT32>(32, 0));
 }
 

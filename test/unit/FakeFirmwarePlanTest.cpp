@@ -1,5 +1,5 @@
-#include <csignal>
 #include <unistd.h>
+#include <csignal>
 
 #include <gtest/gtest.h>
 
@@ -104,8 +104,8 @@ TEST_F(FakeFirmwarePlan, RecordsTellOrderArgumentsAndStatus) {
   Services.LocateProtocol(&guid, nullptr, &found);
   VOID *buffer = nullptr;
   Services.AllocatePool(EfiBootServicesData, 8, &buffer);
-  EXPECT_EQ(Machine.Calls.Lines(), (std::vector<std::string>{"Stall(0) = Success",
-                                                             "LocateProtocol(Obv) = Not Found"}));
+  EXPECT_EQ(Machine.Calls.Lines(),
+            (std::vector<std::string>{"Stall(0) = Success", "LocateProtocol(Obv) = Not Found"}));
   EXPECT_EQ(Machine.Calls.CountOf(Service::AllocatePool), 1u) << "counted, though not recorded";
   Machine.Calls.Record(Service::FreePool, true);
   Services.FreePool(buffer);

@@ -79,8 +79,7 @@ TEST_F(FakeFirmwarePool, ForeignPointerIsRefusedAndReported) {
 
 TEST_F(FakeFirmwarePool, PagesAreAlignedAndBalanced) {
   EFI_PHYSICAL_ADDRESS memory = 0;
-  ASSERT_EQ(Services.AllocatePages(AllocateAnyPages, EfiBootServicesData, 3, &memory),
-            EFI_SUCCESS);
+  ASSERT_EQ(Services.AllocatePages(AllocateAnyPages, EfiBootServicesData, 3, &memory), EFI_SUCCESS);
   EXPECT_EQ(memory % EFI_PAGE_SIZE, 0u);
   EXPECT_EQ(Machine.Pool.LivePages(), 3u);
   EXPECT_EQ(Services.FreePages(memory, 3), EFI_SUCCESS);

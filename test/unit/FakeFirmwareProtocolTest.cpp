@@ -70,8 +70,7 @@ TEST_F(FakeFirmwareProtocol, HandleBufferComesInOrderOfCreation) {
   EFI_HANDLE first = Install(&gTwo, &First);
   EFI_HANDLE second = Install(&gOne, &First);
   Install(&gOne, &Second, first);
-  ASSERT_EQ(Services.LocateHandleBuffer(ByProtocol, &gOne, nullptr, &count, &buffer),
-            EFI_SUCCESS);
+  ASSERT_EQ(Services.LocateHandleBuffer(ByProtocol, &gOne, nullptr, &count, &buffer), EFI_SUCCESS);
   ASSERT_EQ(count, 2u);
   EXPECT_EQ(buffer[0], first);
   EXPECT_EQ(buffer[1], second);
@@ -106,15 +105,15 @@ TEST_F(FakeFirmwareProtocol, OpenAndCloseAreBalanced) {
   EFI_HANDLE handle = Install(&gOne, &First);
   VOID *found = nullptr;
   EFI_HANDLE agent = Machine.ImageHandle;
-  EXPECT_EQ(Services.OpenProtocol(handle, &gOne, &found, agent, handle,
-                                  EFI_OPEN_PROTOCOL_BY_DRIVER),
-            EFI_SUCCESS);
-  EXPECT_EQ(Services.OpenProtocol(handle, &gOne, &found, agent, handle,
-                                  EFI_OPEN_PROTOCOL_BY_DRIVER),
-            EFI_ALREADY_STARTED);
-  EXPECT_EQ(Services.OpenProtocol(handle, &gOne, &found, agent, nullptr,
-                                  EFI_OPEN_PROTOCOL_EXCLUSIVE),
-            EFI_ACCESS_DENIED);
+  EXPECT_EQ(
+      Services.OpenProtocol(handle, &gOne, &found, agent, handle, EFI_OPEN_PROTOCOL_BY_DRIVER),
+      EFI_SUCCESS);
+  EXPECT_EQ(
+      Services.OpenProtocol(handle, &gOne, &found, agent, handle, EFI_OPEN_PROTOCOL_BY_DRIVER),
+      EFI_ALREADY_STARTED);
+  EXPECT_EQ(
+      Services.OpenProtocol(handle, &gOne, &found, agent, nullptr, EFI_OPEN_PROTOCOL_EXCLUSIVE),
+      EFI_ACCESS_DENIED);
   EXPECT_EQ(Machine.Handles.UnclosedCount(), 1u);
   EXPECT_EQ(Services.UninstallProtocolInterface(handle, &gOne, &First), EFI_ACCESS_DENIED);
   EXPECT_EQ(Services.CloseProtocol(handle, &gOne, agent, handle), EFI_SUCCESS);
@@ -129,18 +128,18 @@ TEST_F(FakeFirmwareProtocol, OpenAndCloseAreBalanced) {
 
 TEST_F(FakeFirmwareProtocol, MultipleInstallsAllOrNothing) {
   EFI_HANDLE handle = Install(&gTwo, &Second);
-  EXPECT_EQ(Services.InstallMultipleProtocolInterfaces(&handle, &gOne, &First, &gTwo, &First,
-                                                       nullptr),
-            EFI_INVALID_PARAMETER);
+  EXPECT_EQ(
+      Services.InstallMultipleProtocolInterfaces(&handle, &gOne, &First, &gTwo, &First, nullptr),
+      EFI_INVALID_PARAMETER);
   VOID *found = nullptr;
   EXPECT_EQ(Services.HandleProtocol(handle, &gOne, &found), EFI_UNSUPPORTED);
   EFI_HANDLE fresh = nullptr;
   EXPECT_EQ(
       Services.InstallMultipleProtocolInterfaces(&fresh, &gOne, &First, &gTwo, &First, nullptr),
       EFI_SUCCESS);
-  EXPECT_EQ(Services.UninstallMultipleProtocolInterfaces(fresh, &gOne, &First, &gTwo, &First,
-                                                         nullptr),
-            EFI_SUCCESS);
+  EXPECT_EQ(
+      Services.UninstallMultipleProtocolInterfaces(fresh, &gOne, &First, &gTwo, &First, nullptr),
+      EFI_SUCCESS);
   EXPECT_FALSE(Machine.Handles.IsHandle(fresh));
 }
 
@@ -149,8 +148,7 @@ TEST_F(FakeFirmwareProtocol, NotifiesOfNewInstances) {
   EFI_EVENT event = nullptr;
   VOID *registration = nullptr;
   Services.CreateEvent(EVT_NOTIFY_SIGNAL, TPL_CALLBACK, &CountNotification, nullptr, &event);
-  EXPECT_EQ(Services.RegisterProtocolNotify(&gOne, nullptr, &registration),
-            EFI_INVALID_PARAMETER);
+  EXPECT_EQ(Services.RegisterProtocolNotify(&gOne, nullptr, &registration), EFI_INVALID_PARAMETER);
   EXPECT_EQ(Services.RegisterProtocolNotify(&gOne, event, &registration), EFI_SUCCESS);
   EXPECT_EQ(gNotified, 0) << "registration alone signals nothing";
   VOID *found = nullptr;

@@ -67,8 +67,7 @@ TEST_F(FakeFirmwareText, GetStringStatuses) {
   EXPECT_EQ(strings->GetString(strings, "en-US", handle, 2, text, &size, nullptr), EFI_SUCCESS);
   EXPECT_EQ(strings->GetString(strings, "de", handle, 2, text, &size, nullptr),
             EFI_INVALID_LANGUAGE);
-  EXPECT_EQ(strings->GetString(strings, "en-US", handle, 9, text, &size, nullptr),
-            EFI_NOT_FOUND);
+  EXPECT_EQ(strings->GetString(strings, "en-US", handle, 9, text, &size, nullptr), EFI_NOT_FOUND);
   EXPECT_EQ(strings->GetString(strings, nullptr, handle, 2, text, &size, nullptr),
             EFI_INVALID_PARAMETER);
   EXPECT_EQ(strings->GetString(strings, "en-US", handle, 2, nullptr, &size, nullptr),
@@ -76,7 +75,8 @@ TEST_F(FakeFirmwareText, GetStringStatuses) {
 }
 
 TEST_F(FakeFirmwareText, LanguagesAreListed) {
-  EFI_HII_HANDLE handle = Machine.Hii.AddStrings(kList, {{"en-US", {{1, u"E"}}}, {"de", {{1, u"D"}}}});
+  EFI_HII_HANDLE handle =
+      Machine.Hii.AddStrings(kList, {{"en-US", {{1, u"E"}}}, {"de", {{1, u"D"}}}});
   CHAR8 *languages = HiiGetSupportedLanguages(handle);
   ASSERT_NE(languages, nullptr);
   EXPECT_STREQ(languages, "de;en-US");
@@ -133,12 +133,12 @@ TEST_F(FakeFirmwareText, VariableStatuses) {
   EXPECT_EQ(services.GetVariable(name.data(), &vendor, nullptr, &size, nullptr),
             EFI_BUFFER_TOO_SMALL);
   EXPECT_EQ(size, 3u);
-  EXPECT_EQ(services.SetVariable(name.data(), &vendor, kAttributes | EFI_VARIABLE_NON_VOLATILE, 3,
-                                 value),
-            EFI_INVALID_PARAMETER);
-  EXPECT_EQ(services.SetVariable(name.data(), &vendor, kAttributes | EFI_VARIABLE_APPEND_WRITE, 2,
-                                 value),
-            EFI_SUCCESS);
+  EXPECT_EQ(
+      services.SetVariable(name.data(), &vendor, kAttributes | EFI_VARIABLE_NON_VOLATILE, 3, value),
+      EFI_INVALID_PARAMETER);
+  EXPECT_EQ(
+      services.SetVariable(name.data(), &vendor, kAttributes | EFI_VARIABLE_APPEND_WRITE, 2, value),
+      EFI_SUCCESS);
   char back[8] = {};
   size = sizeof back;
   UINT32 attributes = 0;
