@@ -2,13 +2,23 @@
 
 import itertools
 import math
+from collections.abc import Callable, Sequence
 from dataclasses import dataclass
 
 from camera import Pixel
 
 MAX_ROUNDS = 40
 CROSSING_COST = 4000.0
+OUTLINE_COST = 60.0
 CLEARANCE = 50.0
+
+
+@dataclass(frozen=True)
+class Part:
+    """A component on the picture: its silhouette and where its leader starts."""
+
+    outline: list[tuple[int, int]]
+    start: Pixel
 
 
 @dataclass(frozen=True)
@@ -51,12 +61,13 @@ def leader(start: Pixel, slot: Slot) -> list[Pixel]:
     return [start, slot.knee, slot.anchor]
 
 
-def pair_cost(one: list[Pixel], other: list[Pixel]) -> float:
-    hits = 0
-    for a, b in itertools.pairwise(one):
-        for c, d in itertools.pairwise(other):
-            hits += crosses(a, b, c, d)
-    return hits * CROSSING_COST
+def crossings(one: list[Pixel], other: Sequence[Pixel]) -> int:
+    """How often two polylines cross."""
+    return sum(
+        crosses(a, b, c, d)
+        for a, b in itertools.pairwise(one)
+        for c, d in itertools.pairwise(other)
+    )
 
 
 def nearness(start: Pixel, path: list[Pixel]) -> float:
@@ -71,31 +82,51 @@ def nearness(start: Pixel, path: list[Pixel]) -> float:
     return total
 
 
-def lay_out(starts: dict[str, Pixel], rim: Rim) -> dict[str, Slot]:
-    """Gives every start a slot so that leaders are short and do not cross."""
-    names = list(starts)
-    slots = rim.slots(len(names))
+def path_cost(name: str, path: list[Pixel], parts: dict[str, Part]) -> float:
+    """The length of a leader, and what lies under it besides its own component."""
+    total = math.dist(path[0], path[1])
+    for other, part in parts.items():
+        if other != name:
+            total += crossings(path, [*part.outline, part.outline[0]]) * OUTLINE_COST
+            total += nearness(part.start, path)
+    return total
+
+
+def lay_out(chosen: list[str], parts: dict[str, Part], rim: Rim) -> dict[str, Slot]:
+    """Gives each chosen component a slot so that leaders are short and do not cross."""
+    slots = rim.slots(len(chosen))
     along_x = abs(rim.last[0] - rim.first[0]) > abs(rim.last[1] - rim.first[1])
-    names.sort(key=lambda name: starts[name][0 if along_x else 1])
+    order = sorted(chosen, key=lambda name: parts[name].start[0 if along_x else 1])
     if (rim.last[0] < rim.first[0]) if along_x else (rim.last[1] < rim.first[1]):
-        names.reverse()
+        order.reverse()
+    paths = {
+        (name, k): leader(parts[name].start, slot)
+        for name in chosen
+        for k, slot in enumerate(slots)
+    }
+    costs = {key: path_cost(key[0], path, parts) for key, path in paths.items()}
 
-    def cost(order: list[str]) -> float:
-        paths = [leader(starts[name], slot) for name, slot in zip(order, slots)]
-        total = sum(math.dist(path[0], path[1]) for path in paths)
-        for one, other in itertools.permutations(paths, 2):
-            total += nearness(one[0], other)
-        return total + sum(pair_cost(a, b) for a, b in itertools.combinations(paths, 2))
+    def cost(trial: list[str]) -> float:
+        keys = [(name, k) for k, name in enumerate(trial)]
+        hits = sum(crossings(paths[a], paths[b]) for a, b in itertools.combinations(keys, 2))
+        return sum(costs[key] for key in keys) + hits * CROSSING_COST
 
-    best = cost(names)
+    return dict(zip(improve(order, cost), slots, strict=True))
+
+
+def improve(order: list[str], cost: Callable[[list[str]], float]) -> list[str]:
+    """Swaps pairs, and moves single names elsewhere, as long as that makes the order cheaper."""
+    best = cost(order)
     for _ in range(MAX_ROUNDS):
-        improved = False
-        for i, j in itertools.combinations(range(len(names)), 2):
-            trial = list(names)
-            trial[i], trial[j] = trial[j], trial[i]
-            value = cost(trial)
-            if value < best - 1e-6:
-                names, best, improved = trial, value, True
-        if not improved:
+        before = best
+        for i, j in itertools.permutations(range(len(order)), 2):
+            swapped, moved = list(order), list(order)
+            swapped[i], swapped[j] = swapped[j], swapped[i]
+            moved.insert(j, moved.pop(i))
+            for trial in (swapped, moved):
+                value = cost(trial)
+                if value < best - 1e-6:
+                    order, best = trial, value
+        if best == before:
             break
-    return dict(zip(names, slots))
+    return order

@@ -192,7 +192,6 @@ ENTRIES = [
         [text("Type", "DisplayPort 1.4"), side("Monitor", "3840 x 2160, 60 Hz")],
     ),
     fan("CPU_FAN", "top", 0x2701, "1180 RPM"),
-    fan("CPU_OPT", "top", 0x2702, "", "absent"),
     fan("SYS_FAN1", "right", 0x2703, "860 RPM"),
     fan("SYS_FAN2", "right", 0x2704, "0 RPM", "device-error"),
     fan("SYS_FAN3", "bottom", 0x2705, "", "absent"),
@@ -207,7 +206,7 @@ ENTRIES = [
     Entry(
         "ARGB_1",
         "audio",
-        "top",
+        "right",
         0x2803,
         [text("Type", "Addressable light header, 5 V"), side("Effect", "Rainbow")],
     ),
@@ -252,6 +251,5 @@ ENTRIES = [
         0x2901,
         [text("Type", "Platform controller"), side("Temperature", "47 C")],
     ),
-    Entry("TPM", "none", "bottom", 0x2902, [text("Type", "SPI security module header")], "absent"),
     Entry("PANEL", "none", "bottom", 0, [text("Type", "Front panel header")], style="quiet"),
 ]

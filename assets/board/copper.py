@@ -1,5 +1,6 @@
 """The board's flat artwork: solder mask, traces, vias and silkscreen, as one picture."""
 
+import itertools
 import math
 import random
 
@@ -12,11 +13,12 @@ from scene import FONT_BOLD, Label, Scene
 PIXELS_PER_MM = 14
 MASK = (20, 22, 25)
 BAND = (26, 28, 32)
-TRACE = (36, 40, 45)
+TRACE = (44, 49, 54)
 POUR = (24, 26, 30)
-VIA = (92, 84, 62)
+VIA = (100, 90, 62)
 SILK = (196, 200, 204)
 SILK_DIM = (104, 108, 112)
+RIM = (88, 93, 98)
 ACCENT = (226, 158, 36)
 PAD = (178, 160, 112)
 
@@ -66,7 +68,7 @@ class Artwork:
     def text(self, label: Label, color: tuple[int, int, int] = SILK) -> None:
         face = ImageFont.truetype(str(FONT_BOLD), round(label.height / 0.73 * PIXELS_PER_MM))
         left, top, right, bottom = face.getbbox(label.text)
-        mask = Image.new("L", (right - left, bottom - top))
+        mask = Image.new("L", (int(right - left), int(bottom - top)))
         ImageDraw.Draw(mask).text((-left, -top), label.text, 255, face)
         mask = mask.rotate(90 * label.quarters, expand=True)
         cx, cy = self.xy(label.x, label.y)
@@ -100,7 +102,7 @@ class Artwork:
     def _cells(self, path: Path, count: int) -> set[tuple[int, int]]:
         cells = set()
         reach = math.ceil(count * 0.42 / 2 + 0.3)
-        for (x0, y0), (x1, y1) in zip(path, path[1:]):
+        for (x0, y0), (x1, y1) in itertools.pairwise(path):
             steps = int(math.hypot(x1 - x0, y1 - y0) * 2) + 1
             for s in range(steps + 1):
                 x, y = x0 + (x1 - x0) * s / steps, y0 + (y1 - y0) * s / steps
@@ -191,6 +193,9 @@ def draw_vias(art: Artwork) -> None:
 
 
 def draw_silkscreen(art: Artwork, scene: Scene) -> None:
+    # The pale rim keeps the dark board apart from the view's dark background.
+    far = BOARD_SIZE
+    art.line([(0, 0), (far, 0), (far, far), (0, far), (0, 0)], 0.7, RIM)
     for x, y in HOLES:
         art.disc(x, y, 4.2, PAD)
         art.disc(x, y, 3.9, (150, 136, 96))
@@ -201,7 +206,3 @@ def draw_silkscreen(art: Artwork, scene: Scene) -> None:
     for label in scene.labels:
         art.text(label)
     art.line([(43.2, 2), (43.2, 68)], 0.3, ACCENT)
-    art.text(Label(104, 85.6, 1.5, "BOARDSCOPE REFERENCE BOARD  MICRO-ATX", 0), SILK_DIM)
-    art.text(Label(206, 86, 4.0, "B1S-24", 0), SILK)
-    art.text(Label(206, 80.4, 1.4, "DDR5  PCIe 5.0  USB 20G", 0), SILK_DIM)
-    art.text(Label(224, 20.4, 1.1, "REV 1.0", 0), SILK_DIM)

@@ -3,7 +3,7 @@
 from dataclasses import dataclass
 from pathlib import Path
 
-from callouts import Rim, Slot, lay_out, leader
+from callouts import Part, Rim, Slot, lay_out, leader
 from camera import BOARD_CAMERA, Pixel
 from catalog import ENTRIES, Entry
 from outline import silhouette
@@ -14,8 +14,8 @@ DOT_HALF = 11
 
 RIMS = {
     "left": Rim((330, 700), (960, 1590), (60, 0), "right"),
-    "right": Rim((1960, 150), (2560, 800), (-60, 0), "left"),
-    "top": Rim((620, 470), (1720, 54), (30, 40), "bottom-right"),
+    "right": Rim((1690, 70), (2560, 810), (-60, 0), "left"),
+    "top": Rim((620, 470), (1440, 84), (30, 40), "bottom-right"),
     "bottom": Rim((1440, 1585), (2580, 920), (-60, 0), "left"),
 }
 
@@ -25,13 +25,14 @@ STARTS: dict[str, tuple[float, float]] = {
     "DIMM_A2": (0.10, 0.12),
     "DIMM_B1": (0.10, 0.12),
     "DIMM_B2": (0.10, 0.12),
+    "BATTERY": (0.8, 0.25),
     "M2_WIFI": (0.35, 0.6),
     "CPU": (0.42, 0.32),
     "M2_1": (0.12, 0.78),
     "M2_2": (0.12, 0.78),
     "PCIEX16_1": (0.08, 0.8),
     "PCIEX1_1": (0.3, 0.6),
-    "PCIEX16_2": (0.5, 0.55),
+    "PCIEX16_2": (0.08, 0.8),
     "M2_3": (0.82, 0.3),
     "CHIPSET": (0.8, 0.3),
     "SATA6G_1": (0.5, 0.75),
@@ -78,12 +79,11 @@ def place_components(scene: Scene) -> list[Placed]:
         entry.name: silhouette([BOARD_CAMERA.project(p) for p in scene.points[entry.name]])
         for entry in ENTRIES
     }
-    starts = {name: start_of(name, outline) for name, outline in outlines.items()}
+    parts = {name: Part(outline, start_of(name, outline)) for name, outline in outlines.items()}
     slots: dict[str, Slot] = {}
     for side, rim in RIMS.items():
-        chosen = {entry.name: starts[entry.name] for entry in ENTRIES if entry.side == side}
-        slots |= lay_out(chosen, rim)
-    return [Placed(e, outlines[e.name], starts[e.name], slots[e.name]) for e in ENTRIES]
+        slots |= lay_out([entry.name for entry in ENTRIES if entry.side == side], parts, rim)
+    return [Placed(e, parts[e.name].outline, parts[e.name].start, slots[e.name]) for e in ENTRIES]
 
 
 def start_of(name: str, outline: list[tuple[int, int]]) -> Pixel:

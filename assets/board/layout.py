@@ -2,6 +2,8 @@
 
 import random
 from collections.abc import Callable
+from dataclasses import dataclass
+from functools import partial
 
 import materials as m
 import parts_headers as headers
@@ -35,6 +37,7 @@ def build_board() -> Scene:
     place_power(scene)
     place_headers(scene)
     place_chips(scene)
+    place_prints(scene)
     strew_passives(scene)
     return scene
 
@@ -58,19 +61,20 @@ def place_memory(scene: Scene) -> None:
     names = ("DIMM_A1", "DIMM_A2", "DIMM_B1", "DIMM_B2")
     for k, name in enumerate(names):
         body = m.BLACK if k % 2 == 0 else m.COAL
-        frame = place(scene, name, 167 + k * 9.6, 97, 0, lambda f, b=body: slots.memory_slot(f, b))
-        frame.label(0, -4.2, name, 1.35)
+        part = partial(slots.memory_slot, body=body)
+        frame = place(scene, name, 167 + k * 9.6, 97, 0, part)
+        frame.label(0, -4.2, name, 1.05)
 
 
 def place_slots(scene: Scene) -> None:
     place(scene, "PCIEX16_1", 50, 78.5, 0, lambda f: slots.express_slot(f, 16, True)).label(
-        12, 6.2, "PCIEX16_1"
+        14, -7.2, "PCIEX16_1", 1.7
     )
     place(scene, "PCIEX1_1", 50, 37, 0, lambda f: slots.express_slot(f, 1, False)).label(
         10, -5.8, "PCIEX1_1"
     )
-    place(scene, "PCIEX16_2", 50, 17, 0, lambda f: slots.express_slot(f, 16, False)).label(
-        12, 5.6, "PCIEX16_2"
+    place(scene, "PCIEX16_2", 50, 18.5, 0, lambda f: slots.express_slot(f, 16, False)).label(
+        76, -5.6, "PCIEX16_2", 1.5
     )
     cover = slots.m2_cover
     place(scene, "M2_1", 142, 103, 0, lambda f: cover(f, 82, 21, "M2_1"))
@@ -101,6 +105,7 @@ def place_rear(scene: Scene) -> None:
 
 def place_power(scene: Scene) -> None:
     power.shaped_heatsink(Frame(scene, 41, 176.5), 18, 88, 27)
+    Frame(scene, 31.98, 176.5, 3).print_upright(0, 0, 11.5, 6.0, "BOARDSCOPE", m.PRINT_DIM)
     power.fin_heatsink(Frame(scene, 101, 229), 78, 15, 26)
     for k in range(9):
         power.choke(Frame(scene, 57.5, 137 + k * 9.4, 1))
@@ -123,49 +128,59 @@ def place_power(scene: Scene) -> None:
     place(scene, "CHIPSET", 197, 50, 0, lambda f: power.chipset_heatsink(f, 47, 40))
 
 
+@dataclass(frozen=True)
+class Header:
+    """A connector along the board's edges; its label lies below it, in its own frame."""
+
+    name: str
+    x: float
+    y: float
+    quarters: int
+    part: Callable[[Frame], object]
+    label_y: float
+    label_quarters: int = 0
+    label_height: float = 1.5
+
+
+def fan(body: str) -> Callable[[Frame], object]:
+    return lambda f: headers.fan_header(f, body)
+
+
+def pins(columns: int, missing: tuple[int, int], body: str = m.BLACK) -> Callable[[Frame], object]:
+    return lambda f: headers.pin_header(f, columns, 2, {missing}, body)
+
+
+HEADERS = [
+    Header("CPU_FAN", 151.4, 238.2, 2, fan(m.WHITE), 5.0, 2),
+    Header("CPU_OPT", 151.4, 223.0, 2, fan(m.BLACK), 4.6, 2),
+    Header("SYS_FAN1", 238.4, 226, 3, fan(m.BLACK), -4.6, 2),
+    Header("SYS_FAN2", 238.4, 60, 3, fan(m.BLACK), -4.6, 2),
+    Header("SYS_FAN3", 147.5, 7.2, 0, fan(m.BLACK), -4.6),
+    Header("ARGB_1", 216, 239.4, 0, headers.rgb_header, -3.2),
+    Header("ARGB_2", 129, 6.4, 0, headers.rgb_header, -3.4),
+    Header("AAFP", 20, 7.6, 0, pins(5, (3, 1)), -4.8),
+    Header("TPM", 60, 7.6, 0, pins(6, (4, 0)), -4.8),
+    Header("USB_89", 84, 7.6, 0, pins(5, (4, 1)), -4.8),
+    Header("USB_1011", 107, 7.6, 0, pins(5, (4, 1)), -4.8),
+    Header("PANEL", 229.5, 7.6, 0, pins(5, (4, 0), m.COAL), -4.8),
+    Header(
+        "U32G1_1213", 235, 97.5, 3, lambda f: headers.shrouded_header(f, 10, 10.5, m.BLACK), -6.4, 2
+    ),
+    Header("U32G2_C14", 234, 123, 3, headers.front_type_e, -5.6, 2, 1.4),
+]
+
+
 def place_headers(scene: Scene) -> None:
-    fan, light = headers.fan_header, headers.rgb_header
-    place(scene, "CPU_FAN", 151.4, 238.2, 2, lambda f: fan(f, m.WHITE)).label(
-        0, 5.6, "CPU_FAN", 1.4, 2
-    )
-    place(scene, "CPU_OPT", 151.4, 223.0, 2, lambda f: fan(f, m.BLACK)).label(
-        0, 4.6, "CPU_OPT", 1.4, 2
-    )
-    place(scene, "SYS_FAN1", 238.4, 226, 3, lambda f: fan(f, m.BLACK)).label(
-        0, -4.8, "SYS_FAN1", 1.4, 2
-    )
-    place(scene, "SYS_FAN2", 238.4, 60, 3, lambda f: fan(f, m.BLACK)).label(
-        0, -4.8, "SYS_FAN2", 1.4, 2
-    )
-    place(scene, "SYS_FAN3", 147.5, 5.4, 0, lambda f: fan(f, m.BLACK)).label(
-        0, 5.4, "SYS_FAN3", 1.4
-    )
-    place(scene, "ARGB_1", 216, 239.4, 0, light).label(0, -3.2, "ARGB_1", 1.4)
-    place(scene, "ARGB_2", 129, 4.8, 0, light).label(0, 3.6, "ARGB_2", 1.4)
-    place(scene, "AAFP", 18, 5.4, 0, lambda f: headers.pin_header(f, 5, 2, {(3, 1)})).label(
-        0, 5, "AAFP", 1.4
-    )
-    place(scene, "TPM", 60, 5.0, 0, lambda f: headers.pin_header(f, 6, 2, {(4, 0)})).label(
-        0, 4.4, "TPM", 1.4
-    )
-    for name, x in (("USB_89", 84), ("USB_1011", 107)):
-        place(scene, name, x, 5.0, 0, lambda f: headers.pin_header(f, 5, 2, {(4, 1)})).label(
-            0, 4.4, name, 1.4
-        )
-    place(
-        scene, "U32G1_1213", 235, 97.5, 3, lambda f: headers.shrouded_header(f, 10, 10.5, m.BLACK)
-    ).label(0, -6.4, "U32G1_1213", 1.5, 2)
-    place(scene, "U32G2_C14", 234, 123, 3, headers.front_type_e).label(0, -6, "U32G2_C14", 1.4, 2)
-    place(
-        scene, "PANEL", 229.5, 5.2, 0, lambda f: headers.pin_header(f, 5, 2, {(4, 0)}, m.COAL)
-    ).label(0, 5, "PANEL", 1.5)
+    for header in HEADERS:
+        frame = place(scene, header.name, header.x, header.y, header.quarters, header.part)
+        frame.label(0, header.label_y, header.name, header.label_height, header.label_quarters)
     headers.jumper(Frame(scene, 170.6, 22.4, 1), 2)
-    for k, (x, lower, upper) in enumerate(
-        ((185.0, "SATA6G_1", "SATA6G_2"), (205.0, "SATA6G_3", "SATA6G_4"))
-    ):
+    for x, lower, upper in ((185.0, 1, 2), (205.0, 3, 4)):
         scene.take((x - 9, -2, x + 9, 18))
-        place(scene, lower, x, 3.4, 0, lambda f: rear.sata_port(f, 0.2))
-        place(scene, upper, x, 3.4, 0, lambda f: rear.sata_port(f, 7.6))
+        place(scene, f"SATA6G_{lower}", x, 3.4, 0, lambda f: rear.sata_port(f, 0.2))
+        block = place(scene, f"SATA6G_{upper}", x, 3.4, 0, lambda f: rear.sata_port(f, 7.6))
+        block.print_flat(0, 6.6, 14.92, 2.0, "SATA6G", m.PRINT_DIM)
+        block.print_flat(0, 2.6, 14.92, 2.0, f"{lower} - {upper}", m.PRINT_DIM)
 
 
 def place_chips(scene: Scene) -> None:
@@ -176,12 +191,22 @@ def place_chips(scene: Scene) -> None:
     power.chip(Frame(scene, 212, 178), 4, 4, ["DDR"], leads=False)
     power.chip(Frame(scene, 152, 126), 5, 5, ["CK-5"])
     power.chip(Frame(scene, 214, 118), 5, 5, ["RD-32"])
-    power.chip(Frame(scene, 128, 37.5), 1, 1, ["."]) if False else None
     power.flash_chip(Frame(scene, 228, 27))
-    for x, y in ((9, 62), (17, 62), (25, 62), (9, 53), (33, 46), (33, 55), (12, 27), (36, 30)):
+    for x, y in ((8, 62), (16, 62), (24, 62), (8, 53), (32, 62), (32, 53), (12, 27), (24, 23)):
         power.gold_capacitor(Frame(scene, x, y))
     for x, y in ((40, 62), (156, 58), (224, 84), (224, 138), (160, 22)):
         power.can_capacitor(Frame(scene, x, y), 2.8, 7.2)
+
+
+def place_prints(scene: Scene) -> None:
+    """Silkscreen that names the board itself."""
+    ground = Frame(scene, 0, 0)
+    ground.label(205, 86, "B1S-24", 4.0)
+    ground.label(204, 80, "DDR5  PCIe 5.0  USB 20G", 1.3)
+    ground.label(219, 150, "BOARDSCOPE", 2.4, 1)
+    ground.label(229, 19.4, "REV 1.0", 1.2)
+    ground.label(108, 86.6, "BOARDSCOPE REFERENCE BOARD", 1.4)
+    ground.label(38, 36, "HIGH DEFINITION AUDIO", 1.3, 1)
 
 
 def strew_passives(scene: Scene) -> None:

@@ -151,7 +151,7 @@ def chipset_heatsink(f: Frame, width: float, depth: float) -> None:
     )
     f.print_flat(1.5, 4.6, 8.62, 4.2, "BOARDSCOPE", m.PRINT)
     f.print_flat(1.5, -1.8, 8.62, 2.0, "REFERENCE BOARD", m.PRINT_AMBER)
-    f.print_flat(-8, -10.5, 8.62, 1.6, "MICRO-ATX  REV 1.0", m.PRINT_DIM)
+    f.print_flat(-9, -10.5, 8.62, 1.8, "MICRO-ATX", m.PRINT_DIM)
 
 
 def passive(f: Frame, length: float, kind: str) -> None:

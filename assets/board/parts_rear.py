@@ -18,17 +18,35 @@ def shell(
 ) -> None:
     """A metal case with rectangular openings (x0, z0, x1, z1) in its face."""
     holes = [((a, PORT_FACE - 1, b), (c, PORT_FACE + 11, d)) for a, b, c, d in openings]
+    face = (x0, x1)
     f.cut_box((x0, PORT_FACE, z0), (x1, depth, z1), holes, texture)
     for a, b, c, d in openings:
-        f.box((a, PORT_FACE + 9.5, b), (c, PORT_FACE + 10.5, d), m.CAVITY)
+        # The inside is as good as dark a little behind the face.
+        f.box((a + 0.01, PORT_FACE + 1.6, b + 0.01), (c - 0.01, PORT_FACE + 10, d - 0.01), m.CAVITY)
+        for x0, x1 in ((a - 0.5, a), (c, c + 0.5)):
+            f.box((x0, PORT_FACE - 0.18, b - 0.5), (x1, PORT_FACE, d + 0.5), texture)
+    spring_cuts(f, x0=face[0], x1=face[1], top=z1, depth=depth)
+
+
+def spring_cuts(f: Frame, x0: float, x1: float, top: float, depth: float) -> None:
+    """The spring tongues punched into the upper side of a metal case."""
+    for center in (x0 + (x1 - x0) * 0.28, x0 + (x1 - x0) * 0.72):
+        y0, y1, half = 1.4, min(6.4, depth - 3), 1.15
+        for a, b in (
+            ((-half, y0), (-half + 0.28, y1)),
+            ((half - 0.28, y0), (half, y1)),
+            ((-half, y1 - 0.28), (half, y1)),
+        ):
+            f.box((center + a[0], a[1], top - 0.02), (center + b[0], b[1], top + 0.03), m.CAVITY)
+    f.box((x0, depth - 2.1, top - 0.02), (x1, depth - 1.85, top + 0.03), m.COAL)
 
 
 def usb_a_opening(f: Frame, x: float, z: float, tongue: str) -> tuple[float, float, float, float]:
     """One USB type A opening with its lower left corner at (x, z); draws the tongue."""
-    f.box((x + 0.8, PORT_FACE + 0.9, z + 2.5), (x + 12.3, PORT_FACE + 10, z + 4.5), tongue)
+    f.box((x + 0.8, PORT_FACE + 0.5, z + 2.4), (x + 12.3, PORT_FACE + 10, z + 4.5), tongue)
     for k in range(4):
         left = x + 1.9 + k * 2.6
-        f.box((left, PORT_FACE + 0.88, z + 2.34), (left + 1.2, PORT_FACE + 9, z + 2.55), m.GOLD)
+        f.box((left, PORT_FACE + 0.48, z + 2.2), (left + 1.2, PORT_FACE + 9, z + 2.42), m.GOLD)
     return (x, z, x + 13.1, z + 5.2)
 
 
@@ -106,9 +124,9 @@ def audio_block(f: Frame) -> None:
     f.take(-15, -2, 15, 15)
     f.box((-13.4, PORT_FACE + 0.8, 0), (13.4, 13.5, 33.0), m.BLACK, 0.5)
     rows = (6.0, 16.4, 26.8)
-    for z, color in zip(rows, (m.PINK, m.LIME, m.SKY)):
+    for z, color in zip(rows, (m.PINK, m.LIME, m.SKY), strict=True):
         audio_jack(f.at(6.6, 0), z, color)
-    for z, color in zip(rows[1:], (m.BLACK, m.AMBER)):
+    for z, color in zip(rows[1:], (m.BLACK, m.AMBER), strict=True):
         audio_jack(f.at(-6.6, 0), z, color)
     f.box((-10.4, PORT_FACE - 0.3, 2.2), (-2.8, PORT_FACE + 1, 9.8), m.COAL, 0.4)
     f.box((-8.6, PORT_FACE - 0.4, 3.8), (-4.6, PORT_FACE - 0.25, 8.0), m.CAVITY)
@@ -126,9 +144,9 @@ def antenna_posts(f: Frame) -> None:
 def sata_port(f: Frame, z: float) -> None:
     """One angled SATA plug place of a two-storey block; 17 mm wide, centred."""
     holes = [((-6.4, -6, z + 2.2), (6.2, 5, z + 4.9)), ((-7.4, -6, z + 1.2), (7.4, -2.6, z + 6.1))]
-    f.cut_box((-8.5, -4.4, z + 0.1), (8.5, 13, z + 7.3), holes, m.COAL)
-    f.box((-5.6, -4.0, z + 3.3), (5.2, 5, z + 4.3), m.BLACK)
-    f.box((3.9, -4.0, z + 2.4), (5.2, 5, z + 4.3), m.BLACK)
+    f.cut_box((-8.5, -4.4, z + 0.1), (8.5, 13, z + 7.3), holes, m.SLATE)
+    f.box((-5.6, -4.1, z + 3.3), (5.2, 5, z + 4.3), m.GREY)
+    f.box((3.9, -4.1, z + 2.4), (5.2, 5, z + 4.3), m.GREY)
     for k in range(7):
-        f.box((-4.8 + k * 1.27, -3.8, z + 4.28), (-4.1 + k * 1.27, 4, z + 4.4), m.GOLD)
-    f.box((-6.4, 4.9, z + 2.2), (6.2, 5.1, z + 4.9), m.CAVITY)
+        f.box((-4.8 + k * 1.27, -4.12, z + 4.28), (-4.1 + k * 1.27, 4, z + 4.4), m.GOLD)
+    f.box((-6.4, -2.2, z + 2.21), (6.2, 5.1, z + 4.89), m.CAVITY)

@@ -72,19 +72,8 @@ def memory_slot(f: Frame, body: str) -> None:
         ((-groove, key + 1.6, 2.2), (groove, length - 5.5, 9)),
     ]
     f.cut_box((-half, 4, 0), (half, length - 4, 6.4), holes, body)
-    contacts = []
-    for i in range(72):
-        y = 6.6 + i * 1.78
-        if abs(y - key) < 1.6:
-            continue
-        contacts.append((y, 0.55))
-    for side in (-1, 1):
-        x = side * groove
-        a = f.point((x - 0.12, 6.2, 3.4))
-        b = f.point((x + 0.12, length - 6.2, 6.2))
-        f.scene.solid(
-            f"box {{ <{a[0]:.3f},{a[2]:.3f},{a[1]:.3f}>, <{b[0]:.3f},{b[2]:.3f},{b[1]:.3f}> texture {{ T_Contacts }} }}"
-        )
+    for x in (-groove, groove):
+        f.box((x - 0.12, 6.2, 3.4), (x + 0.12, length - 6.2, 6.2), "T_Contacts")
     for y, sign in ((0.0, 1), (length, -1)):
         near, far = sorted((y - 1.2 * sign, y + 6 * sign))
         f.cut_box(
@@ -119,10 +108,10 @@ def express_slot(f: Frame, lanes: int, armored: bool) -> None:
     if armored:
         shell = [((-1, -half - 0.02, -1), (length + 1, half + 0.02, 12))]
         f.cut_box((-0.4, -half - 0.55, 0), (length + 0.4, half + 0.55, top - 0.8), shell, m.STEEL)
-        for x in range(6, int(length) - 4, 12):
-            f.box((x, -half - 0.62, 1.2), (x + 3.4, -half - 0.4, 3.2), m.CAVITY)
+        for window in range(6, int(length) - 4, 12):
+            f.box((window, -half - 0.62, 1.2), (window + 3.4, -half - 0.4, 3.2), m.CAVITY)
         for x in (-0.4, length - 0.8):
-            f.cut_box((x, -half - 0.55, top - 0.8), (x + 1.2, half + 0.55, top + 0.25), [], m.STEEL)
+            f.box((x, -half - 0.55, top - 0.8), (x + 1.2, half + 0.55, top + 0.25), m.STEEL)
     if lanes == 16:
         f.box((length, -2.6, 0), (length + 4.6, 2.6, 7.5), m.COAL, 0.5)
         f.slab(
@@ -155,7 +144,8 @@ def m2_open(f: Frame, card: float) -> None:
     for length in (42.0, 60.0, 80.0):
         if length > card:
             continue
-        f.rod((-length, 0, 0), (-length, 0, 0.25), 3.4, m.GOLD)
+        f.rod((-length, 0, 0), (-length, 0, 0.12), 3.3, m.GOLD)
+        f.rod((-length, 0, 0.12), (-length, 0, 0.14), 1.5, m.CAVITY)
     f.rod((-card, 0, 0), (-card, 0, 2.6), 2.5, m.NICKEL)
     f.rod((-card, 0, 2.6), (-card, 0, 2.7), 1.5, m.CAVITY)
 

@@ -2,10 +2,11 @@
 
 from pathlib import Path
 
+from PIL import Image, ImageDraw, ImageFilter
+
 import materials
 from camera import BOARD_CAMERA, PICTURE_WIDTH
 from layout import BOARD_SIZE, BOARD_THICKNESS, HOLE_RADIUS, HOLES
-from PIL import Image, ImageDraw, ImageFilter
 from scene import Scene
 
 # The view's own background; the picture blends into it.
@@ -14,9 +15,9 @@ BACKGROUND = (0x2C, 0x2C, 0x2C)
 QUALITY_OPTIONS = {
     "draft": ["+Q9", "-A"],
     "preview": ["+Q9", "+A0.2", "+R2", "+AM1"],
-    "final": ["+Q9", "+A0.06", "+R3", "+AM1", "-J"],
+    "final": ["+Q9", "+A0.08", "+R3", "+AM1", "-J"],
 }
-LIGHT_SAMPLES = {"draft": 2, "preview": 3, "final": 5}
+LIGHT_SAMPLES = {"draft": 2, "preview": 5, "final": 9}
 
 _EXTRA = """
 #declare T_Engraved = texture { pigment { srgb <0.22,0.22,0.23> } finish { F_Matte } }
@@ -32,7 +33,7 @@ _EXTRA = """
 
 def scene_text(scene: Scene, work: Path, quality: str) -> str:
     """The complete scene; the artwork is read from the work folder."""
-    head = materials.prologue(LIGHT_SAMPLES[quality]) + _EXTRA
+    head = materials.prologue(LIGHT_SAMPLES[quality], quality == "final") + _EXTRA
     return head + board_text() + scene.text()
 
 
@@ -46,7 +47,7 @@ def board_text() -> str:
         'pigment { image_map { png "artwork.png" interpolate 2 } rotate x*90'
         f" scale <{BOARD_SIZE},1,{BOARD_SIZE}> }} finish {{ F_Board }}"
     )
-    side = "pigment { srgb <0.20,0.19,0.14> } finish { F_Matte }"
+    side = "pigment { srgb <0.34,0.33,0.29> } finish { F_Matte }"
     skin = 0.2
     return (
         f"difference {{ box {{ <0,{-BOARD_THICKNESS},0>, <{BOARD_SIZE},{-skin},{BOARD_SIZE}> }}"
@@ -64,7 +65,7 @@ def finish(traced: Image.Image) -> Image.Image:
     shade = Image.new("L", traced.size, 0)
     ImageDraw.Draw(shade).polygon([(x * scale, y * scale) for x, y in foot], 150)
     shade = shade.filter(ImageFilter.GaussianBlur(26 * scale))
-    ground = Image.new("RGBA", traced.size, BACKGROUND + (255,))
+    ground = Image.new("RGBA", traced.size, (*BACKGROUND, 255))
     dark = Image.new("RGBA", traced.size, (10, 10, 11, 255))
     ground = Image.composite(dark, ground, shade)
     ground.alpha_composite(traced)

@@ -3,6 +3,7 @@
 import argparse
 import sys
 from pathlib import Path
+from typing import Any
 
 import yaml
 from PIL import Image, ImageDraw, ImageFont
@@ -23,16 +24,17 @@ CORNERS = {
 MARKS = {"available": (0, 255, 0), "device-error": (255, 219, 75)}
 
 Box = tuple[float, float, float, float]
+Node = dict[str, Any]
 
 
-def callout_text(component: dict) -> str:
-    text = component["name"]
+def callout_text(component: Node) -> str:
+    text = str(component["name"])
     text += " *" if component["status"] == "not-ready" else ""
     return text + (" **" if component["token"] == 0 else "")
 
 
 def draw(
-    board: dict, picture: Image.Image, size: tuple[int, int], font_pixels: int
+    board: Node, picture: Image.Image, size: tuple[int, int], font_pixels: int
 ) -> tuple[Image.Image, list[str]]:
     image = picture.resize(size, Image.Resampling.BILINEAR).convert("RGBA")
     overlay = Image.new("RGBA", size, (0, 0, 0, 0))
@@ -60,7 +62,7 @@ def draw(
 
 
 def draw_callout(
-    pen: ImageDraw.ImageDraw, component: dict, sx: float, sy: float, face: ImageFont.FreeTypeFont
+    pen: ImageDraw.ImageDraw, component: Node, sx: float, sy: float, face: ImageFont.FreeTypeFont
 ) -> Box:
     text = callout_text(component)
     width, height = face.getlength(text) + 4, sum(face.getmetrics()) + 4

@@ -1,5 +1,6 @@
 """Collects solids for the ray tracer and remembers which points belong to which component."""
 
+import itertools
 import math
 from collections.abc import Iterator, Sequence
 from contextlib import contextmanager
@@ -11,6 +12,8 @@ from camera import Vector, pov
 FONT_BOLD = Path("/usr/share/fonts/truetype/dejavu/DejaVuSans-Bold.ttf")
 FONT = Path("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf")
 ROUND_SAMPLES = 16
+# The height of a capital letter in parts of the font size.
+CAPITAL_HEIGHT = 0.73
 
 Rect = tuple[float, float, float, float]
 
@@ -169,30 +172,25 @@ class Frame:
         text: str,
         texture: str,
         quarters: int = 0,
-        font: Path = FONT_BOLD,
     ) -> None:
         """Text printed on an upper surface, centred on the point; height is that of a capital."""
-        p = self.point((x, y, z))
-        size = height / 0.73
         turn = -90 * (self.quarters + quarters)
-        self.scene.solid(
-            f'#local Print = text {{ ttf "{font}" "{text}" 0.02, 0 texture {{ {texture} }} }}\n'
-            "object { Print translate -(min_extent(Print) + max_extent(Print)) / 2\n"
-            f"  rotate x*90 scale {size:.4f} rotate y*{turn}\n"
-            f"  translate {pov(p)} no_shadow }}"
-        )
+        self._print(self.point((x, y, z)), height, text, texture, f"rotate x*90 rotate y*{turn}")
 
     def print_upright(
         self, x: float, y: float, z: float, height: float, text: str, texture: str
     ) -> None:
         """Text on a surface that looks along -y of this frame, centred on the point."""
-        p = self.point((x, y, z))
-        size = height / 0.73
+        turn = f"rotate y*{-90 * self.quarters}"
+        self._print(self.point((x, y, z)), height, text, texture, turn)
+
+    def _print(self, p: Vector, height: float, text: str, texture: str, turn: str) -> None:
+        size = height / CAPITAL_HEIGHT
+        glyphs = f'text {{ ttf "{FONT_BOLD}" "{text}" 0.02, 0 texture {{ {texture} }} }}'
         self.scene.solid(
-            f'#local Print = text {{ ttf "{FONT_BOLD}" "{text}" 0.02, 0 texture {{ {texture} }} }}\n'
+            f"#local Print = {glyphs}\n"
             "object { Print translate -(min_extent(Print) + max_extent(Print)) / 2\n"
-            f"  scale {size:.4f} rotate y*{-90 * self.quarters}\n"
-            f"  translate {pov(p)} no_shadow }}"
+            f"  scale {size:.4f} {turn} translate {pov(p)} no_shadow }}"
         )
 
 
@@ -208,7 +206,7 @@ def beveled_mesh(
     ]
     count = len(ring)
     triangles: list[tuple[Vector, Vector, Vector]] = []
-    for lower, upper in zip(rings, rings[1:]):
+    for lower, upper in itertools.pairwise(rings):
         for i in range(count):
             j = (i + 1) % count
             triangles.append((lower[i], lower[j], upper[j]))

@@ -14,7 +14,7 @@ namespace {{
 
 /// An image descriptor as a constant of the image: nothing runs at start to fill it.
 constexpr lv_img_dsc_t Describe(uint32_t format, uint32_t width, uint32_t height, uint32_t size,
-                                const uint8_t* data) {{
+                                const uint8_t *data) {{
   lv_img_dsc_t image{{}};
   image.header.cf = format;
   image.header.w = width;
