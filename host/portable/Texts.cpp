@@ -8,6 +8,8 @@ namespace obv_host {
 //   3   drawn with recolouring, so it holds no '#'
 //   4   print format, %a is a filter button's caption; at most 99 bytes
 //   8   print format, the first %a is the volume, the second the file name
+// Long texts are joined of pieces on purpose.
+// NOLINTBEGIN(bugprone-suspicious-missing-comma)
 const LanguageTexts kLanguages[kLanguageCount] = {
     {"en-US",
      u"English",
@@ -87,5 +89,6 @@ const LanguageTexts kLanguages[kLanguageCount] = {
       u"USB ドライブは書き込み禁止です。", u"USB ドライブに画像を書き込めませんでした。", u"OK",
       u"キャンセル"}},
 };
+// NOLINTEND(bugprone-suspicious-missing-comma)
 
 }  // namespace obv_host
