@@ -11,7 +11,7 @@ from support.linking import link
 from support.running import run, say
 
 TOOLCHAIN = "GCC5"
-IMAGES = ("Boardscope", "ObvHost", "SystemProbe", "UsbMouseDxe", "UsbMouseAbsolutePointerDxe")
+IMAGES = ("Boardscope", "ObvHost", "SystemProbe", "UsbMouseDxe", "UsbTabletDxe")
 
 # Who takes the tables first matters: the later ones use the earlier ones. This order is part of
 # what the application promises.

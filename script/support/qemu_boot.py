@@ -11,8 +11,8 @@ from support.qemu_disk import make_image
 
 APPLICATION = "Boardscope.efi"
 HOST = "ObvHost.efi"
-# Debian's OVMF has no driver for USB pointers.
-POINTER_DRIVERS = ("UsbMouseDxe.efi", "UsbMouseAbsolutePointerDxe.efi")
+# OVMF has no driver for USB pointers.
+POINTER_DRIVERS = ("UsbMouseDxe.efi", "UsbTabletDxe.efi")
 BOARD = "EFI/Boardscope/board.bin"
 END_MARK = "boardscope ended with"
 
@@ -29,13 +29,15 @@ def set_language(language: str) -> str:
     return f"setvar PlatformLang -guid {_GLOBAL_VARIABLES} -bs -rt -nv =H{value}"
 
 
-def prepare_commands(language: str | None) -> list[str]:
-    """The shell commands that load drivers and host; the application can be started after them."""
-    commands = ["@echo -off", "fs0:"]
-    commands += [f"load {driver}" for driver in POINTER_DRIVERS]
-    commands += ["connect -r"]
-    if language is not None:
-        commands += [set_language(language)]
+def driver_commands() -> list[str]:
+    """The shell commands that go to the boot disk and start the drivers."""
+    loads = [f"load {driver}" for driver in POINTER_DRIVERS]
+    return ["@echo -off", "fs0:", *loads, "connect -r"]
+
+
+def host_commands(language: str | None) -> list[str]:
+    """The shell commands after which the application can be started."""
+    commands = [] if language is None else [set_language(language)]
     return [*commands, f"load {HOST}"]
 
 
