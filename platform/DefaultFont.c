@@ -1,7 +1,7 @@
 /** @file
   The built-in font: 0x20 to 0x7E at 4 bits per pixel, with kerning, line height
-  18 and base line 4. Made by script/generate-font from Noto Sans (SIL Open Font
-  License 1.1) at 18 pixels; not to be edited by hand.
+  18 and base line 4. Made by script/generate-font from
+  Noto Sans (SIL Open Font License 1.1) at 18 pixels; not to be edited by hand.
 **/
 
 // clang-format off

@@ -20,26 +20,25 @@ NO_STATIC_OBJECTS = (
 
 
 def lint(build: Path, sources: list[Path], headers: list[Path]) -> None:
-    """Checks the sources that CMake compiles; `headers` are those that a change has to be seen of."""
-    compiled = {Path(entry["file"]) for entry in json.loads(_database(build).read_text())}
+    """Checks the sources that CMake compiles. A change of any of `headers` makes all look new."""
+    database = json.loads((build / "compile_commands.json").read_text())
+    compiled = {Path(entry["file"]) for entry in database}
     shared = hashlib.sha256()
-    for path in [*headers, paths.CLONE / ".clang-tidy", Path(__file__), _database(build)]:
+    settings = [paths.CLONE / ".clang-tidy", Path(__file__), paths.CLONE / "CMakeLists.txt"]
+    for path in [*headers, *settings, *sorted((paths.CLONE / "cmake").glob("*.cmake"))]:
         shared.update(path.read_bytes())
-    remembered = build / "tidy"
+    remembered = paths.cache() / "tidy"
     remembered.mkdir(exist_ok=True)
     chosen = [source for source in sources if source in compiled]
     fresh = []
     for source in chosen:
-        key = hashlib.sha256(shared.digest() + str(source).encode() + source.read_bytes())
+        name = str(source.relative_to(paths.CLONE))
+        key = hashlib.sha256(shared.digest() + name.encode() + source.read_bytes())
         stamp = remembered / key.hexdigest()
         if not stamp.exists():
             fresh.append((source, stamp))
     say(f"clang-tidy: {len(fresh)} of {len(chosen)} files to look at")
     _run_all(build, fresh)
-
-
-def _database(build: Path) -> Path:
-    return build / "compile_commands.json"
 
 
 def _run_all(build: Path, fresh: list[tuple[Path, Path]]) -> None:
