@@ -11,10 +11,10 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tool"))
 
-from boardtool.cli import DESCRIPTION, build_board  # noqa: E402
-from boardtool.picture import PictureError  # noqa: E402
-from boardtool.problems import BoardError  # noqa: E402
-from boardtool.reading import read_board  # noqa: E402
+from boardtool.cli import DESCRIPTION, build_board
+from boardtool.picture import PictureError
+from boardtool.problems import BoardError
+from boardtool.reading import read_board
 
 FACES = 3
 

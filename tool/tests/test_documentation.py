@@ -3,9 +3,10 @@
 import re
 from pathlib import Path
 
+from PIL import Image
+
 from boardtool.cli import main
 from boardtool.reading import read_board
-from PIL import Image
 
 DOCUMENT = Path(__file__).resolve().parents[2] / "docs" / "board.md"
 
