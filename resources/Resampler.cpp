@@ -291,8 +291,7 @@ EFI_STATUS ResampleBilinear(const UINT8 *source, UINTN sourceWidth, UINTN source
   UINTN rowStep = sourceHeight * 256 / targetHeight;
   UINTN columnStep = sourceWidth * 256 / targetWidth;
   bool wholeRows = columnStep <= kWholeRowStep;
-  (wholeRows ? ResampleWholeRows : ResampleNeighbours)({source, sourceWidth, sourceHeight},
-                                                       columnStep, rowStep, target, targetWidth,
-                                                       targetHeight);
+  (wholeRows ? ResampleWholeRows : ResampleNeighbours)(
+      {source, sourceWidth, sourceHeight}, columnStep, rowStep, target, targetWidth, targetHeight);
   return EFI_SUCCESS;
 }

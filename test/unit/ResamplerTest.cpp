@@ -162,10 +162,10 @@ TEST(Resampler, CopiesAPictureOfTheSameSize) {
 TEST(Resampler, DoublesAlignedAtTheTopLeftAndRepeatsTheEdge) {
   Pixels source = Gray({0, 200, 100, 40});
   Pixels expected = Gray({
-      0,   100, 200, 200,  //
-      50,  85,  120, 120,  //
-      100, 70,  40,  40,   //
-      100, 70,  40,  40,   //
+      0, 100, 200, 200,  //
+      50, 85, 120, 120,  //
+      100, 70, 40, 40,   //
+      100, 70, 40, 40,   //
   });
   EXPECT_EQ(expected, Scale(source, {2, 2}, {4, 4}));
 }

@@ -1,0 +1,99 @@
+#include "test/bench/ResamplerBench.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <random>
+
+#include "resources/Resampler.h"
+#include "test/bench/Peers.h"
+#include "test/bench/Report.h"
+
+namespace bench {
+
+namespace {
+
+struct Sizes {
+  size_t SourceWidth, SourceHeight, TargetWidth, TargetHeight;
+};
+
+constexpr Sizes kSizes[] = {{3840, 2160, 1440, 810},
+                            {1920, 1080, 1440, 810},
+                            {1280, 720, 1440, 810},
+                            {1920, 1080, 768, 576}};
+constexpr int kRounds = 41;
+
+std::vector<uint8_t> Noise(size_t size) {
+  std::minstd_rand random(1);
+  std::vector<uint8_t> bytes(size);
+  std::generate(bytes.begin(), bytes.end(), [&] { return static_cast<uint8_t>(random() >> 16); });
+  return bytes;
+}
+
+std::string Label(const Sizes &s) {
+  return std::to_string(s.SourceWidth) + "x" + std::to_string(s.SourceHeight) + " to " +
+         std::to_string(s.TargetWidth) + "x" + std::to_string(s.TargetHeight);
+}
+
+void Ours(const Scaling &s) {
+  // The sizes are good, and the result is compared before anything is measured.
+  (void)ResampleBilinear(s.Source, s.SourceWidth, s.SourceHeight, s.Target, s.TargetWidth,
+                         s.TargetHeight);
+}
+
+/// Every contender has a target of its own, so that none finds it warmer than another.
+class Match {
+ public:
+  explicit Match(const Sizes &sizes)
+      : sizes_(sizes), source_(Noise(sizes.SourceWidth * sizes.SourceHeight * 4)) {}
+
+  bool OursIsExact() {
+    Scaling plain = NewScaling();
+    Scaling ours = NewScaling();
+    PlainResample(plain);
+    Ours(ours);
+    return targets_[0] == targets_[1];
+  }
+
+  void Measure() {
+    std::vector<Contender> all = {{"ours", [s = NewScaling()] { Ours(s); }},
+                                  {"plain loop", [s = NewScaling()] { PlainResample(s); }}};
+    for (size_t i = 0; i < 3; i++) {
+      all.push_back(ResamplerPeers(NewScaling())[i]);
+    }
+    std::vector<double> times = Medians(all, kRounds);
+    size_t best = 2;
+    for (size_t i = 1; i < all.size(); i++) {
+      Report("resample " + Label(sizes_), times[0], all[i].Name, times[i]);
+      best = i >= 2 && times[i] < times[best] ? i : best;
+    }
+    Report("resample " + Label(sizes_), times[0], "best peer: " + all[best].Name, times[best]);
+  }
+
+ private:
+  Scaling NewScaling() {
+    targets_.emplace_back(sizes_.TargetWidth * sizes_.TargetHeight * 4);
+    return {source_.data(),         sizes_.SourceWidth, sizes_.SourceHeight,
+            targets_.back().data(), sizes_.TargetWidth, sizes_.TargetHeight};
+  }
+
+  Sizes sizes_;
+  std::vector<uint8_t> source_;
+  std::vector<std::vector<uint8_t>> targets_;
+};
+
+}  // namespace
+
+bool RunResamplerBench() {
+  ReportGroup("Resampler");
+  for (const Sizes &sizes : kSizes) {
+    Match match(sizes);
+    if (!match.OursIsExact()) {
+      std::printf("  resample %s: the result is wrong\n", Label(sizes).c_str());
+      return false;
+    }
+    match.Measure();
+  }
+  return true;
+}
+
+}  // namespace bench

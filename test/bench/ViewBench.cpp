@@ -1,0 +1,97 @@
+#include "test/bench/ViewBench.h"
+
+#include <vector>
+
+#include "test/bench/Report.h"
+#include "test/bench/Timing.h"
+#include "test/bench/ViewRun.h"
+
+namespace bench {
+
+namespace {
+
+constexpr Resolution kDesign = {1920, 1080};
+constexpr Resolution kResolutions[] = {{1024, 768}, {1920, 1080}, {2560, 1440}, {3840, 2160}};
+constexpr int kRounds = 5;
+
+std::string Label(const Resolution &resolution) {
+  return std::to_string(resolution.Width) + "x" + std::to_string(resolution.Height);
+}
+
+Figures MediansOf(const std::vector<Figures> &runs) {
+  Figures medians;
+  for (const auto &[name, value] : runs.front()) {
+    std::vector<double> values;
+    for (const Figures &run : runs) {
+      values.push_back(run.at(name));
+    }
+    medians[name] = Median(values);
+  }
+  return medians;
+}
+
+void ReportStart(Figures view, Figures libraries) {
+  ReportGroup("Start-up at " + Label(kDesign) + ", 99 components, without the transfer");
+  ReportAlone("intake", view["intake"]);
+  Report("decode", view["decode"], "lodepng alone", libraries["decode"]);
+  ReportAlone("resample", view["resample"]);
+  ReportAlone("hotspots", view["hotspots"]);
+  Report("fonts", view["fonts"], "159 FreeType faces alone", libraries["faces"]);
+  double widgets = view["view"] - view["decode"] - view["resample"] - view["hotspots"];
+  ReportAlone("widgets", widgets);
+  double named = view["intake"] + view["fonts"] + view["view"];
+  ReportAlone("start of LVGL and all the rest", view["start"] - named);
+  ReportAlone("first frame", view["frame"]);
+  double whole = view["start"] + view["frame"];
+  double bare = libraries["decode"] + libraries["faces"];
+  Report("all of it", whole, "lodepng and FreeType alone", bare);
+  Report("all but decode and fonts", whole - view["decode"] - view["fonts"],
+         "lodepng and FreeType alone", bare);
+}
+
+void ReportDrawn(const std::string &measure, Figures *view, const std::string &kind) {
+  auto pixels = static_cast<unsigned long>((*view)[kind + "Pixels"]);
+  Report(measure, (*view)[kind], "memcpy of its " + std::to_string(pixels) + " pixels",
+         (*view)[kind + "Copy"]);
+}
+
+void ReportLoop(const Resolution &resolution, Figures view) {
+  ReportGroup("Main loop at " + Label(resolution) + ", 99 components, without the transfer");
+  ReportAlone("idle turn, a millisecond after the last", view["idle"]);
+  ReportAlone("idle turn, at once after the last", view["idleAtOnce"]);
+  ReportDrawn("pointer moves onto another component", &view, "crossing");
+  ReportDrawn("pointer moves beside the components", &view, "moving");
+  ReportDrawn("redraw of the full screen", &view, "redraw");
+}
+
+}  // namespace
+
+bool RunViewBench() {
+  std::vector<Figures> views, libraries;
+  for (int round = 0; round < kRounds; round++) {
+    libraries.push_back(MeasureLibraries());
+    views.push_back(MeasureView(kDesign));
+    if (libraries.back().empty() || views.back().empty()) {
+      return false;
+    }
+  }
+  Figures design = MediansOf(views);
+  ReportStart(design, MediansOf(libraries));
+  ReportLoop(kDesign, design);
+  std::vector<Figures> sizes;
+  for (const Resolution &resolution : kResolutions) {
+    sizes.push_back(MeasureView(resolution));
+    if (sizes.back().empty()) {
+      return false;
+    }
+  }
+  ReportLoop(kResolutions[3], sizes[3]);
+  ReportGroup("Pool memory");
+  for (size_t i = 0; i < sizes.size(); i++) {
+    ReportBytes("peak at " + Label(kResolutions[i]), sizes[i]["peak"]);
+    ReportBytes("in use at the end at " + Label(kResolutions[i]), sizes[i]["live"]);
+  }
+  return true;
+}
+
+}  // namespace bench
