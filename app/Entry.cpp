@@ -5,6 +5,7 @@
 #include "app/MemoryPool.h"
 #include "app/UiState.h"
 #include "app/ViewGeometry.h"
+#include "capture/Screenshot.h"
 #include "lvgl.h"
 #include "platform/GraphicsOutput.h"
 #include "platform/HotPlug.h"
@@ -49,6 +50,7 @@ void BuildView() {
 void RunMainLoop() {
   while (gApp.ExitRequested == 0) {
     lv_timer_handler();
+    RedrawAfterHotPlug();
     UINT64 now = HostTime();
     lv_tick_inc(static_cast<UINT32>(now - gApp.LastTime));
     gApp.LastTime = now;
@@ -56,7 +58,7 @@ void RunMainLoop() {
 }
 
 /// Everything that runs inside LVGL; left early when LVGL cannot go on.
-void ShowView() {
+void ShowView(void *) {
   BuildView();
   gApp.LastTime = HostTime();
   LogInfo("[%a] Preparation cost: %dms\n", kEntryName, Elapsed(gApp.StartTime, gApp.LastTime));
@@ -80,6 +82,8 @@ void FindChosenOption() {
 /// are; the pool's leak report frees them.
 void HandBack() {
   CloseHotPlugDetector();
+  // Still open when the user left the volume box, or the view, without a choice.
+  CloseVolumes(&gScreenshot.Volumes);
   SaveUiState();
   FindChosenOption();
   // Each output that refuses keeps its mode; there is nobody to tell.
@@ -98,7 +102,7 @@ void RunView() {
   (void)BackupScreenShots(gHost.Gop, &gApp.ScreenBackup);
   SwitchToViewMode();
   (void)ClearAllScreen();
-  if (!RunGuardedFromLvgl(ShowView)) {
+  if (!RunGuardedFromLvgl(ShowView, nullptr)) {
     gApp.ResultStatus = EFI_OUT_OF_RESOURCES;
   }
   HandBack();

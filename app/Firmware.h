@@ -16,6 +16,7 @@ extern "C" {
 #include <Library/HiiLib.h>
 #include <Library/PrintLib.h>
 #include <Library/UefiBootServicesTableLib.h>
+#include <Library/UefiHiiServicesLib.h>
 #include <Library/UefiLib.h>
 #include <Library/UefiRuntimeServicesTableLib.h>
 
@@ -31,6 +32,4 @@ extern "C" {
 }
 
 /// A UCS-2 literal in the firmware's character type.
-inline const CHAR16 *Ucs2(const char16_t *text) {
-  return reinterpret_cast<const CHAR16 *>(text);
-}
+inline const CHAR16 *Ucs2(const char16_t *text) { return reinterpret_cast<const CHAR16 *>(text); }

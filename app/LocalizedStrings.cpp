@@ -46,7 +46,9 @@ CHAR8 *LoadText(EFI_HII_HANDLE package, EFI_STRING_ID id, const CHAR8 *language)
 
 EFI_STATUS LoadLocalizedStrings() {
   EFI_GUID guid = OBV_STRING_PACKAGE_LIST_GUID;
-  EFI_HII_HANDLE *packages = HiiGetHiiHandles(&guid);
+  // The library takes the HII protocols for granted; firmware may lack them.
+  bool hasHii = gHiiDatabase != nullptr && gHiiString != nullptr;
+  EFI_HII_HANDLE *packages = hasHii ? HiiGetHiiHandles(&guid) : nullptr;
   if (packages == nullptr) {
     LogError("Load multilangage string fail\n");
     return EFI_NOT_FOUND;

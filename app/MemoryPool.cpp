@@ -45,9 +45,8 @@ bool FreeLiveBlocks(UINTN *count, UINTN *bytes) {
 
 }  // namespace
 
-MemoryPoolState gMemoryPool = {{&gMemoryPool.Live, &gMemoryPool.Live},
-                               OFFSET_OF(MemoryBlockHeader, Signature),
-                               0};
+MemoryPoolState gMemoryPool = {
+    {&gMemoryPool.Live, &gMemoryPool.Live}, OFFSET_OF(MemoryBlockHeader, Signature), 0};
 
 void *malloc(size_t size) {
   if (size == 0) {

@@ -8,6 +8,7 @@
 #include "resources/ComponentIntake.h"
 #include "view/BoardView.h"
 #include "view/CategoryFilter.h"
+#include "view/Look.h"
 
 namespace {
 
@@ -60,22 +61,14 @@ bool ClickCategoryButton(UINT32 category) {
   return false;
 }
 
-void SetHidden(lv_obj_t *object, bool hidden) {
-  if (hidden) {
-    lv_obj_add_flag(object, LV_OBJ_FLAG_HIDDEN);
-  } else {
-    lv_obj_clear_flag(object, LV_OBJ_FLAG_HIDDEN);
-  }
-}
-
 /// Filters the callouts for a category that no button carries.
 void ShowOnlyCategory(UINT32 category) {
   for (UINTN i = 0; i < ViewComponentCount(); ++i) {
-    bool hidden = ComponentAt(i).Type != category;
-    SetHidden(gView.Callouts[i], hidden);
-    SetHidden(gView.Leaders[i], hidden);
-    SetHidden(gView.FirstMarkers[i], true);
-    SetHidden(gView.SecondMarkers[i], true);
+    bool visible = ComponentAt(i).Type == category;
+    SetVisible(gView.Callouts[i], visible);
+    SetVisible(gView.Leaders[i], visible);
+    SetVisible(gView.FirstMarkers[i], false);
+    SetVisible(gView.SecondMarkers[i], false);
   }
 }
 
@@ -93,8 +86,7 @@ void FocusNamedComponent(const CHAR16 *name) {
 /// True when the setup keeps a selection of the expected form.
 bool ReadSelection(VELT_SELECTION *selection) {
   VOID *interface = nullptr;
-  EFI_STATUS status =
-      gBS->LocateProtocol(&gVeltSetupEventHandlerProtocolGuid, nullptr, &interface);
+  EFI_STATUS status = gBS->LocateProtocol(&gVeltSetupEventHandlerProtocolGuid, nullptr, &interface);
   if (EFI_ERROR(status) || interface == nullptr) {
     LogInfo("LocateProtocol gVeltSetupEventHandlerProtocolGuid Status = %r\n", status);
     return false;

@@ -45,8 +45,8 @@ void CloseHandler(lv_event_t *event) { CloseMessageBox(event); }
 
 const lv_font_t *BoxTextFont() { return StandardFont(kTextSize); }
 
-void OpenMessageBox(const CHAR8 *title, const CHAR8 *text, const CHAR8 **buttons,
-                    UINT32 titleColor, UINT32 textColor, lv_event_cb_t handler, void *userData) {
+void OpenMessageBox(const CHAR8 *title, const CHAR8 *text, const CHAR8 **buttons, UINT32 titleColor,
+                    UINT32 textColor, lv_event_cb_t handler, void *userData) {
   gModalBox.ModalMessageBoxOpen = 1;
   gModalBox.PreviousFocus = lv_group_get_focused(gLvglPort.Group);
   lv_obj_t *box = lv_msgbox_create(nullptr, title, text, buttons, false);

@@ -15,8 +15,8 @@ inline constexpr UINT32 kBoxTextColor = 0xFFD0D0D0;
 /// Opens a box over half the screen. Texts are UTF-8; the button map stays the
 /// caller's and must live as long as the box; colours are 32-bit ARGB. handler
 /// is called with LV_EVENT_VALUE_CHANGED and userData.
-void OpenMessageBox(const CHAR8 *title, const CHAR8 *text, const CHAR8 **buttons,
-                    UINT32 titleColor, UINT32 textColor, lv_event_cb_t handler, void *userData);
+void OpenMessageBox(const CHAR8 *title, const CHAR8 *text, const CHAR8 **buttons, UINT32 titleColor,
+                    UINT32 textColor, lv_event_cb_t handler, void *userData);
 
 /// Gives the open box's buttons their font, size, place and the focus.
 void ArrangeBoxButtons(lv_coord_t width, lv_coord_t height);

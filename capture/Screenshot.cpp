@@ -28,8 +28,7 @@ EFI_STATUS CopyScreen() {
 
 void ShowFailure(EFI_STATUS status) {
   LogInfo("F12ScreenShots Failed %r\n", status);
-  TextId text =
-      status == EFI_WRITE_PROTECTED ? TextId::WriteProtectedText : TextId::NotSavedText;
+  TextId text = status == EFI_WRITE_PROTECTED ? TextId::WriteProtectedText : TextId::NotSavedText;
   ShowResultBox(LocalizedText(TextId::FailureTitle), LocalizedText(text), kBoxTitleColor,
                 kBoxTextColor);
 }
@@ -53,9 +52,9 @@ EFI_STATUS F12ScreenShots() {
   if (EFI_ERROR(status)) {
     // Deliberately a UCS-2 text in the ASCII log, which shows its first
     // character.
-    LogError(reinterpret_cast<const CHAR8 *>(
-                 u"[%a] Failed to get file system for screen shots: %r.\n"),
-             kOperation, status);
+    LogError(
+        reinterpret_cast<const CHAR8 *>(u"[%a] Failed to get file system for screen shots: %r.\n"),
+        kOperation, status);
     ShowResultBox(LocalizedText(TextId::FailureTitle), LocalizedText(TextId::NoVolumeText),
                   kBoxTitleColor, kBoxTextColor);
     return EFI_NO_MEDIA;

@@ -39,11 +39,12 @@ void ConvertToRgba(EFI_GRAPHICS_OUTPUT_BLT_PIXEL *pixels, UINTN count) {
   }
 }
 
-EFI_STATUS WriteAll(EFI_FILE_PROTOCOL *file, const UINT8 *png, UINTN size) {
-  // The encoder reports nothing but want of memory.
+EFI_STATUS WriteAll(EFI_FILE_PROTOCOL *file, const PngFile &png) {
+  // The encoder fails for want of memory only.
   EFI_STATUS status = EFI_OUT_OF_RESOURCES;
-  if (png != nullptr) {
-    status = file->Write(file, &size, const_cast<UINT8 *>(png));
+  if (png.Data != nullptr) {
+    UINTN size = png.Size;
+    status = file->Write(file, &size, png.Data);
   }
   if (EFI_ERROR(status)) {
     return LogFailure(kWriteLocation, status);
@@ -63,17 +64,14 @@ EFI_STATUS SaveScreenshot(EFI_FILE_PROTOCOL *root, EFI_GRAPHICS_OUTPUT_BLT_PIXEL
     return LogFailure(kOpenLocation, status);
   }
   ConvertToRgba(pixels, static_cast<UINTN>(gApp.ViewWidth) * gApp.ViewHeight);
-  UINT8 *png = nullptr;
-  size_t size = 0;
-  (void)lodepng_encode32(&png, &size, reinterpret_cast<const UINT8 *>(pixels), gApp.ViewWidth,
-                         gApp.ViewHeight);
-  status = WriteAll(file, png, size);
+  PngFile png = EncodePng({reinterpret_cast<UINT8 *>(pixels), gApp.ViewWidth, gApp.ViewHeight});
+  status = WriteAll(file, png);
   if (EFI_ERROR(status)) {
     // File and block are deliberately left: a device that failed to write is
     // not asked again, and the leak report frees the block.
     return status;
   }
-  free(png);
+  free(png.Data);
   (void)file->Close(file);
   LogInfo("F12ScreenShots Success\n");
   return EFI_SUCCESS;

@@ -103,8 +103,7 @@ void DescribeVolume(EFI_FILE_PROTOCOL *root, CHAR8 *label, UINTN labelSize, UINT
   label[0] = 0;
   *size = 0;
   // Two bytes more than are read, so that a full label still ends.
-  auto *info =
-      static_cast<EFI_FILE_SYSTEM_INFO *>(malloc(kFileSystemInfoSize + sizeof(CHAR16)));
+  auto *info = static_cast<EFI_FILE_SYSTEM_INFO *>(malloc(kFileSystemInfoSize + sizeof(CHAR16)));
   if (info == nullptr) {
     return;
   }

@@ -114,9 +114,9 @@ void StyleButtons(UINTN places) {
   lv_obj_set_style_pad_column(buttons, kButtonPadding, kMainPart);
   lv_obj_add_event_cb(buttons, RoundButtons, LV_EVENT_DRAW_PART_BEGIN, nullptr);
   lv_coord_t lineHeight = lv_font_get_line_height(BoxTextFont());
-  ArrangeBoxButtons(static_cast<lv_coord_t>(gApp.ViewWidth),
-                    static_cast<lv_coord_t>((lineHeight + kButtonPadding) *
-                                            static_cast<lv_coord_t>(places)));
+  ArrangeBoxButtons(
+      static_cast<lv_coord_t>(gApp.ViewWidth),
+      static_cast<lv_coord_t>((lineHeight + kButtonPadding) * static_cast<lv_coord_t>(places)));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "platform/FontTable.h"
 
 #include "app/HostClient.h"
+#include "platform/LvglGuard.h"
 
 FontTableState gFontTable;
 
@@ -8,6 +9,13 @@ namespace {
 
 // The face that stands in for glyphs missing from the others.
 constexpr UINTN kCentralFace = 1;
+
+void OpenFont(void *context) {
+  auto *font = static_cast<lv_ft_info_t *>(context);
+  if (!lv_ft_font_init(font)) {
+    font->font = nullptr;
+  }
+}
 
 void LoadFont(UINT16 size, UINT8 face, lv_ft_info_t *font) {
   CHAR8 *name = nullptr;
@@ -22,7 +30,9 @@ void LoadFont(UINT16 size, UINT8 face, lv_ft_info_t *font) {
   font->style = FT_FONT_STYLE_NORMAL;
   // The font engine would take a missing file for the name of one on a disk.
   bool usable = !EFI_ERROR(status) && name != nullptr && file != nullptr;
-  if (!usable || !lv_ft_font_init(font) || font->font == nullptr) {
+  // Left early without memory, the entry's font is still NULL.
+  bool finished = usable && RunGuardedFromLvgl(OpenFont, font);
+  if (!finished || font->font == nullptr) {
     LogError("[OBV] Font(%a %d) not found, ignore.\n", name, size);
   }
 }

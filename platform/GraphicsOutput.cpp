@@ -50,10 +50,10 @@ EFI_STATUS GetAllGopPrrotocol(GopList *list) {
     return status;
   }
   UINTN used = 0;
-  for (UINTN i = 0; i < handleCount && used < kMaxGops; ++i) {
+  for (UINTN i = 0; i < handleCount; ++i) {
     VOID *interface = nullptr;
     status = gBS->HandleProtocol(handles[i], &gEfiGraphicsOutputProtocolGuid, &interface);
-    if (!EFI_ERROR(status)) {
+    if (!EFI_ERROR(status) && used < kMaxGops) {
       list->Outputs[used++] = static_cast<EFI_GRAPHICS_OUTPUT_PROTOCOL *>(interface);
     }
   }
@@ -97,10 +97,9 @@ EFI_STATUS BackupScreenShots(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop,
     *buffer = static_cast<EFI_GRAPHICS_OUTPUT_BLT_PIXEL *>(
         malloc(width * height * sizeof(EFI_GRAPHICS_OUTPUT_BLT_PIXEL)));
   }
-  // Without memory the output is deliberately asked all the same; its refusal
-  // of the missing buffer is the status that is logged and returned.
-  EFI_STATUS status =
-      gop->Blt(gop, *buffer, EfiBltVideoToBltBuffer, 0, 0, 0, 0, width, height, 0);
+  // Deliberately not tested: an output that is asked without a buffer answers
+  // with the status that is logged and returned.
+  EFI_STATUS status = gop->Blt(gop, *buffer, EfiBltVideoToBltBuffer, 0, 0, 0, 0, width, height, 0);
   if (EFI_ERROR(status)) {
     LogOperationError("BackupScreenShots", status);
   }

@@ -35,12 +35,15 @@ EFI_GRAPHICS_OUTPUT_PROTOCOL *ChooseOutput(const GopList &list) {
   return candidate;
 }
 
+void InvalidateView() { lv_obj_invalidate(lv_disp_get_scr_act(lv_disp_get_default())); }
+
 void ShowViewOn(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
   UINT32 mode = FindViewMode(gop);
   if (mode != gop->Mode->Mode) {
     (void)gop->SetMode(gop, mode);
   }
-  lv_obj_invalidate(lv_disp_get_scr_act(lv_disp_get_default()));
+  InvalidateView();
+  gHotPlug.RedrawDue = 1;
 }
 
 }  // namespace
@@ -54,12 +57,19 @@ EFI_STATUS InstallDisplayPortHotPlugDetector() {
   }
   // The key is not needed: each notification enumerates all outputs.
   VOID *registration = nullptr;
-  status = gBS->RegisterProtocolNotify(&gEfiGraphicsOutputProtocolGuid, gHotPlug.Event,
-                                       &registration);
+  status =
+      gBS->RegisterProtocolNotify(&gEfiGraphicsOutputProtocolGuid, gHotPlug.Event, &registration);
   if (EFI_ERROR(status)) {
     LogOperationError(kOperation, status);
   }
   return status;
+}
+
+void RedrawAfterHotPlug() {
+  if (gHotPlug.RedrawDue != 0) {
+    gHotPlug.RedrawDue = 0;
+    InvalidateView();
+  }
 }
 
 void CloseHotPlugDetector() {

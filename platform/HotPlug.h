@@ -10,6 +10,9 @@ struct HotPlugState {
   EFI_EVENT Event;
   /// Closed together with Event. Nothing creates it; closing NULL is harmless.
   EFI_EVENT SecondEvent;
+  /// Set by the notification until the main loop has asked for the redraw, too:
+  /// LVGL drops what is asked of it while it is drawing.
+  volatile UINT8 RedrawDue;
 };
 
 extern HotPlugState gHotPlug;
@@ -17,6 +20,10 @@ extern HotPlugState gHotPlug;
 /// Has DisplayHotPlugNotify called for every graphics output that the firmware
 /// installs from now on. On failure the application runs on without.
 [[nodiscard]] EFI_STATUS InstallDisplayPortHotPlugDetector();
+
+/// For every turn of the main loop: asks for the redraw that a notification
+/// left due.
+void RedrawAfterHotPlug();
 
 /// Closes the detector's events.
 void CloseHotPlugDetector();

@@ -1,6 +1,7 @@
 #include "platform/LvglGuard.h"
 
 #include "app/HostClient.h"
+#include "app/MemoryPool.h"
 #include "platform/LvglFailure.h"
 
 LvglGuardState gLvglGuard;
@@ -9,25 +10,36 @@ namespace {
 
 constexpr UINTN kFailed = 1;
 
+void *OrFail(void *block) {
+  if (block == nullptr) {
+    BoardscopeLvglFailure(__FILE_NAME__, __LINE__);
+  }
+  return block;
+}
+
 }  // namespace
 
-bool RunGuardedFromLvgl(void (*work)()) {
-  if (SetJump(&gLvglGuard.Return) != 0) {
-    return false;
+bool RunGuardedFromLvgl(void (*work)(void *context), void *context) {
+  const LvglGuardState outer = gLvglGuard;
+  bool finished = false;
+  if (SetJump(&gLvglGuard.Return) == 0) {
+    gLvglGuard.Armed = TRUE;
+    work(context);
+    finished = true;
   }
-  gLvglGuard.Armed = TRUE;
-  work();
-  gLvglGuard.Armed = FALSE;
-  return true;
+  gLvglGuard = outer;
+  return finished;
 }
 
 void BoardscopeLvglFailure(const char *file, int line) {
   LogError("[OBV] LVGL cannot go on: %a %d\n", file, line);
   if (gLvglGuard.Armed) {
-    // Once only: a failure on the way out must not come back here.
-    gLvglGuard.Armed = FALSE;
     LongJump(&gLvglGuard.Return, kFailed);
   }
   (void)gBS->Exit(gImageHandle, EFI_OUT_OF_RESOURCES, 0, nullptr);
   __builtin_unreachable();
 }
+
+void *AllocateForLvgl(size_t size) { return OrFail(malloc(size)); }
+
+void *ReallocateForLvgl(void *block, size_t size) { return OrFail(realloc(block, size)); }

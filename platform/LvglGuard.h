@@ -1,8 +1,13 @@
 /** @file
-  Running code from which LVGL may fail for good.
+  Running code from which LVGL, or what allocates through it, may fail for good.
+
+  LVGL tests only some of its allocations. So its allocator does not return
+  without memory: it ends the innermost guarded piece of work.
 **/
 
 #pragma once
+
+#include <stddef.h>
 
 #include "app/Firmware.h"
 
@@ -13,7 +18,11 @@ struct LvglGuardState {
 
 extern LvglGuardState gLvglGuard;
 
-/// Runs work; false when BoardscopeLvglFailure cut it short. Nothing on work's
-/// stack is cleaned up then: memory is left to the leak report, and no object
-/// with a destructor may stand on it.
-[[nodiscard]] bool RunGuardedFromLvgl(void (*work)());
+/// Runs work; false when BoardscopeLvglFailure cut it short. Guards may be
+/// nested. Nothing on work's stack is cleaned up then: memory is left to the
+/// leak report, and no object with a destructor may stand on it.
+[[nodiscard]] bool RunGuardedFromLvgl(void (*work)(void *context), void *context);
+
+/// LVGL's allocator: malloc and realloc that do not return without memory.
+void *AllocateForLvgl(size_t size);
+void *ReallocateForLvgl(void *block, size_t size);

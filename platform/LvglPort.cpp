@@ -6,6 +6,7 @@
 #include "platform/FontTable.h"
 #include "platform/Keypad.h"
 #include "platform/LvglFailure.h"
+#include "platform/LvglGuard.h"
 #include "platform/LvglMemory.h"
 #include "platform/Pointer.h"
 
@@ -18,14 +19,14 @@ static_assert(sizeof(lv_color_t) == sizeof(EFI_GRAPHICS_OUTPUT_BLT_PIXEL),
 namespace {
 
 void StartLvgl() {
-  gLvglMemory.Allocate = malloc;
+  gLvglMemory.Allocate = AllocateForLvgl;
   gLvglMemory.Free = free;
-  gLvglMemory.Reallocate = realloc;
+  gLvglMemory.Reallocate = ReallocateForLvgl;
   UINTN refusals = gMemoryPool.Refusals;
   lv_init();
   // The FreeType extra does not report that it found no memory for its caches.
   if (gMemoryPool.Refusals != refusals) {
-    BoardscopeLvglFailure(__FILE__, __LINE__);
+    BoardscopeLvglFailure(__FILE_NAME__, __LINE__);
   }
 }
 
@@ -42,7 +43,7 @@ void RegisterDisplay() {
   void *first = malloc(static_cast<UINTN>(pixels) * sizeof(lv_color_t));
   void *second = malloc(static_cast<UINTN>(pixels) * sizeof(lv_color_t));
   if (first == nullptr) {
-    BoardscopeLvglFailure(__FILE__, __LINE__);
+    BoardscopeLvglFailure(__FILE_NAME__, __LINE__);
   }
   lv_disp_draw_buf_init(&gLvglPort.DrawBuffer, first, second, pixels);
 

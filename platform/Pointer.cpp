@@ -50,14 +50,11 @@ UINT16 MoveAbsolute(UINT16 position, UINT64 current, UINT64 minimum, UINT32 divi
 
 bool ReadSimplePointer() {
   EFI_SIMPLE_POINTER_STATE state = {};
-  if (gPointer.Simple == nullptr ||
-      EFI_ERROR(gPointer.Simple->GetState(gPointer.Simple, &state))) {
+  if (gPointer.Simple == nullptr || EFI_ERROR(gPointer.Simple->GetState(gPointer.Simple, &state))) {
     return false;
   }
-  gPointer.X =
-      MoveRelative(gPointer.X, state.RelativeMovementX, gPointer.ShiftX, gApp.ViewWidth);
-  gPointer.Y =
-      MoveRelative(gPointer.Y, state.RelativeMovementY, gPointer.ShiftY, gApp.ViewHeight);
+  gPointer.X = MoveRelative(gPointer.X, state.RelativeMovementX, gPointer.ShiftX, gApp.ViewWidth);
+  gPointer.Y = MoveRelative(gPointer.Y, state.RelativeMovementY, gPointer.ShiftY, gApp.ViewHeight);
   gPointer.Pressed = state.LeftButton;
   return true;
 }

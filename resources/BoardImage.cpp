@@ -64,15 +64,12 @@ void RecolorPicture(UINT8 *pixels, UINTN count) {
 /// as the resampler's.
 EFI_STATUS DecodeInto(const VOID *data, UINTN size, UINT8 *target, UINT32 targetWidth,
                       UINT32 targetHeight) {
-  UINT8 *decoded = nullptr;
-  unsigned width = 0;
-  unsigned height = 0;
-  (void)lodepng_decode32(&decoded, &width, &height, static_cast<const UINT8 *>(data), size);
+  PngPixels source = DecodePng(data, size);
   // At the error level so that the sizes are always recorded.
-  LogError("%d %d %d %d\n", width, height, targetWidth, targetHeight);
+  LogError("%d %d %d %d\n", source.Width, source.Height, targetWidth, targetHeight);
   EFI_STATUS status =
-      ResampleBilinear(decoded, width, height, target, targetWidth, targetHeight);
-  free(decoded);
+      ResampleBilinear(source.Data, source.Width, source.Height, target, targetWidth, targetHeight);
+  free(source.Data);
   return status;
 }
 

@@ -52,9 +52,9 @@ void RefreshComponentStatus(UINTN index) {
   // NotReady and NoMapping deliberately stay for the rest of the run.
   component.Available = 0;
   component.DeviceError = 0;
-  EFI_STATUS status = gHost.Protocol->QueryComponentStatus(
-      gHost.Protocol, component.Name, component.Type, OBV_INFO_CAPACITY, &component.InfoCount,
-      component.Info);
+  EFI_STATUS status =
+      gHost.Protocol->QueryComponentStatus(gHost.Protocol, component.Name, component.Type,
+                                           OBV_INFO_CAPACITY, &component.InfoCount, component.Info);
   switch (status) {
     case EFI_SUCCESS:
       component.Available = 1;

@@ -1,10 +1,30 @@
 /** @file
-  lodepng, as LVGL brings it: C functions only.
+  PNG files through lodepng, as LVGL brings it.
+
+  Both functions allocate from the pool through LVGL's allocator; without memory
+  they fail like on a bad file, and what they had allocated is left to the leak
+  report.
 **/
 
 #pragma once
 
-#define LODEPNG_NO_COMPILE_CPP
-extern "C" {
-#include "src/extra/libs/png/lodepng.h"
-}
+#include "app/Firmware.h"
+
+/// A picture of 4 bytes a pixel: red, green, blue, alpha.
+struct PngPixels {
+  UINT8 *Data;
+  UINT32 Width;
+  UINT32 Height;
+};
+
+/// Decodes size bytes of a PNG file. All zero on failure; Data is the caller's
+/// to free.
+[[nodiscard]] PngPixels DecodePng(const VOID *file, UINTN size);
+
+struct PngFile {
+  UINT8 *Data;
+  UINTN Size;
+};
+
+/// Encodes a picture. All zero on failure; Data is the caller's to free.
+[[nodiscard]] PngFile EncodePng(const PngPixels &pixels);

@@ -28,9 +28,7 @@ void BuildBoardView() {
   ShowSystemSummary();
 }
 
-UINTN ViewComponentCount() {
-  return MIN(static_cast<UINTN>(ComponentCount()), kMaxViewComponents);
-}
+UINTN ViewComponentCount() { return MIN(static_cast<UINTN>(ComponentCount()), kMaxViewComponents); }
 
 bool HasMarks(const OBV_COMPONENT &component) {
   return component.NotReady != 0 || component.SearchTokenId == 0;

@@ -23,6 +23,13 @@ struct CalloutState {
 };
 CalloutState gCallouts;
 
+/// For a record whose host forgot its style.
+constexpr OBV_COMPONENT_STYLE kNoStyle = {};
+
+const OBV_COMPONENT_STYLE &StyleOf(const OBV_COMPONENT_STYLE *style) {
+  return style != nullptr ? *style : kNoStyle;
+}
+
 void InitializeStyle(lv_style_t *style, const OBV_COMPONENT_STYLE &look) {
   InitializeButtonStyle(style, {look.TextColor, look.BackgroundColor, look.BorderColor,
                                 look.BorderWidth, look.CornerRadius, FontOf(Look().CalloutFont)});
@@ -43,8 +50,8 @@ void AppendMark(UINTN index, const CHAR8 *mark) {
 
 void AppendMarks(UINTN index) {
   const OBV_COMPONENT &component = ComponentAt(index);
-  AppendRecolorCommand(gView.DefaultTexts[index], component.DefaultStyle->MarkColor);
-  AppendRecolorCommand(gView.FocusTexts[index], component.FocusStyle->MarkColor);
+  AppendRecolorCommand(gView.DefaultTexts[index], StyleOf(component.DefaultStyle).MarkColor);
+  AppendRecolorCommand(gView.FocusTexts[index], StyleOf(component.FocusStyle).MarkColor);
   if (component.NotReady != 0) {
     AppendMark(index, " *");
   }
@@ -142,16 +149,14 @@ void PlaceCallout(UINTN index) {
 
 void InitializeCalloutStyles() {
   for (UINTN i = 0; i < ViewComponentCount(); ++i) {
-    InitializeStyle(&gCallouts.DefaultStyles[i], *ComponentAt(i).DefaultStyle);
-    InitializeStyle(&gCallouts.FocusStyles[i], *ComponentAt(i).FocusStyle);
+    InitializeStyle(&gCallouts.DefaultStyles[i], StyleOf(ComponentAt(i).DefaultStyle));
+    InitializeStyle(&gCallouts.FocusStyles[i], StyleOf(ComponentAt(i).FocusStyle));
   }
 }
 
 void BuildCallouts() {
   UINTN count = ViewComponentCount();
-  if (count > 0) {
-    gCallouts.Indices = static_cast<UINT32 *>(malloc(count * sizeof(UINT32)));
-  }
+  gCallouts.Indices = static_cast<UINT32 *>(malloc(count * sizeof(UINT32)));
   for (UINTN i = 0; i < count; ++i) {
     BuildCallout(i);
   }

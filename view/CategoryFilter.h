@@ -16,7 +16,7 @@ struct Category {
 
 /// In button order. The buttons' handler keeps pointers to the codes.
 inline constexpr Category kCategories[kCategoryCount] = {
-    {"ALL", 0}, {"USB", OBV_TYPE_USB},   {"SATA", OBV_TYPE_SATA},
+    {"ALL", 0},           {"USB", OBV_TYPE_USB},   {"SATA", OBV_TYPE_SATA},
     {"M.2", OBV_TYPE_M2}, {"PCIE", OBV_TYPE_PCIE}, {"FAN", OBV_TYPE_FAN},
 };
 

@@ -1,6 +1,7 @@
 #include "view/ComponentPanel.h"
 
 #include "platform/ColorText.h"
+#include "platform/TextTrim.h"
 #include "resources/ComponentIntake.h"
 #include "view/BoardView.h"
 #include "view/InfoLine.h"
@@ -17,7 +18,6 @@ struct PanelText {
   CHAR8 Text[kTextSize];
   UINT32 LabelColor;
 };
-
 
 /// Whether an information line has the label and, when one is given, the value.
 bool HasLine(const OBV_COMPONENT &component, const CHAR16 *label, const CHAR16 *value) {
@@ -79,10 +79,12 @@ void FillComponentPanel(UINTN index) {
   PanelText sideList = {"", ParseColorText(Look().SideLabel.Color)};
   for (UINTN i = 0; i < InfoCountOf(component); ++i) {
     OBV_COMPONENT_INFO &line = component.Info[i];
+    TrimTrailingWhitespace(line.Label);
+    TrimTrailingWhitespace(line.Value);
     if (line.Kind == OBV_INFO_DESCRIPTION) {
-      AppendInfoLine(description.Text, kTextSize, &line, description.LabelColor);
+      AppendInfoLine(description.Text, kTextSize, line, description.LabelColor);
     } else if (line.Kind == OBV_INFO_SIDE_LIST) {
-      AppendInfoLine(sideList.Text, kTextSize, &line, sideList.LabelColor);
+      AppendInfoLine(sideList.Text, kTextSize, line, sideList.LabelColor);
     }
   }
   SetInfoText(description.Text);

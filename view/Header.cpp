@@ -43,8 +43,7 @@ Extent BuildLogo() {
   lv_img_set_src(logo, &image);
   lv_img_set_pivot(logo, 0, 0);
   lv_img_set_zoom(logo, static_cast<UINT16>(kLogoZoom * gApp.ScaleX * LV_IMG_ZOOM_NONE));
-  lv_obj_set_pos(logo, Pixels(SideMargin()),
-                 Pixels(UpperRuleY() - 7 * gApp.ScaleY - shown.Height));
+  lv_obj_set_pos(logo, Pixels(SideMargin()), Pixels(UpperRuleY() - 7 * gApp.ScaleY - shown.Height));
   return shown;
 }
 

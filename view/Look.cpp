@@ -8,13 +8,19 @@
 namespace {
 
 constexpr lv_opa_t kBorderOpacity = 204;
+// For a host that forgot its record.
+constexpr OBV_CONFIG kNoLook = {};
+
 constexpr CHAR8 kStandardFace[] = "DroidSans";
 
 INT16 ScaledFontSize(UINT8 size) { return static_cast<INT16>(size * gApp.ScaleY); }
 
 }  // namespace
 
-const OBV_CONFIG &Look() { return *gHost.SharedState->Config; }
+const OBV_CONFIG &Look() {
+  const OBV_CONFIG *look = gHost.SharedState->Config;
+  return look != nullptr ? *look : kNoLook;
+}
 
 lv_color_t ColorOf(const CHAR8 *colorText) { return lv_color_hex(ParseColorText(colorText)); }
 
@@ -52,6 +58,9 @@ void RemoveThemeStyles(lv_obj_t *object) {
 }
 
 void SetVisible(lv_obj_t *object, bool visible) {
+  if (object == nullptr) {
+    return;
+  }
   if (visible) {
     lv_obj_clear_flag(object, LV_OBJ_FLAG_HIDDEN);
   } else {

@@ -10,7 +10,7 @@
 /// Selector for the main part in its default state.
 inline constexpr lv_style_selector_t kMainPart = LV_PART_MAIN | LV_STATE_DEFAULT;
 
-/// The host's appearance record.
+/// The host's appearance record; all zero when it has none.
 const OBV_CONFIG &Look();
 
 /// A colour text as LVGL's colour.
@@ -43,5 +43,6 @@ void SetBorder(lv_style_t *style, const CHAR8 *colorText, UINT8 width);
 /// Strips what LVGL's theme has put on an object.
 void RemoveThemeStyles(lv_obj_t *object);
 
-/// Shows or hides an object.
+/// Shows or hides an object; NULL, for a component that came after the view was
+/// built, is ignored.
 void SetVisible(lv_obj_t *object, bool visible);

@@ -76,9 +76,12 @@ void ApplyOverrides(Rows &rows) {
 }
 
 void AppendRow(OBV_COMPONENT_INFO *row, UINT32 labelColor) {
-  if (row->Label[0] != 0 && row->Value[0] != 0) {
-    AppendInfoLine(gSystemSummary.Text, kSummarySize, row, labelColor);
+  if (row->Label[0] == 0 || row->Value[0] == 0) {
+    return;
   }
+  TrimTrailingWhitespace(row->Label);
+  TrimTrailingWhitespace(row->Value);
+  AppendInfoLine(gSystemSummary.Text, kSummarySize, *row, labelColor);
 }
 
 }  // namespace
