@@ -37,6 +37,11 @@ if(BOARDSCOPE_SANITIZE)
   set(BOARDSCOPE_OWN_SANITIZERS -fsanitize=address,undefined -fno-sanitize-recover=all)
   set(BOARDSCOPE_FOREIGN_SANITIZERS -fsanitize=address)
   add_link_options(-fsanitize=address,undefined)
+  # EDK2's headers give what follows them hidden visibility, the sanitizers' functions included:
+  # these must then stand in the executable itself, as they do with clang anyway.
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    add_link_options(-static-libasan -static-libubsan)
+  endif()
 endif()
 if(BOARDSCOPE_FUZZ)
   list(APPEND BOARDSCOPE_OWN_SANITIZERS -fsanitize=fuzzer-no-link)
