@@ -54,7 +54,7 @@ def place(
 
 def place_processor(scene: Scene) -> None:
     place(scene, "CPU", 112, 165, 0, slots.processor_socket)
-    Frame(scene, 70, 132).label(0, 0, "CPU1", 2.2, 1)
+    Frame(scene, 70, 132).label(0, 0, "CPU1", 2.2, 3)
 
 
 def place_memory(scene: Scene) -> None:
@@ -123,7 +123,7 @@ def place_power(scene: Scene) -> None:
         0, -7.6, "EPS_12V", 1.5
     )
     atx = place(scene, "ATX_PWR", 236, 166, 3, lambda f: headers.power_connector(f, 12))
-    atx.label(0, -7.6, "ATX_PWR", 2.0, 2)
+    atx.label(0, -7.6, "ATX_PWR", 2.0)
     place(scene, "BATTERY", 160.4, 80.5, 0, slots.coin_cell)
     place(scene, "CHIPSET", 197, 50, 0, lambda f: power.chipset_heatsink(f, 47, 40))
 
@@ -153,8 +153,8 @@ def pins(columns: int, missing: tuple[int, int], body: str = m.BLACK) -> Callabl
 HEADERS = [
     Header("CPU_FAN", 151.4, 238.2, 2, fan(m.WHITE), 5.0, 2),
     Header("CPU_OPT", 151.4, 223.0, 2, fan(m.BLACK), 4.6, 2),
-    Header("SYS_FAN1", 238.4, 226, 3, fan(m.BLACK), -4.6, 2),
-    Header("SYS_FAN2", 238.4, 60, 3, fan(m.BLACK), -4.6, 2),
+    Header("SYS_FAN1", 238.4, 226, 3, fan(m.BLACK), -4.6),
+    Header("SYS_FAN2", 238.4, 60, 3, fan(m.BLACK), -4.6),
     Header("SYS_FAN3", 147.5, 7.2, 0, fan(m.BLACK), -4.6),
     Header("ARGB_1", 216, 239.4, 0, headers.rgb_header, -3.2),
     Header("ARGB_2", 129, 6.4, 0, headers.rgb_header, -3.4),
@@ -164,9 +164,9 @@ HEADERS = [
     Header("USB_1011", 107, 7.6, 0, pins(5, (4, 1)), -4.8),
     Header("PANEL", 229.5, 7.6, 0, pins(5, (4, 0), m.COAL), -4.8),
     Header(
-        "U32G1_1213", 235, 97.5, 3, lambda f: headers.shrouded_header(f, 10, 10.5, m.BLACK), -6.4, 2
+        "U32G1_1213", 235, 97.5, 3, lambda f: headers.shrouded_header(f, 10, 10.5, m.BLACK), -6.4
     ),
-    Header("U32G2_C14", 234, 123, 3, headers.front_type_e, -5.6, 2, 1.4),
+    Header("U32G2_C14", 234, 123, 3, headers.front_type_e, -5.6, 0, 1.4),
 ]
 
 
@@ -203,10 +203,10 @@ def place_prints(scene: Scene) -> None:
     ground = Frame(scene, 0, 0)
     ground.label(205, 86, "B1S-24", 4.0)
     ground.label(204, 80, "DDR5  PCIe 5.0  USB 20G", 1.3)
-    ground.label(219, 150, "BOARDSCOPE", 2.4, 1)
+    ground.label(219, 150, "BOARDSCOPE", 2.4, 3)
     ground.label(229, 19.4, "REV 1.0", 1.2)
     ground.label(108, 86.6, "BOARDSCOPE REFERENCE BOARD", 1.4)
-    ground.label(38, 36, "HIGH DEFINITION AUDIO", 1.3, 1)
+    ground.label(38, 36, "HIGH DEFINITION AUDIO", 1.3, 3)
 
 
 def strew_passives(scene: Scene) -> None:

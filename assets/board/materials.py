@@ -99,7 +99,7 @@ light_source {{ <100,1200,-200> srgb <1,1,1>*{fill} shadowless }}
 
 
 # Light that comes from everywhere darkens the corners between parts; drafts go without it.
-_RADIOSITY = """radiosity { pretrace_start 0.04 pretrace_end 0.004 count 160 nearest_count 10
+_RADIOSITY = """radiosity { pretrace_start 0.04 pretrace_end 0.004 count 120 nearest_count 10
   error_bound 0.35 recursion_limit 1 low_error_factor 0.6 gray_threshold 0.5 brightness 1.0
   normal off media off }"""
 

@@ -30,7 +30,7 @@ def processor_socket(f: Frame) -> None:
     for x in (-29, 29):
         for y in (-34.6, 34.6):
             screw(f.at(x * 0.72, y), 1.9, 0.6)
-    f.print_flat(-25.6, 0, frame_top, 1.7, "BOARDSCOPE  B1S-24", "T_Engraved", 1)
+    f.print_flat(-25.6, 0, frame_top, 1.7, "BOARDSCOPE  B1S-24", "T_Engraved", 3)
 
 
 def land_grid(f: Frame) -> None:

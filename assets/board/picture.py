@@ -2,7 +2,7 @@
 
 from pathlib import Path
 
-from PIL import Image, ImageDraw, ImageFilter
+from PIL import Image, ImageChops, ImageDraw, ImageFilter
 
 import materials
 from camera import BOARD_CAMERA, PICTURE_WIDTH
@@ -57,6 +57,15 @@ def board_text() -> str:
     )
 
 
+def inner_mask(size: tuple[int, int], scale: float) -> Image.Image:
+    """White inside and black along the rim, so that a shadow ends before the picture does."""
+    mask = Image.new("L", size, 0)
+    margin = 48 * scale
+    area = [margin, margin, size[0] - margin, size[1] - margin]
+    ImageDraw.Draw(mask).rectangle(area, 255)
+    return mask.filter(ImageFilter.GaussianBlur(15 * scale))
+
+
 def finish(traced: Image.Image) -> Image.Image:
     """Lays the traced board over the view's background, with a soft shadow under it."""
     scale = traced.width / PICTURE_WIDTH
@@ -65,6 +74,7 @@ def finish(traced: Image.Image) -> Image.Image:
     shade = Image.new("L", traced.size, 0)
     ImageDraw.Draw(shade).polygon([(x * scale, y * scale) for x, y in foot], 150)
     shade = shade.filter(ImageFilter.GaussianBlur(26 * scale))
+    shade = ImageChops.multiply(shade, inner_mask(traced.size, scale))
     ground = Image.new("RGBA", traced.size, (*BACKGROUND, 255))
     dark = Image.new("RGBA", traced.size, (10, 10, 11, 255))
     ground = Image.composite(dark, ground, shade)
