@@ -27,6 +27,15 @@ target_link_libraries(
   PRIVATE boardscope_own boardscope_freestanding
 )
 
+# The driver around it. Who links it supplies the I/O ports.
+file(GLOB host_driver_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/host/uefi/*.cpp)
+add_library(boardscope_host_driver STATIC ${host_driver_sources})
+target_link_libraries(
+  boardscope_host_driver
+  PUBLIC boardscope_host boardscope_host_blobs
+  PRIVATE boardscope_own boardscope_freestanding
+)
+
 # The default board and the fonts, as the EFI driver embeds them.
 file(GLOB_RECURSE board_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/assets/board/board.*)
 file(GLOB_RECURSE tool_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/tool/*.py)

@@ -17,8 +17,8 @@ function(boardscope_executable kind)
                     BOARDSCOPE_BINARY_DIR="${CMAKE_BINARY_DIR}"
   )
   target_link_libraries(
-    ${name} PRIVATE boardscope_own boardscope_fake boardscope_host boardscope_host_blobs
-                    boardscope_app
+    ${name} PRIVATE boardscope_own boardscope_fake boardscope_host_driver boardscope_host
+                    boardscope_host_blobs boardscope_app
   )
 endfunction()
 
