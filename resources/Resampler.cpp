@@ -155,34 +155,28 @@ void BlendRows(const RowPlan *rows, bool two, UINTN first, UINTN count, UINTN wi
   }
 }
 
-/// Blends a pixel with its right neighbour. The result, once shifted right by
+/// Blends two pixels that lie side by side. The result, once shifted right by
 /// 16, is 128 too low.
-__m128i BlendColumns(__m128i left, __m128i right, const INT16 *weights) {
-  return _mm_madd_epi16(_mm_unpacklo_epi16(left, right),
-                        *reinterpret_cast<const __m128i *>(weights));
+__m128i BlendColumns(__m128i pixels, const INT16 *weights) {
+  __m128i pairs = _mm_unpacklo_epi16(pixels, _mm_shuffle_epi32(pixels, 0xEE));
+  return _mm_madd_epi16(pairs, *reinterpret_cast<const __m128i *>(weights));
 }
 
-/// The high half in the place of the low one.
-__m128i HighPixel(__m128i pixels) { return _mm_shuffle_epi32(pixels, 0xEE); }
-
-/// The high 16 bits of 32. A shift would do, but competes with the packing for
-/// the processor's ports, where a multiplication by 0 and 1 does not.
-__m128i HighHalves(__m128i sums) { return _mm_madd_epi16(sums, _mm_set1_epi32(0x10000)); }
-
+/// The pixels from the sums of four columns.
 __m128i PackPixels(__m128i sum0, __m128i sum1, __m128i sum2, __m128i sum3) {
-  __m128i low = _mm_packs_epi32(HighHalves(sum0), HighHalves(sum1));
-  __m128i high = _mm_packs_epi32(HighHalves(sum2), HighHalves(sum3));
+  __m128i low = _mm_packs_epi32(_mm_srai_epi32(sum0, 16), _mm_srai_epi32(sum1, 16));
+  __m128i high = _mm_packs_epi32(_mm_srai_epi32(sum2, 16), _mm_srai_epi32(sum3, 16));
   return _mm_xor_si128(_mm_packs_epi16(low, high), _mm_set1_epi8(-128));
 }
 
 /// Fills a part of a target row; sumOf blends the four neighbours of a column.
-/// otherSumOf, which does the same, is called for one column of four.
-template <typename SumOf, typename OtherSumOf>
-void FillColumns(UINTN count, UINT8 *target, SumOf sumOf, OtherSumOf otherSumOf) {
+template <typename SumOf>
+void FillColumns(UINTN count, UINT8 *target, SumOf sumOf) {
   UINTN column = 0;
+#pragma GCC unroll 4
   for (; column + 4 <= count; column += 4) {
     __m128i pixels =
-        PackPixels(otherSumOf(column), sumOf(column + 1), sumOf(column + 2), sumOf(column + 3));
+        PackPixels(sumOf(column), sumOf(column + 1), sumOf(column + 2), sumOf(column + 3));
     _mm_storeu_si128(reinterpret_cast<__m128i *>(target + column * kPixelBytes), pixels);
   }
   for (; column < count; ++column) {
@@ -193,18 +187,11 @@ void FillColumns(UINTN count, UINT8 *target, SumOf sumOf, OtherSumOf otherSumOf)
 }
 
 void FillFromBlendedRow(const ColumnPlan &plan, const UINT8 *blended, UINTN count, UINT8 *target) {
-  // Fetching the right neighbour by a shuffle or from memory: neither is faster
-  // than a mixture of both.
-  auto byShuffle = [&](UINTN column) {
+  FillColumns(count, target, [&](UINTN column) {
     const UINT8 *left = blended + plan.Offsets[column];
     __m128i pixels = _mm_loadu_si128(reinterpret_cast<const __m128i *>(left));
-    return BlendColumns(pixels, HighPixel(pixels), plan.Weights[column]);
-  };
-  auto fromMemory = [&](UINTN column) {
-    const UINT8 *left = blended + plan.Offsets[column];
-    return BlendColumns(LoadHalf(left), LoadHalf(left + kBlendedBytes), plan.Weights[column]);
-  };
-  FillColumns(count, target, byShuffle, fromMemory);
+    return BlendColumns(pixels, plan.Weights[column]);
+  });
 }
 
 /// Fills a part of a target row, blending just the pixels that it uses. The
@@ -213,14 +200,12 @@ void FillFromNeighbours(const ColumnPlan &plan, const RowPlan &row, UINTN first,
                         UINT8 *target) {
   const UINT8 *top = row.Top + first * kPixelBytes;
   const UINT8 *bottom = row.Bottom + first * kPixelBytes;
-  auto sumOf = [&](UINTN column) {
+  FillColumns(count, target, [&](UINTN column) {
     UINTN offset = plan.Offsets[column];
     __m128i upper = _mm_unpacklo_epi8(LoadHalf(top + offset), row.TopBias);
     __m128i lower = _mm_unpacklo_epi8(LoadHalf(bottom + offset), row.BottomBias);
-    __m128i pixels = Blend(row, upper, lower);
-    return BlendColumns(pixels, HighPixel(pixels), plan.Weights[column]);
-  };
-  FillColumns(count, target, sumOf, sumOf);
+    return BlendColumns(Blend(row, upper, lower), plan.Weights[column]);
+  });
 }
 
 /// Fills one target row, or two that share a source row.

@@ -14,7 +14,7 @@
 ///
 /// EFI_INVALID_PARAMETER when a pointer is NULL, a size is 0, or a picture is
 /// larger than any memory; the target is untouched then. Allocates nothing and
-/// needs about 10 KB of stack.
+/// needs about 14 KB of stack.
 [[nodiscard]] EFI_STATUS ResampleBilinear(const UINT8 *source, UINTN sourceWidth,
                                           UINTN sourceHeight, UINT8 *target, UINTN targetWidth,
                                           UINTN targetHeight);
