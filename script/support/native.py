@@ -7,6 +7,11 @@ from support import paths
 from support.running import run, say
 
 
+def jobs() -> str:
+    """How many processes may run side by side."""
+    return str(os.cpu_count() or 1)
+
+
 def configure(kind: str, options: tuple[str, ...] = ()) -> Path:
     """Makes the build folder, unless it is there; returns it."""
     folder = paths.BUILD / kind
@@ -19,7 +24,6 @@ def configure(kind: str, options: tuple[str, ...] = ()) -> Path:
 def build(kind: str = "native", options: tuple[str, ...] = ()) -> Path:
     """Builds everything that CMake knows; returns the build folder."""
     folder = configure(kind, options)
-    jobs = str(os.cpu_count() or 1)
-    run(f"Building in build/{kind}", ["cmake", "--build", folder, "--parallel", jobs])
+    run(f"Building in build/{kind}", ["cmake", "--build", folder, "--parallel", jobs()])
     say(f"build/{kind} is up to date")
     return folder

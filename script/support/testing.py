@@ -1,0 +1,60 @@
+"""Running the suites and counting their tests."""
+
+import subprocess
+import tempfile
+import xml.etree.ElementTree as ElementTree
+from dataclasses import dataclass
+from pathlib import Path
+
+from support import native, paths
+from support.running import say
+
+
+@dataclass(frozen=True)
+class Count:
+    """How many tests ran, and how they ended. A skipped test counts as failed."""
+
+    passed: int = 0
+    failed: int = 0
+
+    def __add__(self, other: "Count") -> "Count":
+        return Count(self.passed + other.passed, self.failed + other.failed)
+
+
+def run_ctest(label: str, pattern: str | None) -> Count:
+    """The native tests of a label, in a process each; pattern is a regular expression."""
+    folder = paths.BUILD / "native"
+    command: list[str | Path] = ["ctest", "--test-dir", folder, "-L", f"^{label}$"]
+    command += ["--output-on-failure", "--progress", "--parallel", native.jobs()]
+    command += ["-R", pattern] if pattern else []
+    return _run(f"Running the {label} tests", command, "--output-junit")
+
+
+def run_pytest(what: str, folder: Path, pattern: str | None) -> Count:
+    """Tests in Python; pattern is an expression of pytest's -k."""
+    command: list[str | Path] = [paths.venv_dir() / "bin" / "python", "-m", "pytest", "-q", folder]
+    command += ["-k", pattern] if pattern else []
+    return _run(f"Running the {what} tests", command, "--junitxml")
+
+
+def _run(what: str, command: list[str | Path], report_option: str) -> Count:
+    say(what)
+    with tempfile.TemporaryDirectory() as folder:
+        report = Path(folder) / "report.xml"
+        code = subprocess.run([*command, report_option, report], cwd=paths.CLONE).returncode
+        count = _count(report)
+    # A runner that fails without a failed test has not run what it should.
+    no_tests = count == Count() and code in (0, 5, 8)
+    if code != 0 and count.failed == 0 and not no_tests:
+        return count + Count(failed=1)
+    return count
+
+
+def _count(report: Path) -> Count:
+    if not report.exists():
+        return Count()
+    total = Count()
+    for case in ElementTree.parse(report).iter("testcase"):
+        bad = {child.tag for child in case} & {"failure", "error", "skipped"}
+        total += Count(failed=1) if bad else Count(passed=1)
+    return total
