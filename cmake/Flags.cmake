@@ -4,7 +4,10 @@ add_library(boardscope_own INTERFACE)
 target_compile_options(boardscope_own INTERFACE -g -Wall -Wextra -Werror)
 # LVGL's selectors are made of two enumerations.
 target_compile_options(
-  boardscope_own INTERFACE $<$<COMPILE_LANGUAGE:CXX>:-Wno-deprecated-enum-enum-conversion>
+  boardscope_own
+  INTERFACE
+    $<$<COMPILE_LANGUAGE:CXX>:-Wno-deprecated-enum-enum-conversion>
+    $<$<COMPILE_LANG_AND_ID:CXX,Clang>:-Wno-deprecated-anon-enum-enum-conversion>
 )
 
 # Foreign code is not ours to clean up.
