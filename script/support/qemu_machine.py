@@ -12,6 +12,7 @@ from dataclasses import dataclass, field
 from pathlib import Path
 
 from support.failure import Failure
+from support.qemu_input import Input
 from support.qemu_qmp import Qmp, QmpError
 
 _FIRMWARE_CODE = Path("/usr/share/OVMF/OVMF_CODE_4M.fd")
@@ -36,6 +37,7 @@ class Options:
     accel: str = "tcg"
     memory_mib: int = 1024
     gdb: bool = False  # listen on port 1234
+    typing: bool = False  # a Shell will be connected
     extra: list[str] = field(default_factory=list)
 
 
@@ -50,6 +52,7 @@ class Machine:
         self._private = Path(tempfile.mkdtemp(prefix="boardscope-"))
         self._process: subprocess.Popen[bytes] | None = None
         self._qmp: Qmp | None = None
+        self._input: Input | None = None
 
     def __enter__(self) -> Machine:
         try:
@@ -69,9 +72,16 @@ class Machine:
         return self._qmp
 
     @property
-    def console_socket(self) -> Path:
-        """The firmware's first serial port, where its shell can be typed to."""
-        return self._private / "console"
+    def input(self) -> Input:
+        """Keyboard, mouse and tablet."""
+        if self._input is None:
+            self._input = Input(self.qmp)
+        return self._input
+
+    @property
+    def console_pipes(self) -> tuple[Path, Path]:
+        """With `typing`: what the firmware's console reads and what it writes."""
+        return self._private / "console.in", self._private / "console.out"
 
     def _start(self) -> None:
         self.options.folder.mkdir(parents=True, exist_ok=True)
@@ -81,6 +91,9 @@ class Machine:
         if not _FIRMWARE_VARIABLES.exists():
             raise MachineError("OVMF is not installed; run script/fetch.")
         shutil.copyfile(_FIRMWARE_VARIABLES, variables)
+        if self.options.typing:
+            for pipe in self.console_pipes:
+                os.mkfifo(pipe)
         with self._qemu_log.open("wb") as errors:
             self._process = subprocess.Popen(
                 self._command(variables),
@@ -158,29 +171,7 @@ class Machine:
         self.wait_for(
             lambda: _PRESS_A_KEY in self.console_text(), "the firmware's shell to start", timeout
         )
-        self.press("ret")
-
-    def press(self, *keys: str, hold_ms: int = 60) -> None:
-        """Press the keys (QEMU's names: "esc", "tab", "pgdn", "ret") together, then release."""
-        values = [{"type": "qcode", "data": key} for key in keys]
-        self.qmp.command("send-key", keys=values, hold_time=hold_ms)
-
-    def move(self, dx: int, dy: int) -> None:
-        """Move the relative mouse by so many of its units."""
-        self._input(("rel", {"axis": "x", "value": dx}), ("rel", {"axis": "y", "value": dy}))
-
-    def point(self, x: int, y: int) -> None:
-        """Put the tablet's pen at (x, y), each 0 to 32767 over the whole screen."""
-        self._input(("abs", {"axis": "x", "value": x}), ("abs", {"axis": "y", "value": y}))
-
-    def button(self, down: bool) -> None:
-        """Press or release the left button of the device that moved last."""
-        self._input(("btn", {"button": "left", "down": down}))
-
-    def _input(self, *events: tuple[str, dict[str, object]]) -> None:
-        self.qmp.command(
-            "input-send-event", events=[{"type": kind, "data": data} for kind, data in events]
-        )
+        self.input.press("ret")
 
     def screenshot(self, picture: Path, output: int = 0) -> None:
         """Write what output number `output` shows as a PNG file."""
@@ -195,15 +186,16 @@ class Machine:
         before = b""
         deadline = time.monotonic() + timeout
         while True:
-            picture = self._picture(output)
+            picture = self.picture(output)
             if picture == before and not _is_plain(picture):
                 return picture
             if time.monotonic() > deadline:
-                raise MachineError(f"Output {output} did not come to rest in {timeout:.0f} seconds.")
+                raise MachineError(f"Waited {timeout:.0f} seconds for output {output} to rest.")
             before = picture
             time.sleep(0.3)
 
-    def _picture(self, output: int) -> bytes:
+    def picture(self, output: int = 0) -> bytes:
+        """What an output shows now, as PPM."""
         dump = self._private / "screen.ppm"
         self.qmp.command("screendump", filename=str(dump), device=f"video{output}", format="ppm")
         return dump.read_bytes()
@@ -229,10 +221,15 @@ class Machine:
         return command + options.extra
 
     def _serial_ports(self) -> list[str]:
-        console = f"socket,id=console,path={self.console_socket},server=on,wait=off"
+        if self.options.typing:
+            # Not a socket: each byte is a packet there, so that it soon is full and loses bytes.
+            pipe = self._private / "console"
+            console = f"pipe,id=console,path={pipe},logfile={_escape(self.console_path)}"
+        else:
+            console = f"file,id=console,path={_escape(self.console_path)}"
         return [
             "-chardev",
-            f"{console},logfile={_escape(self.console_path)}",
+            console,
             "-serial",
             "chardev:console",
             # The third port: the firmware's console never writes there, so it is the host's alone.

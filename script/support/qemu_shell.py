@@ -2,8 +2,9 @@
 
 from __future__ import annotations
 
+import os
 import re
-import socket
+import select
 import threading
 import time
 from collections.abc import Callable
@@ -19,12 +20,14 @@ class Shell:
     """The shell's prompt; a context manager, as it holds the machine's serial port."""
 
     def __init__(self, machine: Machine) -> None:
+        """Connect to a machine that was started for typing."""
         self._machine = machine
-        self._socket = socket.socket(socket.AF_UNIX, socket.SOCK_STREAM)
-        self._socket.connect(str(machine.console_socket))
+        to_console, from_console = machine.console_pipes
+        self._typing = os.open(to_console, os.O_RDWR)
+        self._reading = os.open(from_console, os.O_RDONLY | os.O_NONBLOCK)
         self._output = b""
-        # Read at once, always: each unread byte takes a whole packet of the socket's buffer, and
-        # the machine stands still when that is full.
+        self._closed = threading.Event()
+        # Read at once, always: the machine loses what no longer fits into the pipe.
         self._reader = threading.Thread(target=self._read, daemon=True)
         self._reader.start()
 
@@ -37,9 +40,10 @@ class Shell:
         error: BaseException | None,
         trace: TracebackType | None,
     ) -> None:
-        self._socket.shutdown(socket.SHUT_RDWR)
+        self._closed.set()
         self._reader.join()
-        self._socket.close()
+        os.close(self._typing)
+        os.close(self._reading)
 
     def run(self, command: str, timeout: float = 60.0) -> str:
         """Type a command, wait for the next prompt, and return what was printed between."""
@@ -49,7 +53,7 @@ class Shell:
     def type(self, command: str) -> None:
         """Type a command and Enter without waiting for its end."""
         self._output = b""
-        self._socket.sendall(command.encode("ascii") + b"\r")
+        os.write(self._typing, command.encode("ascii") + b"\r")
 
     def wait_for_prompt(self, timeout: float = 60.0) -> str:
         """Wait until the last command has ended; return what was printed since it was typed."""
@@ -71,5 +75,7 @@ class Shell:
             time.sleep(0.02)
 
     def _read(self) -> None:
-        while block := self._socket.recv(65536):
-            self._output += block
+        while not self._closed.is_set():
+            ready, _, _ = select.select([self._reading], [], [], 0.2)
+            if ready:
+                self._output += os.read(self._reading, 65536)

@@ -3,6 +3,7 @@
 namespace {
 
 constexpr double kPictureShare = 0.75;
+constexpr UINTN kLineSize = 600;        // room for the most points there can be
 constexpr UINTN kPngWidthOffset = 16;   // in the header that opens each PNG file
 constexpr UINTN kPngHeightOffset = 20;  // both big-endian
 constexpr UINTN kPngHeaderSize = 24;
@@ -36,22 +37,37 @@ OBV_PROTOCOL *FindHost() {
   return EFI_ERROR(status) ? nullptr : static_cast<OBV_PROTOCOL *>(host);
 }
 
-void PrintComponent(const OBV_COMPONENT &component, UINTN index) {
-  Print(Ucs2(u"component %d %d %d %d %d %s\n"), index,
-        static_cast<UINTN>(component.Type), static_cast<UINTN>(component.SearchTokenId),
-        static_cast<UINTN>(component.NotSelectable == 0),
-        static_cast<UINTN>(component.CalloutSide), component.Name);
-  Print(Ucs2(u"outline"));
+/// One log line that grows: what does not fit is cut.
+struct Line {
+  CHAR8 Text[kLineSize];
+  UINTN Length;
+};
+
+void LogComponent(OBV_PROTOCOL *host, const OBV_COMPONENT &component, UINTN index) {
+  host->DebugPrint(OBV_LOG_INFO, "[Probe] component %d %d %d %d %d %S\n", index,
+                   static_cast<UINTN>(component.Type), static_cast<UINTN>(component.SearchTokenId),
+                   static_cast<UINTN>(component.NotSelectable == 0),
+                   static_cast<UINTN>(component.CalloutSide), component.Name);
+}
+
+void AddPoint(Line *line, INTN x, INTN y) {
+  line->Length += AsciiSPrint(line->Text + line->Length, kLineSize - line->Length, " %d,%d", x, y);
+}
+
+void LogOutline(OBV_PROTOCOL *host, const OBV_COMPONENT &component) {
+  Line line = {};
   for (UINTN i = 0; i < component.HotspotVertexCount && i < OBV_VERTEX_CAPACITY; i++) {
-    Print(Ucs2(u" %d,%d"), static_cast<UINTN>(component.HotspotVertices[i].X),
-          static_cast<UINTN>(component.HotspotVertices[i].Y));
+    AddPoint(&line, component.HotspotVertices[i].X, component.HotspotVertices[i].Y);
   }
-  Print(Ucs2(u"\nleader"));
+  host->DebugPrint(OBV_LOG_INFO, "[Probe] outline%a\n", line.Text);
+}
+
+void LogLeader(OBV_PROTOCOL *host, const OBV_COMPONENT &component) {
+  Line line = {};
   for (UINTN i = 0; i < component.LeaderPointCount && i < OBV_LEADER_POINT_CAPACITY; i++) {
-    Print(Ucs2(u" %d,%d"), static_cast<INTN>(component.LeaderPoints[i].X),
-          static_cast<INTN>(component.LeaderPoints[i].Y));
+    AddPoint(&line, component.LeaderPoints[i].X, component.LeaderPoints[i].Y);
   }
-  Print(Ucs2(u"\n"));
+  host->DebugPrint(OBV_LOG_INFO, "[Probe] leader%a\n", line.Text);
 }
 
 }  // namespace
@@ -79,7 +95,7 @@ EFI_STATUS RestoreAllOutputs(bool all) {
   return EFI_SUCCESS;
 }
 
-EFI_STATUS ListComponents(UINTN width, UINTN height) {
+EFI_STATUS LogComponents(UINTN width, UINTN height) {
   OBV_PROTOCOL *host = FindHost();
   if (host == nullptr) {
     return EFI_NOT_FOUND;
@@ -101,7 +117,9 @@ EFI_STATUS ListComponents(UINTN width, UINTN height) {
     return status;
   }
   for (UINTN i = 0; i < host->SharedState->ComponentCount; i++) {
-    PrintComponent(components[i], i);
+    LogComponent(host, components[i], i);
+    LogOutline(host, components[i]);
+    LogLeader(host, components[i]);
   }
   return EFI_SUCCESS;
 }

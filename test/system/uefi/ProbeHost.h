@@ -12,7 +12,7 @@
 /// Sets whether the setup screen comes back on every output or on one.
 [[nodiscard]] EFI_STATUS RestoreAllOutputs(bool all);
 
-/// Prints the components as the host describes them for a view of this size:
-/// "component INDEX TYPE TOKEN SELECTABLE SIDE NAME", then one line with its
-/// outline, "outline X,Y X,Y ...", and one with its leader line, "leader ...".
-[[nodiscard]] EFI_STATUS ListComponents(UINTN width, UINTN height);
+/// Logs the components as the host describes them for a view of this size:
+/// "[Probe] component INDEX TYPE TOKEN SELECTABLE SIDE NAME", its outline as
+/// "[Probe] outline X,Y X,Y ...", and its leader line, "[Probe] leader ...".
+[[nodiscard]] EFI_STATUS LogComponents(UINTN width, UINTN height);

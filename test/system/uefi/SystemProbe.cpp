@@ -67,7 +67,7 @@ EFI_STATUS Execute(const Arguments &arguments) {
     return RestoreAllOutputs(Number(arguments, 1) != 0);
   }
   if (Is(arguments, u"components", 3)) {
-    return ListComponents(Number(arguments, 1), Number(arguments, 2));
+    return LogComponents(Number(arguments, 1), Number(arguments, 2));
   }
   return EFI_INVALID_PARAMETER;
 }

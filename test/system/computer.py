@@ -1,0 +1,176 @@
+"""The computer of the system tests, and one visit of its user to the board view."""
+
+from collections.abc import Iterator
+from contextlib import contextmanager
+from dataclasses import dataclass, field
+from pathlib import Path
+
+from components import Component, read_components
+from ending import Ending, read_ending
+from pictures import Picture, setup_picture
+from support.qemu_boot import APPLICATION, HOST, driver_commands, end_status, make_boot_disk
+from support.qemu_machine import Machine, Options
+from support.qemu_shell import Shell
+
+END_OF_RUN = "User used APP for"
+VIEW_IS_UP = "Preparation cost"
+# Long enough for a loaded machine without virtualisation.
+PATIENCE = 120.0
+# A key held shorter may fall between two polls of the keyboard.
+KEY_GAP_MS = 60
+
+_VISIT = [
+    "@echo -off",
+    "if %3 == fresh then",
+    "  SystemProbe.efi forget",
+    "endif",
+    "SystemProbe.efi show %1 %2",
+    "SystemProbe.efi wait",
+    APPLICATION,
+    "set -v ended %lasterror%",
+    "SystemProbe.efi wait",
+    "echo boardscope ended with %ended%",
+]
+
+
+class Computer:
+    """A machine at its shell's prompt, with drivers loaded and the host not yet."""
+
+    def __init__(self, machine: Machine, shell: Shell) -> None:
+        self.machine = machine
+        self._shell = shell
+        self._components: dict[tuple[int, int], list[Component]] = {}
+
+    @property
+    def outputs(self) -> range:
+        return range(self.machine.options.outputs)
+
+    def load_host(self) -> None:
+        said = self._shell.run(f"load {HOST}")
+        assert "Success" in said, said
+        self.machine.wait_for_log("[Host] Ready", PATIENCE)
+
+    def probe(self, *words: str | int) -> str:
+        """Have the probe do something; returns what it printed."""
+        said = self._shell.run(" ".join(["SystemProbe.efi", *map(str, words)]), PATIENCE)
+        status = self._shell.run("echo %lasterror%")
+        assert "\n0x0\n" in status, f"The probe refused {words}: {status}"
+        return said
+
+    def components(self, size: tuple[int, int] = (1920, 1080)) -> list[Component]:
+        """The host's components in a view of this size."""
+        if size not in self._components:
+            first = len(self.machine.log_lines())
+            self.probe("components", *size)
+            self._components[size] = read_components(self.machine.log_lines()[first:])
+        return self._components[size]
+
+    @contextmanager
+    def visit(self, size: tuple[int, int] = (1920, 1080), fresh: bool = True) -> Iterator["Visit"]:
+        """Show a setup screen of this size, from which the application can be started.
+
+        A fresh visit is the first of its power-on as far as host and application know.
+        """
+        self._shell.type(f"visit.nsh {size[0]} {size[1]} {'fresh' if fresh else 'again'}")
+        visit = Visit(self, size)
+        visit.wait_for_setup()
+        yield visit
+        visit.status = self._finish()
+
+    def _finish(self) -> int:
+        self.machine.input.press("ret")
+        status = end_status(self._shell.wait_for_prompt(PATIENCE))
+        assert status is not None
+        return status
+
+
+@dataclass
+class Visit:
+    """The application, started from a setup screen and left to it."""
+
+    computer: Computer
+    size: tuple[int, int]
+    status: int | None = None  # known after the visit
+    _first_line: int = field(init=False)
+
+    def __post_init__(self) -> None:
+        self._first_line = len(self.machine.log_lines())
+
+    @property
+    def machine(self) -> Machine:
+        return self.computer.machine
+
+    def wait_for_setup(self) -> None:
+        expected = setup_picture(self.size)
+        self.machine.wait_for(
+            lambda: all(self._shown(output) == expected for output in self.computer.outputs),
+            "the setup screen to be painted",
+            PATIENCE,
+        )
+
+    def _shown(self, output: int) -> Picture:
+        return Picture(self.machine.picture(output))
+
+    def start(self) -> None:
+        """Start the application without waiting for its view."""
+        self.machine.input.press("ret")
+
+    def open(self) -> Picture:
+        """Start the application, wait for its view, and return what it shows."""
+        self.start()
+        return self.wait_for_view()
+
+    def wait_for_view(self) -> Picture:
+        self.machine.wait_for_log(VIEW_IS_UP, PATIENCE, self._first_line)
+        return self.picture()
+
+    def picture(self, output: int = 0) -> Picture:
+        """What an output shows once it has come to rest."""
+        return Picture(self.machine.still_picture(output, PATIENCE))
+
+    def press(self, *keys: str) -> None:
+        """Press keys one after the other, and wait for the view to come to rest."""
+        for key in keys:
+            self.machine.input.tap(key, KEY_GAP_MS)
+        self.picture()
+
+    def leave(self) -> Ending:
+        """Leave the view with Esc, and return what the application handed over."""
+        self.machine.input.tap("esc", KEY_GAP_MS)
+        return self.wait_for_end()
+
+    def wait_for_end(self) -> Ending:
+        self.machine.wait_for_log(END_OF_RUN, PATIENCE, self._first_line)
+        return read_ending(self.lines)
+
+    @property
+    def ended(self) -> bool:
+        return any(END_OF_RUN in line for line in self.lines)
+
+    @property
+    def lines(self) -> list[str]:
+        """The log lines of this visit so far."""
+        return self.machine.log_lines()[self._first_line :]
+
+    def assert_setup_is_back(self, *outputs: int) -> None:
+        """Compare every pixel of the outputs with the setup screen that was there before."""
+        expected = setup_picture(self.size)
+        for output in outputs or self.computer.outputs:
+            name = f"setup-back-{self.size[0]}x{self.size[1]}-output{output}"
+            self.picture(output).assert_equal(expected, self.machine.options.folder / name)
+
+
+@contextmanager
+def boot(folder: Path, programs: Path, outputs: int = 1) -> Iterator[Computer]:
+    """Power a computer on, and wait for its shell's prompt."""
+    folder.mkdir(parents=True, exist_ok=True)
+    disk = folder / "esp.img"
+    script = "\r\n".join([*_VISIT, ""]).encode("ascii")
+    make_boot_disk(disk, programs, driver_commands(), {"visit.nsh": script})
+    options = Options(
+        esp=disk, folder=folder, outputs=outputs, pointers=("mouse", "tablet"), typing=True
+    )
+    with Machine(options) as machine, Shell(machine) as shell:
+        machine.wait_for_shell()
+        shell.wait_for_prompt(PATIENCE)
+        yield Computer(machine, shell)

@@ -1,0 +1,52 @@
+"""script/run as a user without a display calls it, from anywhere."""
+
+import os
+import subprocess
+from pathlib import Path
+
+from PIL import Image
+
+CLONE = Path(__file__).resolve().parents[2]
+RUN = CLONE / "script" / "run"
+
+
+def call(folder: Path, *arguments: str | Path) -> subprocess.CompletedProcess[str]:
+    environment = {
+        name: value
+        for name, value in os.environ.items()
+        if name not in ("DISPLAY", "WAYLAND_DISPLAY")
+    }
+    return subprocess.run(
+        [RUN, *arguments],
+        cwd=folder,
+        env=environment,
+        capture_output=True,
+        text=True,
+        timeout=250,
+    )
+
+
+def test_it_leaves_a_picture_and_the_log(tmp_path: Path) -> None:
+    board = CLONE / "test" / "data" / "board"
+    options = ["--resolution", "1024x768", "--language", "de-DE", "--outputs", "2"]
+    done = call(tmp_path, "--board", board, *options, "--pointer", "mouse")
+    assert done.returncode == 0, done.stdout + done.stderr
+    screen, log = CLONE / "build" / "run" / "screen.png", CLONE / "build" / "run" / "boardscope.log"
+    assert done.stdout.splitlines()[-2:] == [f"Picture: {screen}", f"Log: {log}"]
+    with Image.open(screen) as picture:
+        assert picture.size == (1024, 768)
+        colours = picture.getcolors(maxcolors=1 << 20)
+    assert colours is not None and len(colours) > 100
+    lines = log.read_text().splitlines()
+    assert lines[0].startswith("[Host] ")
+    assert "current resolution: 1024 768" in lines
+    assert any('"Test board"' in line for line in lines)
+    assert "User used APP for" in lines[-1]
+
+
+def test_it_says_plainly_what_is_wrong_with_a_board(tmp_path: Path) -> None:
+    done = call(tmp_path, "--headless", "--board", tmp_path)
+    assert done.returncode == 1
+    complaint = done.stderr.splitlines()[-1]
+    assert complaint.endswith(f"{tmp_path} holds neither board.yaml nor board.bin.")
+    assert "Traceback" not in done.stderr
