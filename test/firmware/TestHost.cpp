@@ -11,6 +11,16 @@ namespace {
 // DebugPrint has no This.
 TestHost *gLogHost = nullptr;
 
+// EDK2's print library turns each line feed of a format into carriage return and line feed; the
+// log keeps what the application wrote.
+std::string WithPlainLineFeeds(const CHAR8 *text) {
+  std::string plain = text;
+  for (size_t at = plain.find("\r\n"); at != plain.npos; at = plain.find("\r\n", at)) {
+    plain.erase(at, 1);
+  }
+  return plain;
+}
+
 }  // namespace
 
 struct HostDoors {
@@ -96,12 +106,13 @@ struct HostDoors {
   }
 
   static VOID EFIAPI DebugPrint(UINTN level, CONST CHAR8 *format, ...) {
-    CHAR8 text[4096];
+    CHAR8 buffer[4096];
     VA_LIST arguments;
     VA_START(arguments, format);
-    AsciiVSPrint(text, sizeof text, format, arguments);
+    AsciiVSPrint(buffer, sizeof buffer, format, arguments);
     VA_END(arguments);
-    Call call(Service::HostDebugPrint, nullptr, level, std::string(text));
+    std::string text = WithPlainLineFeeds(buffer);
+    Call call(Service::HostDebugPrint, nullptr, level, text);
     call.RunVoid([&] {
       if (gLogHost == nullptr) {
         Firmware::Current().Problem("DebugPrint was called without a host");

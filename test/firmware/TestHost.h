@@ -13,6 +13,11 @@ struct LogLine {
   bool operator==(const LogLine &) const = default;
 };
 
+/// For failure messages.
+inline void PrintTo(const LogLine &line, std::ostream *stream) {
+  *stream << std::hex << "0x" << line.Level << std::dec << " \"" << line.Text << "\"";
+}
+
 /// Geometry arguments of ParseComponents.
 struct ParseArguments {
   UINT16 PictureHeight, PictureWidth, ViewHeight, ViewWidth;
@@ -80,7 +85,7 @@ class TestHost {
   std::function<EFI_STATUS()> OnAfterAppLife;
   std::function<EFI_STATUS()> OnUnsupportedResolution;
 
-  /// Lines that DebugPrint got, formatted by EDK2's print library.
+  /// Lines that DebugPrint got, formatted by EDK2's print library; line feeds are plain.
   std::vector<LogLine> Log;
   /// Texts of the log alone, line feeds kept; of one level when given.
   std::vector<std::string> LogTexts(std::optional<UINTN> level = std::nullopt) const;

@@ -107,13 +107,38 @@ TEST_F(FakeFirmwarePool, ChecksumIsThatOfTheSpecification) {
   EXPECT_EQ(Services.CalculateCrc32(text, 0, &crc), EFI_INVALID_PARAMETER);
 }
 
-#if defined(__SANITIZE_ADDRESS__)
-TEST_F(FakeFirmwarePool, OverrunsAreSeenBySanitizers) {
+TEST_F(FakeFirmwarePool, WritingToTheTailIsReported) {
   VOID *buffer = nullptr;
   ASSERT_EQ(Allocate(10, &buffer), EFI_SUCCESS);
   auto *bytes = static_cast<volatile uint8_t *>(buffer);
-  EXPECT_DEATH(bytes[10] = 1, "heap-buffer-overflow");
-  EXPECT_DEATH(bytes[-1] = 1, "AddressSanitizer");
+  EXPECT_NE(bytes[33], 0) << "the tail can be read";
+  bytes[33] = 0;
+  EXPECT_EQ(Services.FreePool(buffer), EFI_SUCCESS);
+  ASSERT_EQ(Machine.Problems().size(), 1u);
+  EXPECT_NE(Machine.Problems()[0].find("written behind"), std::string::npos);
+}
+
+TEST_F(FakeFirmwarePool, FreedMemoryCanBeKeptReadable) {
+  Machine.Pool.KeepFreed = true;
+  VOID *buffer = nullptr;
+  ASSERT_EQ(Allocate(10, &buffer), EFI_SUCCESS);
+  auto *bytes = static_cast<volatile uint8_t *>(buffer);
+  bytes[3] = 77;
+  EXPECT_EQ(Services.FreePool(buffer), EFI_SUCCESS);
+  EXPECT_EQ(bytes[3], 77);
+  EXPECT_EQ(Machine.Pool.LiveBlocks(), 0u);
+  EXPECT_EQ(Services.FreePool(buffer), EFI_INVALID_PARAMETER);
+}
+
+#if defined(__SANITIZE_ADDRESS__)
+TEST_F(FakeFirmwarePool, FarAccessesAreSeenBySanitizers) {
+  VOID *buffer = nullptr;
+  ASSERT_EQ(Allocate(10, &buffer), EFI_SUCCESS);
+  auto *bytes = static_cast<volatile uint8_t *>(buffer);
+  EXPECT_DEATH(bytes[34] = 1, "heap-buffer-overflow");
+  EXPECT_DEATH(bytes[-1] = 1, "use-after-poison");
+  Services.FreePool(buffer);
+  EXPECT_DEATH(bytes[0] = 1, "heap-use-after-free");
 }
 #endif
 
