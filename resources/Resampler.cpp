@@ -108,11 +108,12 @@ void ShareMiddleRow(RowPlan *rows) {
   rows[1].BottomBias = _mm_add_epi8(rows[1].BottomBias, rows[0].BottomBias);
 }
 
-/// Four pixels of a row from the given one on; the row's last pixel is repeated.
-__m128i LoadPixels(const UINT8 *row, UINTN pixel, UINTN width) {
-  if (pixel + 4 <= width) {
-    return _mm_loadu_si128(reinterpret_cast<const __m128i *>(row + pixel * kPixelBytes));
-  }
+__m128i LoadFour(const UINT8 *from) {
+  return _mm_loadu_si128(reinterpret_cast<const __m128i *>(from));
+}
+
+/// Four pixels of a row, with the row's last one for those beyond it.
+__m128i LoadLast(const UINT8 *row, UINTN pixel, UINTN width) {
   INT32 pixels[4];
   for (UINTN i = 0; i < 4; ++i) {
     __builtin_memcpy(&pixels[i], row + MIN(pixel + i, width - 1) * kPixelBytes, kPixelBytes);
@@ -139,19 +140,33 @@ void StoreBlend(const RowPlan &row, const WidePixels &top, const WidePixels &bot
   _mm_store_si128(blended + 1, Blend(row, top.High, bottom.High));
 }
 
-/// Blends count pixels for one target row, or for two that share a source row.
-void BlendRows(const RowPlan *rows, bool two, UINTN first, UINTN count, UINTN width,
-               BlendedRows *blended) {
-  for (UINTN pixel = 0; pixel < count; pixel += 4) {
-    UINTN from = first + pixel;
-    UINTN to = pixel * kBlendedBytes;
-    WidePixels top = Widen(LoadPixels(rows[0].Top, from, width), rows[0].TopBias);
-    WidePixels middle = Widen(LoadPixels(rows[0].Bottom, from, width), rows[0].BottomBias);
-    StoreBlend(rows[0], top, middle, blended->Pixels[0] + to);
-    if (two) {
-      WidePixels bottom = Widen(LoadPixels(rows[1].Bottom, from, width), rows[1].BottomBias);
-      StoreBlend(rows[1], middle, bottom, blended->Pixels[1] + to);
-    }
+/// Blends four pixels for one target row, or for two that share a source row.
+template <bool kTwo, typename Load>
+void BlendFour(const RowPlan *rows, UINTN to, BlendedRows *blended, Load load) {
+  WidePixels top = Widen(load(rows[0].Top), rows[0].TopBias);
+  WidePixels middle = Widen(load(rows[0].Bottom), rows[0].BottomBias);
+  StoreBlend(rows[0], top, middle, blended->Pixels[0] + to);
+  if constexpr (kTwo) {
+    WidePixels bottom = Widen(load(rows[1].Bottom), rows[1].BottomBias);
+    StoreBlend(rows[1], middle, bottom, blended->Pixels[1] + to);
+  }
+}
+
+/// Blends count pixels from the given one on. The row's last pixel is repeated.
+template <bool kTwo>
+void BlendRows(const RowPlan *plans, UINTN first, UINTN count, UINTN width, BlendedRows *blended) {
+  // Copies, which no store can change.
+  const RowPlan rows[2] = {plans[0], plans[1]};
+  UINTN inside = MIN(count, (width - first) / 4 * 4);
+  UINTN pixel = 0;
+  for (; pixel < inside; pixel += 4) {
+    BlendFour<kTwo>(
+        rows, pixel * kBlendedBytes, blended,
+        [from = (first + pixel) * kPixelBytes](const UINT8 *row) { return LoadFour(row + from); });
+  }
+  for (; pixel < count; pixel += 4) {
+    BlendFour<kTwo>(rows, pixel * kBlendedBytes, blended,
+                    [=](const UINT8 *row) { return LoadLast(row, first + pixel, width); });
   }
 }
 
@@ -162,11 +177,12 @@ __m128i BlendColumns(__m128i pixels, const INT16 *weights) {
   return _mm_madd_epi16(pairs, *reinterpret_cast<const __m128i *>(weights));
 }
 
-/// The pixels from the sums of four columns.
+/// The pixels from the sums of four columns. Packed as if they were twice as
+/// many numbers of 16 bits, the sums leave their result in every other byte.
 __m128i PackPixels(__m128i sum0, __m128i sum1, __m128i sum2, __m128i sum3) {
-  __m128i low = _mm_packs_epi32(_mm_srai_epi32(sum0, 16), _mm_srai_epi32(sum1, 16));
-  __m128i high = _mm_packs_epi32(_mm_srai_epi32(sum2, 16), _mm_srai_epi32(sum3, 16));
-  return _mm_xor_si128(_mm_packs_epi16(low, high), _mm_set1_epi8(-128));
+  __m128i low = _mm_srli_epi16(_mm_packs_epi16(sum0, sum1), 8);
+  __m128i high = _mm_srli_epi16(_mm_packs_epi16(sum2, sum3), 8);
+  return _mm_xor_si128(_mm_packus_epi16(low, high), _mm_set1_epi8(-128));
 }
 
 /// Fills a part of a target row; sumOf blends the four neighbours of a column.
@@ -216,7 +232,7 @@ void FillRows(const ColumnPlan &plan, const RowPlan *rows, bool two, UINTN step,
   for (UINTN column = 0; column < targetWidth; column += kBlockColumns, first += step) {
     UINTN count = MIN(targetWidth - column, kBlockColumns);
     UINTN used = plan.Offsets[count - 1] / kBlendedBytes + 2;
-    BlendRows(rows, two, first, used, width, &blended);
+    (two ? BlendRows<true> : BlendRows<false>)(rows, first, used, width, &blended);
     UINT8 *to = target + column * kPixelBytes;
     FillFromBlendedRow(plan, blended.Pixels[0], count, to);
     if (two) {
