@@ -121,17 +121,21 @@ TEST(HostBoardReader, SizesThatDoNotAddUp) {
   longer.push_back(0);
   EXPECT_EQ(FaultOf(longer), "3766 bytes, the header says 3765");
 
-  constexpr size_t kInfoCount = OFFSET_OF(BoardHeader, InfoCount);
-  constexpr size_t kPictureSize = OFFSET_OF(BoardHeader, PictureSize);
-  EXPECT_NE(FaultOfPatched([](auto &b) { BoardParts::SetField<UINT32>(b, kInfoCount, 3); }), "");
-  // 580 times this count wraps to a small number in 32 bits.
-  EXPECT_NE(
-      FaultOfPatched([](auto &b) { BoardParts::SetField<UINT32>(b, kInfoCount, 0x40000002); }), "");
-  EXPECT_NE(
-      FaultOfPatched([](auto &b) { BoardParts::SetField<UINT32>(b, kInfoCount, MAX_UINT32); }), "");
-  EXPECT_NE(
-      FaultOfPatched([](auto &b) { BoardParts::SetField<UINT32>(b, kPictureSize, MAX_UINT32); }),
-      "");
+  EXPECT_EQ(FaultOfPatched([](auto &b) {
+              BoardParts::SetField<UINT32>(b, OFFSET_OF(BoardHeader, PictureSize), 32);
+            }),
+            "3765 bytes, its records and picture take 3764");
+  // 580 times the third count wraps to a small number in 32 bits.
+  for (UINT32 count : {3U, MAX_UINT32, 0x40000002U}) {
+    std::string fault = FaultOfPatched([&](auto &b) {
+      BoardParts::SetField<UINT32>(b, OFFSET_OF(BoardHeader, InfoCount), count);
+    });
+    EXPECT_EQ(fault.find("3765 bytes, its records and picture take "), 0U) << fault;
+  }
+  EXPECT_EQ(FaultOfPatched([](auto &b) {
+              BoardParts::SetField<UINT32>(b, OFFSET_OF(BoardHeader, PictureSize), MAX_UINT32);
+            }),
+            "3765 bytes, its records and picture take 4294971027");
 }
 
 TEST(HostBoardReader, HeaderFaults) {
@@ -216,6 +220,11 @@ TEST(HostBoardReader, ComponentNumberFaults) {
             "component 1: information lines beyond the last one");
   EXPECT_EQ(spoilt([](auto &c) { c.FirstInfo = MAX_UINT32; }),
             "component 1: information lines beyond the last one");
+  EXPECT_EQ(spoilt([](auto &c) {
+              c.FirstInfo = MAX_UINT32;
+              c.InfoCount = 1;
+            }),
+            "component 1: information lines beyond the last one");
 }
 
 TEST(HostBoardReader, PointsOutsideThePictureAreFaults) {
@@ -238,6 +247,8 @@ TEST(HostBoardReader, PictureFaults) {
   EXPECT_EQ(FaultOfSpoilt([](auto &parts) { parts.Picture[1] = 'X'; }), "the picture is not a PNG");
   EXPECT_EQ(FaultOfSpoilt([](auto &parts) { parts.Picture = BoardParts::PngStart(321, 180); }),
             "picture of 321 x 180, the header says 320 x 180");
+  EXPECT_EQ(FaultOfSpoilt([](auto &parts) { parts.Picture = BoardParts::PngStart(320, 179); }),
+            "picture of 320 x 179, the header says 320 x 180");
   EXPECT_EQ(FaultOfSpoilt([](auto &parts) { parts.Picture = BoardParts::PngStart(65856, 180); }),
             "picture of 65856 x 180, the header says 320 x 180");
   std::vector<UINT8> large = BoardParts::Sound(4096, 180).Bytes();

@@ -40,6 +40,17 @@ TEST_F(HostComponentBuilder, CopiesWhatTheBoardSays) {
   EXPECT_EQ(StrCmp(component.Name, Ucs2(u"CPU")), 0);
 }
 
+TEST_F(HostComponentBuilder, EachFlagGoesToItsField) {
+  Parts.Components[0].Flags = kBoardNotSelectable;
+  OBV_COMPONENT locked = Build();
+  EXPECT_EQ(locked.NotSelectable, 1);
+  EXPECT_EQ(locked.InSpecialGroup, 0);
+  Parts.Components[0].Flags = kBoardInSpecialGroup;
+  OBV_COMPONENT special = Build();
+  EXPECT_EQ(special.NotSelectable, 0);
+  EXPECT_EQ(special.InSpecialGroup, 1);
+}
+
 TEST_F(HostComponentBuilder, ConvertsPointsToTheView) {
   OBV_COMPONENT component = Build();
   // 320 x 180 is shown as 1440 x 810 from line 135, in truncated steps of 56/256.

@@ -164,6 +164,15 @@ TEST_F(HostProtocol, SecondRunStartsFromTheDescriptionAgain) {
   EXPECT_NE(again[0].CalloutX, -5);
 }
 
+TEST_F(HostProtocol, AnotherBoardStartsWithoutComponents) {
+  std::vector<UINT8> bytes = BoardParts::Sound().Bytes();
+  ASSERT_EQ(Use(bytes), EFI_SUCCESS);
+  OBV_COMPONENT *components = nullptr;
+  ASSERT_EQ(Parse(&components), EFI_SUCCESS);
+  ASSERT_EQ(Use(bytes), EFI_SUCCESS);
+  EXPECT_EQ(Shared->ComponentCount, 0);
+}
+
 TEST_F(HostProtocol, StatusQueryFillsTheRecord) {
   std::vector<UINT8> bytes = BoardParts::Sound().Bytes();
   ASSERT_EQ(Use(bytes), EFI_SUCCESS);
