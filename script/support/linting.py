@@ -11,16 +11,19 @@ from support import paths
 from support.failure import Failure
 from support.running import say
 
-# Firmware runs no constructors of static objects, so code that goes there must not have any.
-FREESTANDING = ("app", "capture", "host", "platform", "resources", "view")
-NO_STATIC_OBJECTS = (
+# What goes into firmware. Nothing there runs the constructors of static objects, so there must not
+# be any.
+FIRMWARE = ("app", "capture", "host", "platform", "resources", "view")
+COMMAND = (
+    "clang-tidy",
+    "--quiet",
     "--extra-arg=-Wglobal-constructors",
     "--checks=clang-diagnostic-global-constructors",
 )
 
 
 def lint(build: Path, sources: list[Path], headers: list[Path]) -> None:
-    """Checks the sources that CMake compiles. A change of any of `headers` makes all look new."""
+    """Checks the firmware's sources. A change of any of `headers` makes all of them look new."""
     database = json.loads((build / "compile_commands.json").read_text())
     compiled = {Path(entry["file"]) for entry in database}
     shared = hashlib.sha256()
@@ -29,7 +32,7 @@ def lint(build: Path, sources: list[Path], headers: list[Path]) -> None:
         shared.update(path.read_bytes())
     remembered = paths.cache() / "tidy"
     remembered.mkdir(exist_ok=True)
-    chosen = [source for source in sources if source in compiled]
+    chosen = [source for source in sources if source in compiled and _is_firmware(source)]
     fresh = []
     for source in chosen:
         name = str(source.relative_to(paths.CLONE))
@@ -39,6 +42,10 @@ def lint(build: Path, sources: list[Path], headers: list[Path]) -> None:
             fresh.append((source, stamp))
     say(f"clang-tidy: {len(fresh)} of {len(chosen)} files to look at")
     _run_all(build, fresh)
+
+
+def _is_firmware(source: Path) -> bool:
+    return source.relative_to(paths.CLONE).parts[0] in FIRMWARE
 
 
 def _run_all(build: Path, fresh: list[tuple[Path, Path]]) -> None:
@@ -61,13 +68,7 @@ def _run_all(build: Path, fresh: list[tuple[Path, Path]]) -> None:
 
 def _run(build: Path, source: Path) -> str:
     """What clang-tidy has to say about one file; empty when it is clean."""
-    command = ["clang-tidy", "-p", str(build), "--quiet"]
-    runs = [[*command, str(source)]]
-    if source.relative_to(paths.CLONE).parts[0] in FREESTANDING:
-        runs.append([*command, *NO_STATIC_OBJECTS, str(source)])
-    output = ""
-    for arguments in runs:
-        result = subprocess.run(arguments, capture_output=True, text=True, check=False)
-        if result.returncode != 0 or "warning:" in result.stdout:
-            output += result.stdout or result.stderr
-    return output
+    command = [*COMMAND, "-p", str(build), str(source)]
+    result = subprocess.run(command, capture_output=True, text=True, check=False)
+    clean = result.returncode == 0 and "warning:" not in result.stdout
+    return "" if clean else result.stdout or result.stderr

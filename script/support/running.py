@@ -28,7 +28,7 @@ def run(
 ) -> str:
     """Runs a command, with a sign of life every few seconds; returns what it printed."""
     say(what)
-    with tempfile.TemporaryFile() as output:
+    with tempfile.NamedTemporaryFile() as output:
         try:
             process = subprocess.Popen(
                 [str(part) for part in command],
@@ -40,7 +40,7 @@ def run(
             )
         except FileNotFoundError as error:
             raise Failure(f"{what}: there is no program {command[0]}. {hint}".strip()) from error
-        _wait(process, what)
+        _wait(process, what, Path(output.name))
         output.seek(0)
         text = output.read().decode("utf-8", errors="replace")
     if process.returncode != 0:
@@ -49,14 +49,21 @@ def run(
     return text
 
 
-def _wait(process: subprocess.Popen[bytes], what: str) -> None:
+def _last_line(output: Path) -> str:
+    """Where a command is; most build tools say so in their latest line."""
+    lines = output.read_text(errors="replace").split("\n")[-4:]
+    said = [line.strip() for line in lines if line.strip()]
+    return f": {said[-1][-70:]}" if said else ""
+
+
+def _wait(process: subprocess.Popen[bytes], what: str, output: Path) -> None:
     start = time.monotonic()
     while True:
         try:
             process.wait(HEARTBEAT_SECONDS)
             return
         except subprocess.TimeoutExpired:
-            say(f"{what} ({time.monotonic() - start:.0f} s so far)")
+            say(f"{what} ({time.monotonic() - start:.0f} s so far){_last_line(output)}")
         except BaseException:
             process.terminate()
             process.wait()
