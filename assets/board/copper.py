@@ -16,11 +16,11 @@ BAND = (26, 28, 32)
 TRACE = (44, 49, 54)
 POUR = (24, 26, 30)
 VIA = (100, 90, 62)
-SILK = (196, 200, 204)
+SILK = (184, 188, 192)
 SILK_DIM = (104, 108, 112)
 RIM = (88, 93, 98)
-ACCENT = (226, 158, 36)
-PAD = (178, 160, 112)
+ACCENT = (186, 112, 22)
+PAD = (158, 128, 74)
 
 Path = list[tuple[float, float]]
 
@@ -198,7 +198,7 @@ def draw_silkscreen(art: Artwork, scene: Scene) -> None:
     art.line([(0, 0), (far, 0), (far, far), (0, far), (0, 0)], 0.7, RIM)
     for x, y in HOLES:
         art.disc(x, y, 4.2, PAD)
-        art.disc(x, y, 3.9, (150, 136, 96))
+        art.disc(x, y, 3.9, (134, 108, 62))
     for x0, y0, x1, y1 in scene.taken:
         if x1 - x0 > 6 and y1 - y0 > 4:
             inset_box = [(x0, y0), (x1, y0), (x1, y1), (x0, y1), (x0, y0)]

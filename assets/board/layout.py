@@ -68,13 +68,13 @@ def place_memory(scene: Scene) -> None:
 
 def place_slots(scene: Scene) -> None:
     place(scene, "PCIEX16_1", 50, 78.5, 0, lambda f: slots.express_slot(f, 16, True)).label(
-        14, -7.2, "PCIEX16_1", 1.7
+        -3.3, 0, "PCIEX16_1", 1.45, 3
     )
     place(scene, "PCIEX1_1", 50, 37, 0, lambda f: slots.express_slot(f, 1, False)).label(
-        10, -5.8, "PCIEX1_1"
+        -3.3, 0, "PCIEX1_1", 1.45, 3
     )
     place(scene, "PCIEX16_2", 50, 18.5, 0, lambda f: slots.express_slot(f, 16, False)).label(
-        76, -5.6, "PCIEX16_2", 1.5
+        -3.3, 0, "PCIEX16_2", 1.45, 3
     )
     cover = slots.m2_cover
     place(scene, "M2_1", 142, 103, 0, lambda f: cover(f, 82, 21, "M2_1"))

@@ -21,7 +21,7 @@ LIGHT_SAMPLES = {"draft": 2, "preview": 5, "final": 9}
 
 _EXTRA = """
 #declare T_Engraved = texture { pigment { srgb <0.22,0.22,0.23> } finish { F_Matte } }
-#declare T_Gilt = texture { pigment { srgb <0.78,0.60,0.26> } finish { F_Anodised } }
+#declare T_Gilt = texture { pigment { srgb <0.68,0.48,0.18> } finish { F_Anodised } }
 #declare T_Contacts = texture {
   gradient z texture_map {
     [0.0 T_Gold] [0.62 T_Gold] [0.62 T_Black] [1.0 T_Black] } scale 0.85 }
