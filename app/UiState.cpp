@@ -25,7 +25,7 @@ UINT16 EncodeFocus(const lv_obj_t *focused) {
   if (focused == nullptr) {
     return kFocusNone;
   }
-  for (UINT16 i = 0; i < ViewComponentCount(); ++i) {
+  for (UINTN i = 0; i < ViewComponentCount(); ++i) {
     if (gView.Callouts[i] == focused) {
       return static_cast<UINT16>(i + kFocusFirstCallout);
     }
