@@ -176,6 +176,14 @@ void Firmware::RemoveVolume(Volume &volume) {
   Uninstall(volume.Handle, kDevicePathGuid, path);
 }
 
+size_t Firmware::OpenFileCount() const {
+  size_t count = 0;
+  for (const std::unique_ptr<Volume> &volume : volumes_) {
+    count += volume->OpenCount();
+  }
+  return count;
+}
+
 EFI_STATUS Firmware::SetConfigurationTable(const EFI_GUID &guid, VOID *table) {
   auto found = std::find_if(
       configurationTables_.begin(), configurationTables_.end(),

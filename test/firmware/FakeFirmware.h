@@ -79,6 +79,8 @@ class Firmware {
 
   Volume &AddVolume(VolumeOptions options = {});
   void RemoveVolume(Volume &volume);
+  /// Roots and files that are open now, on all volumes.
+  size_t OpenFileCount() const;
 
   /// The clock as a host's GetTime answers it, in milliseconds: recorded as Host.GetTime, and
   /// Clock.StepPerLook passes first. A host other than TestHost reads its clock here, too.

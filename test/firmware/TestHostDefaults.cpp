@@ -103,11 +103,8 @@ void TestHost::FillState() {
   CopyText(State.RecolorLowText, "0,0,0");
   CopyText(State.RecolorHighText, "16,16,16");
   CopyText(State.RecolorNewText, "44,44,44");
-  const std::u16string system[OBV_SYSTEM_INFO_COUNT] = {
-      u"3200 MHz", u"Disk", u"Graphics X1", u"", u"Processor P5", u"4.2 GHz", u"16384 MB"};
-  for (size_t i = 0; i < OBV_SYSTEM_INFO_COUNT; i++) {
-    CopyText(State.SystemInfo[i], system[i]);
-  }
+  CopyText(State.SystemInfo[0], u"Disk 0");
+  CopyText(State.SystemInfo[1], u"Graphics X1");
   for (UINT16 i = 0; i < OBV_STRING_COUNT; i++) {
     State.StringIds[i] = static_cast<UINT16>(kFirstStringId + i);
   }
@@ -193,7 +190,7 @@ void TestHost::FillComponents() {
   AddComponent(u"CPU_FAN", OBV_TYPE_FAN, 0, 700, 500);
   AddComponent(u"TPM", OBV_TYPE_UNCATEGORISED, 0x108, 900, 800);
   Answers[u"CPU"].Lines = {{u"Brand", u"Processor P5"}, {u"Speed", u"4.2 GHz"}};
-  Answers[u"DIMM_A1"].Lines = {{u"Size", u"16 GB"}, {u"Frequency", u"3200 MHz"}};
+  Answers[u"DIMM_A1"].Lines = {{u"Total Memory", u"16384 MB"}, {u"Frequency", u"3200 MHz"}};
   Answers[u"USB_1"].Lines = {{u"Port", u"Keyboard", OBV_INFO_SIDE_LIST}};
   Answers[u"SATA_1"].Status = EFI_NOT_FOUND;
   Answers[u"M2_1"].Status = EFI_NO_MAPPING;
