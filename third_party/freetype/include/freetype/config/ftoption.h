@@ -2,9 +2,9 @@
   FreeType's options in this project. FreeType's own file of that name comes later on the include
   path; an option that is not defined here is off.
 
-  Off on purpose: everything that reads files, compressed fonts, variable fonts, colour glyphs,
-  glyph names and legacy formats, none of which a view of labels needs; and embedded bitmaps,
-  which LVGL would take for grey pixels although they have one bit each.
+  Off on purpose: everything that reads files, compressed fonts, variable fonts, colour glyphs and
+  legacy formats, none of which a view of labels needs; and embedded bitmaps, which LVGL would take
+  for grey pixels although they have one bit each.
 **/
 
 #ifndef FTOPTION_H_
@@ -45,6 +45,10 @@ FT_BEGIN_HEADER
 #define T1_MAX_CHARSTRINGS_OPERANDS 256
 #define T1_CONFIG_OPTION_NO_AFM
 #define T1_CONFIG_OPTION_NO_MM_SUPPORT
+
+// Without the service for glyph names, PostScript outlines are refused altogether.
+#define FT_CONFIG_OPTION_POSTSCRIPT_NAMES
+#define TT_CONFIG_OPTION_POSTSCRIPT_NAMES
 
 // The strength of stems in PostScript outlines, as FreeType has it.
 #define CFF_CONFIG_OPTION_DARKENING_PARAMETER_X1 500
