@@ -9,6 +9,7 @@ from support import paths
 from support.failure import Failure
 from support.linking import link
 from support.running import run, say
+from support.storing import exclusive
 
 TOOLCHAIN = "GCC5"
 IMAGES = ("Boardscope", "ObvHost", "SystemProbe", "UsbMouseDxe", "UsbTabletDxe")
@@ -26,6 +27,11 @@ CONSTRUCTORS = (
 
 def build(target: str) -> None:
     """Builds everything in the DSC; target is DEBUG or RELEASE."""
+    with exclusive(paths.BUILD / "workspace", "is building the EFI files"):
+        _build(target)
+
+
+def _build(target: str) -> None:
     workspace = make_workspace()
     embed_host_files()
     edk2 = paths.edk2_dir()
@@ -41,10 +47,15 @@ def build(target: str) -> None:
     command = ["build", "-p", "Boardscope/Boardscope.dsc", "-a", "X64", "-t", TOOLCHAIN]
     command += ["-b", target, "-n", str(os.cpu_count() or 1), "-s"]
     run(f"Building the EFI files ({target})", command, cwd=workspace, environment=environment)
-    output = workspace / "Build" / "Boardscope" / f"{target}_{TOOLCHAIN}" / "X64"
+    output = output_folder(target)
     check_constructors(output)
     check_headers(output)
     collect(output, target)
+
+
+def output_folder(target: str) -> Path:
+    """Where EDK2 leaves the images of a target, and their symbols beside them."""
+    return paths.BUILD / "workspace" / "Build" / "Boardscope" / f"{target}_{TOOLCHAIN}" / "X64"
 
 
 def make_workspace() -> Path:

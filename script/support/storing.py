@@ -32,15 +32,21 @@ def verify(path: Path, expected: str) -> None:
 
 
 @contextlib.contextmanager
-def locked() -> Iterator[None]:
-    """Holds the cache against other runs, of this clone or another."""
-    with (cache() / ".lock").open("w") as file:
+def exclusive(folder: Path, what: str) -> Iterator[None]:
+    """Holds a folder against other runs that would write to it; `what` is what they do there."""
+    folder.mkdir(parents=True, exist_ok=True)
+    with (folder / ".lock").open("w") as file:
         try:
             fcntl.flock(file, fcntl.LOCK_EX | fcntl.LOCK_NB)
         except BlockingIOError:
-            say("Waiting for another run that is filling the cache")
+            say(f"Waiting for another run that {what}")
             fcntl.flock(file, fcntl.LOCK_EX)
         yield
+
+
+def locked() -> contextlib.AbstractContextManager[None]:
+    """Holds the cache against other runs, of this clone or another."""
+    return exclusive(cache(), "is filling the cache")
 
 
 @contextlib.contextmanager
