@@ -5,6 +5,7 @@ from pathlib import Path
 
 from support import paths
 from support.running import run, say
+from support.storing import exclusive
 
 
 def jobs() -> str:
@@ -23,7 +24,8 @@ def configure(kind: str, options: tuple[str, ...] = ()) -> Path:
 
 def build(kind: str = "native", options: tuple[str, ...] = ()) -> Path:
     """Builds everything that CMake knows; returns the build folder."""
-    folder = configure(kind, options)
-    run(f"Building in build/{kind}", ["cmake", "--build", folder, "--parallel", jobs()])
+    with exclusive(paths.BUILD / kind, f"is building in build/{kind}"):
+        folder = configure(kind, options)
+        run(f"Building in build/{kind}", ["cmake", "--build", folder, "--parallel", jobs()])
     say(f"build/{kind} is up to date")
     return folder
