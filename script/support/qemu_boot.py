@@ -11,12 +11,14 @@ from support.qemu_disk import make_image
 
 APPLICATION = "Boardscope.efi"
 HOST = "ObvHost.efi"
+PROBE = "SystemProbe.efi"
 # OVMF has no driver for USB pointers.
 POINTER_DRIVERS = ("UsbMouseDxe.efi", "UsbTabletDxe.efi")
 BOARD = "EFI/Boardscope/board.bin"
 END_MARK = "boardscope ended with"
 
 _GLOBAL_VARIABLES = "8be4df61-93ca-11d2-aa0d-00e098032b8c"
+_ADDRESS = re.compile(re.escape(APPLICATION) + r" is at (0x[0-9A-Fa-f]+)")
 _END = re.compile(END_MARK + r" (0x[0-9A-Fa-f]+)")
 
 
@@ -41,18 +43,24 @@ def host_commands(language: str | None) -> list[str]:
     return [*commands, f"load {HOST}"]
 
 
-def run_commands() -> list[str]:
+def run_commands(gdb: bool) -> list[str]:
     """The shell commands that start the application, and again after each key press."""
     return [
         "cls",
         "echo This screen stands for the setup utility.",
         ":again",
-        APPLICATION,
+        f"{PROBE} debug {APPLICATION}" if gdb else APPLICATION,
         f"echo {END_MARK} %lasterror%",
         "echo Press Enter to open the board view again, or Q to stay in the shell.",
         "pause -q",
         "goto again",
     ]
+
+
+def load_address(console: str) -> str | None:
+    """Where the application lies, once it was loaded for gdb."""
+    found = _ADDRESS.search(console)
+    return found.group(1) if found else None
 
 
 def end_status(console: str) -> int | None:
@@ -71,7 +79,7 @@ def make_boot_disk(
     files: dict[str, Path | bytes] = {
         program.name: program for program in sorted(programs.glob("*.efi"))
     }
-    missing = [name for name in (APPLICATION, HOST, *POINTER_DRIVERS) if name not in files]
+    missing = [name for name in (APPLICATION, HOST, PROBE, *POINTER_DRIVERS) if name not in files]
     if missing:
         raise Failure(f"{', '.join(missing)} is missing in {programs}; run script/build.")
     files["startup.nsh"] = "\r\n".join([*commands, ""]).encode("ascii")

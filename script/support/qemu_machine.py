@@ -17,6 +17,7 @@ from support.qemu_qmp import Qmp, QmpError
 
 _FIRMWARE_CODE = Path("/usr/share/OVMF/OVMF_CODE_4M.fd")
 _FIRMWARE_VARIABLES = Path("/usr/share/OVMF/OVMF_VARS_4M.fd")
+GDB_PORT = 1234
 _PRESS_A_KEY = "startup.nsh"
 
 
@@ -36,7 +37,7 @@ class Options:
     display: str = "none"  # QEMU's -display
     accel: str = "tcg"
     memory_mib: int = 1024
-    gdb: bool = False  # listen on port 1234
+    gdb: bool = False  # listen on GDB_PORT
     typing: bool = False  # a Shell will be connected
     extra: list[str] = field(default_factory=list)
 
@@ -217,7 +218,7 @@ class Machine:
         command += ["-qmp", f"unix:{self._private / 'qmp'},server=on,wait=off"]
         command += self._serial_ports() + self._screens() + self._inputs()
         if options.gdb:
-            command += ["-gdb", "tcp:127.0.0.1:1234"]
+            command += ["-gdb", f"tcp:127.0.0.1:{GDB_PORT}"]
         return command + options.extra
 
     def _serial_ports(self) -> list[str]:

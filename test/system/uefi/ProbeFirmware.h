@@ -8,10 +8,12 @@ extern "C" {
 #include <Uefi.h>
 
 #include <Library/BaseLib.h>
+#include <Library/DevicePathLib.h>
 #include <Library/PrintLib.h>
 #include <Library/UefiBootServicesTableLib.h>
 #include <Library/UefiLib.h>
 #include <Protocol/GraphicsOutput.h>
+#include <Protocol/LoadedImage.h>
 #include <Protocol/ObvComponent.h>
 #include <Protocol/ObvProtocol.h>
 #include <Protocol/ShellParameters.h>

@@ -2,6 +2,7 @@
   The probe's commands, given as the shell's arguments.
 **/
 
+#include "ProbeDebug.h"
 #include "ProbeFirmware.h"
 #include "ProbeHost.h"
 #include "ProbeScreens.h"
@@ -39,18 +40,7 @@ UINTN Number(const Arguments &arguments, UINTN index) {
   return StrDecimalToUintn(arguments.Texts[index]);
 }
 
-/// Waits for one key without writing anything to the console.
-EFI_STATUS WaitForKey() {
-  UINTN index = 0;
-  EFI_STATUS status = gBS->WaitForEvent(1, &gST->ConIn->WaitForKey, &index);
-  if (EFI_ERROR(status)) {
-    return status;
-  }
-  EFI_INPUT_KEY key = {};
-  return gST->ConIn->ReadKeyStroke(gST->ConIn, &key);
-}
-
-EFI_STATUS Execute(const Arguments &arguments) {
+EFI_STATUS Execute(EFI_HANDLE image, const Arguments &arguments) {
   if (Is(arguments, u"show", 3)) {
     return ShowSetupScreen(Number(arguments, 1), Number(arguments, 2));
   }
@@ -59,6 +49,9 @@ EFI_STATUS Execute(const Arguments &arguments) {
   }
   if (Is(arguments, u"wait", 1)) {
     return WaitForKey();
+  }
+  if (Is(arguments, u"debug", 2)) {
+    return StartForDebugger(image, arguments.Texts[1]);
   }
   if (Is(arguments, u"forget", 1)) {
     return ForgetSavedState();
@@ -75,5 +68,5 @@ EFI_STATUS Execute(const Arguments &arguments) {
 }  // namespace
 
 extern "C" EFI_STATUS EFIAPI SystemProbeEntryPoint(EFI_HANDLE image, EFI_SYSTEM_TABLE *) {
-  return Execute(ReadArguments(image));
+  return Execute(image, ReadArguments(image));
 }
