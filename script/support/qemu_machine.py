@@ -144,11 +144,11 @@ class Machine:
         return self.console_path.read_text(errors="replace")
 
     def wait_for(self, done: Callable[[], bool], what: str, timeout: float) -> None:
-        """Wait until `done` answers true; `what` ends the sentence of the error."""
+        """Wait until `done` answers true; `what` ends the sentence of an error."""
         deadline = time.monotonic() + timeout
         while not done():
             if not self.running:
-                raise MachineError(f"QEMU ended before {what}. {self._qemu_said()}")
+                raise MachineError(f"QEMU ended during the wait for {what}. {self._qemu_said()}")
             if time.monotonic() > deadline:
                 raise MachineError(f"Waited {timeout:.0f} seconds in vain for {what}.")
             time.sleep(0.05)
