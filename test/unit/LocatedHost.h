@@ -1,0 +1,37 @@
+/** @file
+  A located host and LVGL's memory, without anything else of a run: what the resources need.
+**/
+
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "test/firmware/Run.h"
+#include "test/firmware/TestHost.h"
+
+#include "app/HostClient.h"
+#include "app/Lifecycle.h"
+#include "platform/LvglGuard.h"
+#include "platform/LvglMemory.h"
+
+// The application's free, by the name that it has in native builds.
+extern "C" void BoardscopeFree(void *pointer);
+
+class LocatedHost : public testing::Test {
+ protected:
+  LocatedHost() {
+    fake::RunLibraryConstructors(Machine);
+    gHost.Protocol = &Host.Protocol();
+    gHost.SharedState = &Host.State;
+    gLvglMemory = {AllocateForLvgl, BoardscopeFree, ReallocateForLvgl};
+  }
+  ~LocatedHost() override {
+    gHost = {};
+    EXPECT_EQ(Machine.ProblemsText(), "");
+  }
+
+  std::vector<std::string> Errors() const { return Host.LogTexts(OBV_LOG_ERROR); }
+
+  fake::Firmware Machine;
+  fake::TestHost Host{Machine};
+};
