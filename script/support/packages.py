@@ -25,18 +25,13 @@ PACKAGES: dict[str, tuple[str, ...]] = {
     "window": ("qemu-system-gui",),
     "bench": (
         *NATIVE,
-        "libbenchmark-dev",
         "libopencv-imgproc-dev",
         "libpixman-1-dev",
-        "libspng-dev",
-        "libstb-dev",
         "libyuv-dev",
         "pkg-config",
     ),
     "fuzz": (*NATIVE, "clang"),
     "check": ("clang", "clang-format", "clang-tidy", *PYTHON),
-    # The view in a desktop window, against the fake firmware.
-    "desktop": (*NATIVE, "libsdl2-dev"),
     # Regenerating the committed pictures and the built-in font.
     "art": ("fonts-dejavu-core", "fonts-noto-core", "librsvg2-bin", "povray"),
 }
