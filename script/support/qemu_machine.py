@@ -207,7 +207,9 @@ class Machine:
 
     def _command(self, variables: Path) -> list[str]:
         options = self.options
-        command = ["qemu-system-x86_64", "-nodefaults", "-no-user-config"]
+        # However its parent ends, QEMU does not stay behind.
+        command = ["setpriv", "--pdeathsig", "KILL"]
+        command += ["qemu-system-x86_64", "-nodefaults", "-no-user-config"]
         command += ["-machine", f"q35,accel={options.accel}", "-m", str(options.memory_mib)]
         command += ["-nic", "none", "-vga", "none", "-display", options.display]
         command += ["-name", "Boardscope"]

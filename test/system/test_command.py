@@ -1,10 +1,17 @@
 """script/run as a user without a display calls it, from anywhere."""
 
+import importlib.machinery
+import importlib.util
 import os
 import subprocess
+import sys
 from pathlib import Path
+from types import ModuleType
 
+import pytest
 from PIL import Image
+
+from support.failure import Failure
 
 CLONE = Path(__file__).resolve().parents[2]
 RUN = CLONE / "script" / "run"
@@ -50,3 +57,27 @@ def test_it_says_plainly_what_is_wrong_with_a_board(tmp_path: Path) -> None:
     complaint = done.stderr.splitlines()[-1]
     assert complaint.endswith(f"{tmp_path} holds neither board.yaml nor board.bin.")
     assert "Traceback" not in done.stderr
+
+
+def load_command() -> ModuleType:
+    loader = importlib.machinery.SourceFileLoader("run_command", str(RUN))
+    spec = importlib.util.spec_from_loader(loader.name, loader)
+    assert spec is not None
+    module = importlib.util.module_from_spec(spec)
+    loader.exec_module(module)
+    return module
+
+
+def test_it_says_plainly_that_the_view_did_not_come_up(
+    tmp_path: Path, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    command = load_command()
+    monkeypatch.setattr(command, "FOLDER", tmp_path)
+    monkeypatch.setattr(command.firmware, "build", lambda target: None)
+    monkeypatch.setattr(command, "host_commands", lambda language: [])
+    monkeypatch.setattr(sys, "argv", ["run", "--headless"])
+    with pytest.raises(Failure) as caught:
+        command.main()
+    assert str(caught.value).startswith(
+        "The application returned status 0xe before its view came up. "
+    )

@@ -11,6 +11,7 @@ from test_keyboard import assert_jump
 
 SIZE = (1920, 1080)
 CENTRE = (960, 540)
+CLOSE_BUTTON = (1875, 114)
 TABLET_RANGE = 0x7FFF
 # Four units of the mouse are seven pixels, without any rounding.
 UNITS, PIXELS = 4, 7
@@ -157,3 +158,14 @@ def test_a_click_on_a_callout_opens_its_setup_option(
         lines = visit.lines
     assert (ending.jump, ending.focus) == (1, component.focus)
     assert_jump(lines, component)
+
+
+def test_a_click_on_the_close_button_leaves_without_a_jump(computer: Computer) -> None:
+    with computer.visit() as visit:
+        visit.open()
+        mouse_to(visit, CLOSE_BUTTON)
+        click(visit)
+        ending = visit.wait_for_end()
+        visit.assert_setup_is_back()
+    assert ending.jump == 0
+    assert visit.status == 0
