@@ -247,7 +247,9 @@ class Machine:
         screens: list[str] = []
         for number in range(self.options.outputs):
             model = "VGA" if number == 0 else "secondary-vga"
-            size = f"vgamem_mb=64,edid=on,xres={width},yres={height}"
+            # In mHz: at the default rate, the pixel clock of a large screen does not fit the EDID
+            # and the firmware falls back to another size.
+            size = f"vgamem_mb=64,edid=on,refresh_rate=30000,xres={width},yres={height}"
             screens += ["-device", f"{model},id=video{number},{size}"]
         return screens
 
