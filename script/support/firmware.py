@@ -1,8 +1,10 @@
 """Building the EFI files with EDK2."""
 
+import hashlib
 import os
 import re
 import shutil
+import tempfile
 from pathlib import Path
 
 from support import paths
@@ -12,7 +14,14 @@ from support.running import run, say
 from support.storing import exclusive
 
 TOOLCHAIN = "GCC5"
-IMAGES = ("Boardscope", "ObvHost", "SystemProbe", "UsbMouseDxe", "UsbTabletDxe")
+IMAGES = (
+    "Boardscope",
+    "ObvHost",
+    "SystemProbe",
+    "UsbMouseDxe",
+    "UsbTabletDxe",
+    "LateOutputDxe",
+)
 
 # Who takes the tables first matters: the later ones use the earlier ones. This order is part of
 # what the application promises.
@@ -70,7 +79,17 @@ def make_workspace() -> Path:
         settings = conf / f"{name}.txt"
         if not settings.exists() or settings.read_bytes() != template.read_bytes():
             shutil.copyfile(template, settings)
-    return workspace
+    return without_blanks(workspace)
+
+
+def without_blanks(folder: Path) -> Path:
+    """The folder by a path that EDK2 accepts: a link stands in for one with blanks in it."""
+    if " " not in str(folder):
+        return folder
+    name = hashlib.sha256(str(folder).encode()).hexdigest()[:16]
+    alias = Path(tempfile.gettempdir()) / f"boardscope-{os.getuid()}-{name}"
+    link(alias, folder)
+    return alias
 
 
 def embed_host_files() -> None:
