@@ -19,7 +19,8 @@ struct ChildResult {
 };
 
 /// Forks, calls `body` in the child with a text to fill, and waits. The child ends without
-/// running destructors of the parent's objects.
+/// running destructors of the parent's objects. Assertions of a test framework work in the child
+/// when its result says so: `return testing::Test::HasFailure() ? 1 : 0;`
 ChildResult RunInChild(const std::function<int(std::string *text)> &body,
                        unsigned timeoutSeconds = 120);
 

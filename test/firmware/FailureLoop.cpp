@@ -8,23 +8,10 @@ namespace {
 
 constexpr int kLeftBehind = 87;
 
-// What the run left that it should not have; prints it.
 bool LeavesMachineClean(const Firmware &firmware) {
-  std::string complaints = firmware.ProblemsText();
-  if (firmware.Pool.LiveBlocks() != 0) {
-    complaints += std::to_string(firmware.Pool.LiveBlocks()) + " pool blocks are still allocated\n";
-  }
-  if (firmware.Pool.LivePages() != 0) {
-    complaints += std::to_string(firmware.Pool.LivePages()) + " pages are still allocated\n";
-  }
-  if (firmware.Handles.UnclosedCount() != 0) {
-    complaints += "protocols were left open\n";
-  }
-  if (firmware.OpenFileCount() != 0) {
-    complaints += std::to_string(firmware.OpenFileCount()) + " files were left open\n";
-  }
-  std::fputs(complaints.c_str(), stdout);
-  return complaints.empty();
+  std::string leftovers = firmware.Leftovers();
+  std::fputs(leftovers.c_str(), stdout);
+  return leftovers.empty();
 }
 
 }  // namespace

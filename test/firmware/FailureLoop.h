@@ -29,8 +29,7 @@ struct FailureLoopResult {
 };
 
 /// Runs `body` in a child process for each n, on a fresh firmware with the failure planned. After
-/// a body that returned 0, the firmware's problems must be none, its pool empty, and every file
-/// and protocol closed.
+/// a body that returned 0 there must be no leftovers (Firmware::Leftovers).
 FailureLoopResult RunFailureLoop(const FailureLoop &loop,
                                  const std::function<int(Firmware &firmware)> &body);
 

@@ -14,10 +14,19 @@ Firmware *gCurrent = nullptr;
 
 std::string OutputName(size_t index) { return "gop" + std::to_string(index); }
 
-VOID EFIAPI SignalWhenKeyWaits(EFI_EVENT event, VOID *context) {
-  if (static_cast<Firmware *>(context)->Keyboard.Waiting() != 0) {
-    static_cast<Firmware *>(context)->Events.Signal(event);
+// Notification of the events that input devices offer to wait for.
+template <typename Device>
+VOID EFIAPI SignalWhenWaiting(EFI_EVENT event, VOID *context) {
+  if (static_cast<Device *>(context)->Waiting() != 0) {
+    Firmware::Current().Events.Signal(event);
   }
+}
+
+template <typename Device>
+EFI_EVENT WaitEvent(EventQueue *events, Device *device) {
+  EFI_EVENT event = nullptr;
+  events->Create(EVT_NOTIFY_WAIT, TPL_NOTIFY, &SignalWhenWaiting<Device>, device, nullptr, &event);
+  return event;
 }
 
 }  // namespace
@@ -65,8 +74,7 @@ void Firmware::FillSystemTable() {
   SystemTable.ConsoleInHandle = consoleInHandle_;
   SystemTable.ConsoleOutHandle = consoleOutHandle_;
   SystemTable.StandardErrorHandle = consoleOutHandle_;
-  Events.Create(EVT_NOTIFY_WAIT, TPL_NOTIFY, &SignalWhenKeyWaits, this, nullptr,
-                &Keyboard.Protocol()->WaitForKey);
+  Keyboard.Protocol()->WaitForKey = WaitEvent(&Events, &Keyboard);
   // Stands for the loaded image; agents that open protocols name it.
   constexpr EFI_GUID kImageMark = {0x0E1AD94A, 0xC4D3, 0x4E0F, {1, 2, 3, 4, 5, 6, 7, 8}};
   ImageHandle = Install(kImageMark, this);
@@ -107,6 +115,18 @@ UINT64 Firmware::LookAtClock() {
   return Clock.Milliseconds();
 }
 
+std::string Firmware::Leftovers() const {
+  std::string text = ProblemsText();
+  auto add = [&](uint64_t count, const char *what) {
+    text += count == 0 ? "" : std::to_string(count) + " " + what + "\n";
+  };
+  add(Pool.LiveBlocks(), "pool blocks are still allocated");
+  add(Pool.LivePages(), "pages are still allocated");
+  add(Handles.UnclosedCount(), "protocols are still open");
+  add(OpenFileCount(), "files are still open");
+  return text;
+}
+
 EFI_HANDLE Firmware::Install(const EFI_GUID &protocol, VOID *interface, EFI_HANDLE handle) {
   EFI_STATUS status = Handles.Install(&handle, &protocol, interface);
   if (EFI_ERROR(status)) {
@@ -143,12 +163,14 @@ void Firmware::RemoveOutput(GraphicsOutput &output) {
 
 SimplePointer &Firmware::AddSimplePointer(UINT64 resolutionX, UINT64 resolutionY) {
   mouse_ = std::make_unique<SimplePointer>(resolutionX, resolutionY);
+  mouse_->Protocol()->WaitForInput = WaitEvent(&Events, mouse_.get());
   Install(kSimplePointerGuid, mouse_->Protocol(), consoleInHandle_);
   return *mouse_;
 }
 
 AbsolutePointer &Firmware::AddAbsolutePointer(const AbsolutePointer::Range &range) {
   tablet_ = std::make_unique<AbsolutePointer>(range);
+  tablet_->Protocol()->WaitForInput = WaitEvent(&Events, tablet_.get());
   Install(kAbsolutePointerGuid, tablet_->Protocol(), consoleInHandle_);
   return *tablet_;
 }

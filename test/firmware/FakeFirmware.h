@@ -60,6 +60,9 @@ class Firmware {
   std::string ProblemsText() const;
   void Problem(std::string text) { problems_.push_back(std::move(text)); }
   void ForgetProblems() { problems_.clear(); }
+  /// The problems, and what the run should have given back: pool blocks, pages, open protocols
+  /// and files; one a line, empty when all is well.
+  std::string Leftovers() const;
 
   /// Adds an output whose current mode is `current` and installs it on a new handle with a
   /// device path. While the application runs this is a hot-plug: notifications are due at once.

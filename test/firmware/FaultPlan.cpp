@@ -36,6 +36,7 @@ void FaultPlan::StopEvery(Service service) {
 void FaultPlan::Clear() {
   failures_.clear();
   actions_.clear();
+  Choose = nullptr;
 }
 
 std::vector<FaultPlan::Action> FaultPlan::Begin(Service service) {
@@ -58,6 +59,15 @@ std::vector<FaultPlan::Action> FaultPlan::Begin(Service service) {
 }
 
 std::optional<EFI_STATUS> FaultPlan::Decide(Service service, const void *instance) {
+  std::optional<EFI_STATUS> decision = Planned(service, instance);
+  if (!decision && Choose) {
+    decision = Choose(service, instance);
+  }
+  failed_ += decision ? 1 : 0;
+  return decision;
+}
+
+std::optional<EFI_STATUS> FaultPlan::Planned(Service service, const void *instance) {
   auto found = failures_.find(service);
   if (found == failures_.end()) {
     return std::nullopt;
@@ -74,7 +84,6 @@ std::optional<EFI_STATUS> FaultPlan::Decide(Service service, const void *instanc
       decision = decision.value_or(failure.Status);
     }
   }
-  failed_ += decision ? 1 : 0;
   return decision;
 }
 

@@ -23,6 +23,10 @@ class FaultPlan {
   void Fail(std::string_view name, uint64_t n, EFI_STATUS status, uint64_t count = 1,
             const void *instance = nullptr);
 
+  /// Asked about every call that no planned failure hits, when set; for fuzzers, whose input then
+  /// decides call by call. The second argument is the instance.
+  std::function<std::optional<EFI_STATUS>(Service, const void *)> Choose;
+
   /// Runs `action` once, when call n of the service begins (the next call is number 1), before
   /// the call takes effect. Events that it signals are notified at once if the TPL allows.
   void At(Service service, uint64_t n, Action action);
@@ -31,10 +35,10 @@ class FaultPlan {
   /// Forgets the actions that AtEvery planned for the service.
   void StopEvery(Service service);
 
-  /// Forgets all planned failures and actions.
+  /// Forgets all planned failures and actions, and Choose.
   void Clear();
 
-  /// True once the failure planned first has hit at least one call.
+  /// Whether, and how often, a call was made to fail.
   bool AnyFailed() const { return failed_ != 0; }
   uint64_t FailedCount() const { return failed_; }
 
@@ -43,6 +47,7 @@ class FaultPlan {
   std::optional<EFI_STATUS> Decide(Service service, const void *instance);
 
  private:
+  std::optional<EFI_STATUS> Planned(Service service, const void *instance);
   struct Failure {
     EFI_STATUS Status;
     uint64_t SkipCount;

@@ -58,6 +58,18 @@ TEST(FakeFirmwareInput, ReportsComeInOrderUntilNoneIsLeft) {
   EXPECT_EQ(protocol->GetState(protocol, &state), EFI_NOT_READY);
 }
 
+TEST(FakeFirmwareInput, DevicesCanBeWaitedFor) {
+  Firmware machine;
+  AbsolutePointer &tablet = machine.AddAbsolutePointer();
+  EFI_EVENT events[] = {machine.AddSimplePointer().Protocol()->WaitForInput,
+                        tablet.Protocol()->WaitForInput};
+  EXPECT_EQ(machine.BootServices.CheckEvent(events[1]), EFI_NOT_READY);
+  tablet.MoveTo(1, 2);
+  UINTN index = 7;
+  EXPECT_EQ(machine.BootServices.WaitForEvent(2, events, &index), EFI_SUCCESS);
+  EXPECT_EQ(index, 1u);
+}
+
 TEST(FakeFirmwareInput, AbsoluteRangesCanBeStrange) {
   Firmware machine;
   AbsolutePointer &tablet =

@@ -41,6 +41,18 @@ TEST_F(FakeFirmwarePlan, FailsSeveralOrForEver) {
   EXPECT_EQ(Stall(), EFI_SUCCESS);
 }
 
+TEST_F(FakeFirmwarePlan, ChooserDecidesCallByCall) {
+  int calls = 0;
+  Machine.Faults.Choose = [&](Service service, const void *) -> std::optional<EFI_STATUS> {
+    EXPECT_EQ(service, Service::Stall);
+    return ++calls % 2 == 0 ? std::optional<EFI_STATUS>(EFI_NO_MEDIA) : std::nullopt;
+  };
+  EXPECT_EQ(Stall(), EFI_SUCCESS);
+  EXPECT_EQ(Stall(), EFI_NO_MEDIA);
+  EXPECT_EQ(Stall(), EFI_SUCCESS);
+  EXPECT_EQ(Machine.Faults.FailedCount(), 1u);
+}
+
 TEST_F(FakeFirmwarePlan, FailedCallHasNoEffect) {
   Machine.FailCall(Service::AllocatePool, 1, EFI_OUT_OF_RESOURCES);
   VOID *buffer = this;
@@ -95,6 +107,20 @@ TEST_F(FakeFirmwarePlan, HotPlugInterruptsAnyService) {
   EXPECT_EQ(notified, 1);
   Services.RestoreTPL(TPL_APPLICATION);
   EXPECT_EQ(notified, 2);
+}
+
+TEST_F(FakeFirmwarePlan, LeftoversNameWhatWasNotGivenBack) {
+  EXPECT_EQ(Machine.Leftovers(), "");
+  VOID *block = nullptr;
+  Services.AllocatePool(EfiBootServicesData, 8, &block);
+  EFI_PHYSICAL_ADDRESS page = 0;
+  Services.AllocatePages(AllocateAnyPages, EfiBootServicesData, 1, &page);
+  EFI_FILE_PROTOCOL *root = nullptr;
+  EFI_SIMPLE_FILE_SYSTEM_PROTOCOL *files = Machine.AddVolume().Protocol();
+  files->OpenVolume(files, &root);
+  EXPECT_EQ(Machine.Leftovers(),
+            "1 pool blocks are still allocated\n1 pages are still allocated\n"
+            "1 files are still open\n");
 }
 
 TEST_F(FakeFirmwarePlan, RecordsTellOrderArgumentsAndStatus) {
