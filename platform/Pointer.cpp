@@ -129,8 +129,11 @@ void StartPointer() {
   gLvglPort.PointerDriver.type = LV_INDEV_TYPE_POINTER;
   gLvglPort.PointerDriver.read_cb = PointerRead;
   lv_indev_t *device = lv_indev_drv_register(&gLvglPort.PointerDriver);
-  device->proc.types.pointer.act_point.x = static_cast<lv_coord_t>(startX);
-  device->proc.types.pointer.act_point.y = static_cast<lv_coord_t>(startY);
+  lv_point_t start = {static_cast<lv_coord_t>(startX), static_cast<lv_coord_t>(startY)};
+  device->proc.types.pointer.act_point = start;
+  // LVGL moves the cursor only when a reading differs from the last one: without devices, which
+  // read as the top left corner, it would stay in the middle of the view.
+  device->proc.types.pointer.last_point = start;
   ShowCursor(device);
 }
 
