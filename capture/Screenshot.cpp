@@ -47,7 +47,8 @@ EFI_STATUS F12ScreenShots() {
     LogOperationError(kOperation, status);
     return status;
   }
-  ZeroMem(&gScreenshot.Volumes, sizeof(gScreenshot.Volumes));
+  // Still open when the user left the last volume box without a choice.
+  CloseVolumes(&gScreenshot.Volumes);
   status = GetRootDirectoryFileHandle(&gScreenshot.Volumes);
   if (EFI_ERROR(status)) {
     // Deliberately a UCS-2 text in the ASCII log, which shows its first
