@@ -35,8 +35,25 @@ function(boardscope_test kind timeout)
   endif()
 endfunction()
 
+# Fuzz targets as a part of the unit tests, which replay their corpora: each target's function
+# gets the name of its file.
+function(boardscope_replay_corpora)
+  foreach(source IN LISTS fuzz_sources)
+    get_filename_component(target ${source} NAME_WE)
+    set_source_files_properties(
+      ${source} PROPERTIES COMPILE_DEFINITIONS LLVMFuzzerTestOneInput=${target}
+    )
+    string(APPEND targets "TARGET(${target}) ")
+  endforeach()
+  set_source_files_properties(
+    ${PROJECT_SOURCE_DIR}/test/unit/FuzzCorpusTest.cpp
+    PROPERTIES COMPILE_DEFINITIONS "BOARDSCOPE_FUZZ_TARGETS=${targets}"
+  )
+  target_sources(boardscope_unit PRIVATE ${fuzz_sources})
+endfunction()
+
+file(GLOB fuzz_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/test/fuzz/*.cpp)
 if(BOARDSCOPE_FUZZ)
-  file(GLOB fuzz_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/test/fuzz/*.cpp)
   foreach(source IN LISTS fuzz_sources)
     get_filename_component(target ${source} NAME_WE)
     add_executable(boardscope_fuzz_${target} ${source})
@@ -51,5 +68,6 @@ elseif(BOARDSCOPE_BENCH)
   include(Bench)
 else()
   boardscope_test(unit 120)
+  boardscope_replay_corpora()
   boardscope_test(picture 300)
 endif()

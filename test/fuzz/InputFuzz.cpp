@@ -1,0 +1,137 @@
+/** @file
+  A whole run with a sequence of keys, pointer reports, plugging and passing time.
+**/
+
+#include "test/fuzz/Fuzz.h"
+
+#include "test/firmware/Run.h"
+#include "test/firmware/TestHost.h"
+
+namespace {
+
+constexpr int kFirstTurn = 25;  // Keys are dropped before.
+constexpr int kMostEvents = 150;
+constexpr size_t kMostDevices = 4;
+
+class Session {
+ public:
+  explicit Session(fuzz::Reader input) : input_(input) {}
+
+  void Run() {
+    output_ = &machine_.AddOutput({{1024, 768}, {800, 600}});
+    machine_.AddSimplePointer(input_.Byte(), input_.Byte());
+    machine_.AddAbsolutePointer();
+    for (fake::TestHost::Font &font : host_.Fonts) {
+      font.File.clear();  // Loading them takes most of a run.
+    }
+    host_.Install();
+    fake::RunOptions options;
+    options.EscapeAtTurn = 0;
+    options.MostTurns = kFirstTurn + kMostEvents + 200;
+    options.EveryTurn = [this](int turn) { Turn(turn); };
+    fuzz::Require(fake::RunApplication(machine_, options).Status == EFI_SUCCESS,
+                  "the run succeeds");
+    host_.Uninstall();
+    // A file that could not be written deliberately stays open.
+    std::string left = fullVolume_ ? machine_.ProblemsText() : machine_.Leftovers();
+    fuzz::Require(left.empty(), left.c_str());
+  }
+
+ private:
+  void Turn(int turn) {
+    if (turn < kFirstTurn) {
+      return;
+    }
+    if (input_.Left() == 0 || turn > kFirstTurn + kMostEvents) {
+      machine_.Keyboard.Scan(SCAN_ESC);
+      return;
+    }
+    UINT8 kind = input_.Byte();
+    for (int i = 0; i <= kind >> 4; i++) {
+      Happen(kind % 16);
+    }
+  }
+
+  void Happen(int kind) {
+    constexpr UINT16 kScans[] = {SCAN_UP,   SCAN_DOWN, SCAN_LEFT,   SCAN_RIGHT,
+                                 SCAN_HOME, SCAN_END,  SCAN_INSERT, SCAN_F12};
+    switch (kind) {
+      case 0:
+      case 1:
+        machine_.Keyboard.Scan(kScans[input_.Byte() % std::size(kScans)]);
+        break;
+      case 2:
+        machine_.Keyboard.Character(u'\t');
+        break;
+      case 3:
+        machine_.Keyboard.Character(u'\r');
+        break;
+      case 4:
+        machine_.Keyboard.Push(input_.Take<EFI_INPUT_KEY>());
+        break;
+      case 5:
+        machine_.Keyboard.Scan(SCAN_ESC);
+        break;
+      case 15:
+        machine_.Clock.Advance(input_.Take<UINT16>());
+        break;
+      default:
+        kind < 10 ? Point(kind) : Plug(kind);
+    }
+  }
+
+  void Point(int kind) {
+    fake::SimplePointer *mouse = machine_.Mouse();
+    fake::AbsolutePointer *tablet = machine_.Tablet();
+    if (kind == 6 && mouse != nullptr) {
+      INT32 x = input_.Take<INT8>();
+      mouse->Move(x * 8, input_.Take<INT8>() * 8, input_.Byte() % 2 != 0);
+    } else if (kind == 7 && mouse != nullptr) {
+      mouse->Push(input_.Take<EFI_SIMPLE_POINTER_STATE>());
+    } else if (kind == 8 && tablet != nullptr) {
+      UINT64 x = input_.Take<UINT16>() / 2;
+      tablet->MoveTo(x, input_.Take<UINT16>() / 2, input_.Byte() % 2);
+    } else if (kind == 9 && tablet != nullptr) {
+      tablet->Push(input_.Take<EFI_ABSOLUTE_POINTER_STATE>());
+    }
+  }
+
+  void Plug(int kind) {
+    if (kind == 10 && machine_.OutputCount() < kMostDevices) {
+      machine_.AddOutput({{1024, 768}, {1920, 1080}}, input_.Byte() % 2);
+    } else if (kind == 11 && output_ != nullptr) {
+      machine_.RemoveOutput(*output_);
+      output_ = nullptr;
+    } else if (kind == 12 && volumes_.size() < kMostDevices) {
+      fake::VolumeOptions options;
+      UINT8 what = input_.Byte();
+      options.WriteProtected = what % 4 == 1;
+      if (what % 4 == 2) {
+        options.Capacity = 4096;
+        fullVolume_ = true;
+      }
+      volumes_.push_back(&machine_.AddVolume(options));
+    } else if (kind == 13 && !volumes_.empty()) {
+      machine_.RemoveVolume(*volumes_.back());
+      volumes_.pop_back();
+    } else if (kind == 14) {
+      constexpr EFI_STATUS kStatuses[] = {EFI_SUCCESS, EFI_DEVICE_ERROR, EFI_NOT_READY,
+                                          EFI_NO_MAPPING};
+      host_.Answers[u"CPU"].Status = kStatuses[input_.Byte() % std::size(kStatuses)];
+    }
+  }
+
+  fuzz::Reader input_;
+  fake::Firmware machine_;
+  fake::TestHost host_{machine_};
+  fake::GraphicsOutput *output_ = nullptr;
+  std::vector<fake::Volume *> volumes_;
+  bool fullVolume_ = false;
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
+  fuzz::InChild([=] { Session(fuzz::Reader(data, size)).Run(); });
+  return 0;
+}
