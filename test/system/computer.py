@@ -3,17 +3,29 @@
 from collections.abc import Iterator
 from contextlib import contextmanager
 from dataclasses import dataclass, field
+from datetime import datetime
+from functools import cached_property
 from pathlib import Path
 
 from components import Component, read_components
 from ending import Ending, read_ending
 from pictures import Picture, setup_picture
-from support.qemu_boot import APPLICATION, HOST, driver_commands, end_status, make_boot_disk
+from support.qemu_boot import (
+    APPLICATION,
+    HOST,
+    driver_commands,
+    end_status,
+    make_boot_disk,
+    set_language,
+)
 from support.qemu_machine import Machine, Options
 from support.qemu_shell import Shell
 
 END_OF_RUN = "User used APP for"
 VIEW_IS_UP = "Preparation cost"
+LATE_OUTPUT = "LateOutputDxe.efi"
+# The board view shows the day of the first boot, and screenshots are named by the clock.
+POWER_ON = datetime(2031, 5, 17, 8, 30, 0)
 # Long enough for a loaded machine without virtualisation.
 PATIENCE = 120.0
 # A key held shorter may fall between two polls of the keyboard.
@@ -49,6 +61,18 @@ class Computer:
         said = self._shell.run(f"load {HOST}")
         assert "Success" in said, said
         self.machine.wait_for_log("[Host] Ready", PATIENCE)
+
+    @cached_property
+    def late_screen(self) -> int:
+        """The address of the screen of the output that arrives later; loads its driver."""
+        first = len(self.machine.log_lines())
+        said = self._shell.run(f"load {LATE_OUTPUT}")
+        assert "Success" in said, said
+        return int(self.machine.wait_for_log("[Late] screen at", PATIENCE, first).split()[-1], 16)
+
+    def speak(self, language: str) -> None:
+        """Change the platform's language, as a setup utility does."""
+        self._shell.run(set_language(language))
 
     def probe(self, *words: str | int) -> str:
         """Have the probe do something; returns what it printed."""
@@ -168,7 +192,12 @@ def boot(folder: Path, programs: Path, outputs: int = 1) -> Iterator[Computer]:
     script = "\r\n".join([*_VISIT, ""]).encode("ascii")
     make_boot_disk(disk, programs, driver_commands(), {"visit.nsh": script})
     options = Options(
-        esp=disk, folder=folder, outputs=outputs, pointers=("mouse", "tablet"), typing=True
+        esp=disk,
+        folder=folder,
+        outputs=outputs,
+        pointers=("mouse", "tablet"),
+        typing=True,
+        extra=["-rtc", f"base={POWER_ON.isoformat()}"],
     )
     with Machine(options) as machine, Shell(machine) as shell:
         machine.wait_for_shell()

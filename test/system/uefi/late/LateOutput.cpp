@@ -56,7 +56,8 @@ EFI_STATUS EFIAPI SetMode(EFI_GRAPHICS_OUTPUT_PROTOCOL *, UINT32 mode) {
 }
 
 bool OnScreen(UINTN x, UINTN y, UINTN width, UINTN height) {
-  return x + width <= gLate.Info.HorizontalResolution && y + height <= gLate.Info.VerticalResolution;
+  return x + width <= gLate.Info.HorizontalResolution &&
+         y + height <= gLate.Info.VerticalResolution;
 }
 
 UINT8 *PixelAt(UINTN x, UINTN y) {
