@@ -34,7 +34,8 @@ EFI_STATUS StartForDebugger(EFI_HANDLE probe, const CHAR16 *name) {
   if (image == nullptr) {
     return EFI_NOT_FOUND;
   }
-  Print(Ucs2(u"%s is at 0x%lx\n"), name, static_cast<UINT64>(reinterpret_cast<UINTN>(image->ImageBase)));
+  Print(Ucs2(u"%s is at 0x%lx\n"), name,
+        static_cast<UINT64>(reinterpret_cast<UINTN>(image->ImageBase)));
   status = WaitForKey();
   return EFI_ERROR(status) ? status : gBS->StartImage(program, nullptr, nullptr);
 }

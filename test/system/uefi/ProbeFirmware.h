@@ -20,6 +20,4 @@ extern "C" {
 }
 
 /// A UCS-2 literal in the firmware's character type.
-inline const CHAR16 *Ucs2(const char16_t *text) {
-  return reinterpret_cast<const CHAR16 *>(text);
-}
+inline const CHAR16 *Ucs2(const char16_t *text) { return reinterpret_cast<const CHAR16 *>(text); }

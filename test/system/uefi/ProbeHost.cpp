@@ -24,7 +24,8 @@ EFI_STATUS ReadPictureSize(OBV_PROTOCOL *host, PictureSize *picture) {
     return EFI_VOLUME_CORRUPTED;
   }
   const UINT8 *bytes = static_cast<const UINT8 *>(data);
-  picture->Width = static_cast<UINT16>(bytes[kPngWidthOffset + 2] << 8 | bytes[kPngWidthOffset + 3]);
+  picture->Width =
+      static_cast<UINT16>(bytes[kPngWidthOffset + 2] << 8 | bytes[kPngWidthOffset + 3]);
   picture->Height =
       static_cast<UINT16>(bytes[kPngHeightOffset + 2] << 8 | bytes[kPngHeightOffset + 3]);
   return EFI_SUCCESS;

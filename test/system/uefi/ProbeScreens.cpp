@@ -60,8 +60,8 @@ EFI_STATUS Paint(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
   UINTN width = gop->Mode->Info->HorizontalResolution;
   UINTN height = gop->Mode->Info->VerticalResolution;
   void *row = nullptr;
-  EFI_STATUS status = gBS->AllocatePool(
-      EfiBootServicesData, width * sizeof(EFI_GRAPHICS_OUTPUT_BLT_PIXEL), &row);
+  EFI_STATUS status =
+      gBS->AllocatePool(EfiBootServicesData, width * sizeof(EFI_GRAPHICS_OUTPUT_BLT_PIXEL), &row);
   if (EFI_ERROR(status)) {
     return status;
   }
@@ -75,8 +75,8 @@ EFI_STATUS Paint(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
 }
 
 void PrintOutput(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop, UINTN index) {
-  Print(Ucs2(u"output %d: %dx%d of"), index,
-        gop->Mode->Info->HorizontalResolution, gop->Mode->Info->VerticalResolution);
+  Print(Ucs2(u"output %d: %dx%d of"), index, gop->Mode->Info->HorizontalResolution,
+        gop->Mode->Info->VerticalResolution);
   for (UINT32 mode = 0; mode < gop->Mode->MaxMode; mode++) {
     EFI_GRAPHICS_OUTPUT_MODE_INFORMATION *info = nullptr;
     UINTN size = 0;
