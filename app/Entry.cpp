@@ -49,8 +49,9 @@ void BuildView() {
 /// A busy loop on purpose: LVGL's timers are its only pacing.
 void RunMainLoop() {
   while (gApp.ExitRequested == 0) {
-    lv_timer_handler();
+    // First, so that what the notification asked for between two turns is drawn once.
     RedrawAfterHotPlug();
+    lv_timer_handler();
     UINT64 now = HostTime();
     lv_tick_inc(static_cast<UINT32>(now - gApp.LastTime));
     gApp.LastTime = now;
