@@ -17,7 +17,7 @@ EFI_STATUS EventQueue::Create(UINT32 type, EFI_TPL tpl, EFI_EVENT_NOTIFY notify,
   if (event == nullptr || (type & kNotifies) == kNotifies || (!system && (type & ~kKnown) != 0)) {
     return EFI_INVALID_PARAMETER;
   }
-  // The specification reserves these two types to CreateEvent.
+  // The UEFI specification reserves these two types to CreateEvent.
   if (system && group != nullptr) {
     return EFI_INVALID_PARAMETER;
   }

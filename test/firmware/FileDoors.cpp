@@ -18,7 +18,7 @@ struct FileDoors {
     return call.Run([&] { return From(protocol)->Open(file, name, mode, attributes); });
   }
 
-  // The specification knows no failure of Close; a planned one closes all the same.
+  // The UEFI specification knows no failure of Close; a planned one closes all the same.
   static EFI_STATUS EFIAPI Close(EFI_FILE_PROTOCOL *protocol) {
     OpenFile *file = From(protocol);
     Call call(Service::FileClose, file, ToAscii(file->Node()->Name));

@@ -128,7 +128,7 @@ EFI_STATUS HandleDatabase::Search(EFI_LOCATE_SEARCH_TYPE type, const EFI_GUID *p
     if (known == nullptr) {
       return EFI_INVALID_PARAMETER;
     }
-    // One new handle per search, as the specification has it.
+    // One new handle per search, as the UEFI specification has it.
     if (!known->News.empty()) {
       found->push_back(known->News.front());
     }

@@ -39,7 +39,7 @@ VOID EFIAPI SetMem(VOID *to, UINTN size, UINT8 value) {
   call.RunVoid([&] { std::memset(to, value, size); });
 }
 
-// Polynomial 0xEDB88320, as the specification and zlib have it.
+// Polynomial 0xEDB88320, as the UEFI specification and zlib have it.
 UINT32 Crc32(const uint8_t *bytes, UINTN size) {
   UINT32 crc = 0xFFFFFFFF;
   for (UINTN i = 0; i < size; i++) {
