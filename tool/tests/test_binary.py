@@ -5,12 +5,12 @@ import struct
 import zlib
 from pathlib import Path
 
-from conftest import MakeBoard
 from PIL import Image
 
 from boardtool.binary import COMPONENT, HEADER_SIZE, INFO, LOOK, write_board
 from boardtool.picture import encode_for_firmware, load_picture
 from boardtool.reading import read_board
+from conftest import MakeBoard
 
 TEST_BOARD = Path(__file__).resolve().parents[2] / "test" / "data" / "board"
 

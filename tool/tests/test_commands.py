@@ -5,11 +5,11 @@ import sys
 from pathlib import Path
 
 import pytest
-from conftest import MakeBoard
 from PIL import Image
 
 from boardtool.cli import main
 from boardtool.preview import place_callout
+from conftest import MakeBoard
 
 CLONE = Path(__file__).resolve().parents[2]
 

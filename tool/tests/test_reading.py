@@ -4,12 +4,12 @@ from pathlib import Path
 
 import pytest
 import yaml
-from conftest import MakeBoard
 from PIL import Image
 
 from boardtool import limits
 from boardtool.problems import BoardError
 from boardtool.reading import read_board
+from conftest import MakeBoard
 
 
 def complaints(path: Path) -> list[str]:
