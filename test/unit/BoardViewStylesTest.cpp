@@ -86,7 +86,7 @@ TEST_F(BoardViewStyles, InfoTextTakesItsLookFromTheRecord) {
 
 TEST_F(BoardViewStyles, CloseButtonIsTransparentWithAWhiteBorder) {
   BuildUnfocused();
-  ButtonLook look = LookOf(gView.CloseButton);
+  ShownLook look = LookOf(gView.CloseButton);
   EXPECT_EQ(look.Radius, 5);
   EXPECT_EQ(look.Opacity, 0);
   EXPECT_EQ(look.Text, 0xFFFFFFu);
@@ -98,7 +98,7 @@ TEST_F(BoardViewStyles, CloseButtonIsTransparentWithAWhiteBorder) {
 TEST_F(BoardViewStyles, CloseButtonWithKeyboardFocusIsOpaqueInTheViewColour) {
   Build();
   lv_obj_add_state(gView.CloseButton, LV_STATE_FOCUS_KEY);
-  ButtonLook expected = {5, 255, 0x070809, 0x000000, 1, "DejaVuSans 25"};
+  ShownLook expected = {5, 255, 0x070809, 0x000000, 1, "DejaVuSans 25"};
   EXPECT_EQ(LookOf(gView.CloseButton), expected);
 }
 

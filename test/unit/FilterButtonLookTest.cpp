@@ -8,7 +8,7 @@ class FilterButtonLook : public StyledViewStage {};
 
 TEST_F(FilterButtonLook, FilterButtonsTakeTheirLookFromTheRecord) {
   Build();
-  ButtonLook expected = {6, 255, 0x0A0001, 0x0A0000, 3, "DejaVuSans 19"};
+  ShownLook expected = {6, 255, 0x0A0001, 0x0A0000, 3, "DejaVuSans 19"};
   for (int row = 1; row < 6; row++) {
     EXPECT_EQ(LookOf(Button(row)), expected) << row;
     ExpectBorder(Button(row), 0x0A0002, 204);
@@ -17,7 +17,7 @@ TEST_F(FilterButtonLook, FilterButtonsTakeTheirLookFromTheRecord) {
 
 TEST_F(FilterButtonLook, FocusedFilterButtonsTakeTheActiveLook) {
   Build();
-  ButtonLook expected = {7, 255, 0x140001, 0x140000, 4, "DejaVuSansBold 23"};
+  ShownLook expected = {7, 255, 0x140001, 0x140000, 4, "DejaVuSansBold 23"};
   for (lv_state_t state : {LV_STATE_FOCUSED, LV_STATE_FOCUS_KEY}) {
     for (int row = 0; row < 6; row++) {
       lv_obj_add_state(Button(row), state);

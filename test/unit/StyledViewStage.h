@@ -57,21 +57,21 @@ class StyledViewStage : public ViewStage {
   static lv_obj_t *Button(int row) { return gView.FilterButtons[row]; }
 };
 
-struct ButtonLook {
+struct ShownLook {
   int Radius, Opacity;
   UINT32 Background, Text;
   int BorderWidth;
   std::string Font;
-  bool operator==(const ButtonLook &) const = default;
+  bool operator==(const ShownLook &) const = default;
 };
 
-inline std::ostream &operator<<(std::ostream &out, const ButtonLook &look) {
+inline std::ostream &operator<<(std::ostream &out, const ShownLook &look) {
   return out << "radius " << look.Radius << ", opacity " << look.Opacity << ", background "
              << std::hex << look.Background << ", text " << look.Text << std::dec << ", border "
              << look.BorderWidth << ", font " << look.Font;
 }
 
-inline ButtonLook LookOf(lv_obj_t *button) {
+inline ShownLook LookOf(lv_obj_t *button) {
   return {lv_obj_get_style_radius(button, LV_PART_MAIN),
           lv_obj_get_style_bg_opa(button, LV_PART_MAIN),
           Rgb(lv_obj_get_style_bg_color(button, LV_PART_MAIN)),
