@@ -13,6 +13,8 @@ from types import TracebackType
 from support.qemu_machine import Machine, MachineError
 
 _TERMINAL_CODES = re.compile(rb"\x1b\[[0-9;=?]*[A-Za-z]")
+_ATTEMPTS = 3
+_ECHO_PATIENCE = 3.0  # seconds
 _PROMPT = re.compile(rb"(FS\d+:\\|Shell)> $")
 
 
@@ -52,8 +54,27 @@ class Shell:
 
     def type(self, command: str) -> None:
         """Type a command and Enter without waiting for its end."""
-        self._output = b""
-        os.write(self._typing, command.encode("ascii") + b"\r")
+        for _ in range(_ATTEMPTS):
+            self._output = b""
+            self._send(command)
+            if self._echoes(command):
+                self._send("\r")
+                return
+            # Now and then the firmware drops what is typed while it deals with a device.
+            self._send("\b" * len(command))
+            time.sleep(_ECHO_PATIENCE)
+        raise MachineError(f"The shell does not take the command {command}.")
+
+    def _send(self, text: str) -> None:
+        os.write(self._typing, text.encode("ascii"))
+
+    def _echoes(self, command: str) -> bool:
+        deadline = time.monotonic() + _ECHO_PATIENCE
+        while time.monotonic() < deadline:
+            if _TERMINAL_CODES.sub(b"", self._output).endswith(command.encode("ascii")):
+                return True
+            time.sleep(0.02)
+        return False
 
     def wait_for_prompt(self, timeout: float = 60.0) -> str:
         """Wait until the last command has ended; return what was printed since it was typed."""
