@@ -24,7 +24,7 @@ from support.qemu_shell import Shell
 END_OF_RUN = "User used APP for"
 VIEW_IS_UP = "Preparation cost"
 LATE_OUTPUT = "LateOutputDxe.efi"
-# The board view shows the day of the first boot, and screenshots are named by the clock.
+# Screenshots are named by the clock.
 POWER_ON = datetime(2031, 5, 17, 8, 30, 0)
 # Long enough for a loaded machine without virtualisation.
 PATIENCE = 120.0
