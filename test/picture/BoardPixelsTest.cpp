@@ -1,7 +1,8 @@
 // The board picture on the screen, against an independent resampler.
 
-#include "host/portable/Blobs.h"
 #include "test/picture/ReferenceRun.h"
+
+#include "host/portable/Blobs.h"
 #include "test/picture/TestBoard.h"
 
 namespace picture {

@@ -1,7 +1,8 @@
 #include "test/picture/TestBoard.h"
 
-#include "test/firmware/Png.h"
 #include "test/unit/HostBoardBytes.h"
+
+#include "test/firmware/Png.h"
 
 namespace picture {
 

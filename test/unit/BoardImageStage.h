@@ -4,8 +4,9 @@
 
 #pragma once
 
-#include "test/firmware/Png.h"
 #include "test/unit/LocatedHost.h"
+
+#include "test/firmware/Png.h"
 
 #include "resources/BoardImage.h"
 

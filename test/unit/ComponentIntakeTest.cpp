@@ -1,7 +1,8 @@
 // The component array: parsing, queries and failures.
 
-#include "test/firmware/Png.h"
 #include "test/unit/ComponentIntakeStage.h"
+
+#include "test/firmware/Png.h"
 
 namespace {
 
