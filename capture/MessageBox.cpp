@@ -39,6 +39,17 @@ void StyleText(lv_obj_t *label, UINT8 size, UINT32 color) {
   }
 }
 
+/// A button of the view that is held down must not act when it is let go under
+/// the box.
+void DropHeldPress() {
+  lv_indev_t *device = lv_indev_get_next(nullptr);
+  for (; device != nullptr; device = lv_indev_get_next(device)) {
+    if (lv_indev_get_type(device) == LV_INDEV_TYPE_POINTER) {
+      lv_indev_wait_release(device);
+    }
+  }
+}
+
 void CloseHandler(lv_event_t *event) { CloseMessageBox(event); }
 
 }  // namespace
@@ -49,6 +60,7 @@ void OpenMessageBox(const CHAR8 *title, const CHAR8 *text, const CHAR8 **buttons
                     UINT32 textColor, lv_event_cb_t handler, void *userData) {
   gModalBox.ModalMessageBoxOpen = 1;
   gModalBox.PreviousFocus = lv_group_get_focused(gLvglPort.Group);
+  DropHeldPress();
   lv_obj_t *box = lv_msgbox_create(nullptr, title, text, buttons, false);
   gModalBox.Box = box;
   lv_obj_add_event_cb(box, handler, LV_EVENT_VALUE_CHANGED, userData);
@@ -66,6 +78,9 @@ void ArrangeBoxButtons(lv_coord_t width, lv_coord_t height) {
   if (reinterpret_cast<lv_btnmatrix_t *>(buttons)->btn_cnt > 0) {
     lv_btnmatrix_set_selected_btn(buttons, 0);
   }
+  // Without its place, which it would get with the next frame, the box would let
+  // a press of this very turn through to the view.
+  lv_obj_update_layout(gModalBox.Box);
 }
 
 void CloseMessageBox(lv_event_t *event) {
