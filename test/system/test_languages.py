@@ -1,7 +1,7 @@
 """Each language on the screen, compared with pictures that people have looked at.
 
-The pictures are made, and then have to be looked at, with
-`script/test system languages` and BOARDSCOPE_UPDATE_REFERENCES=1 in the environment.
+With BOARDSCOPE_UPDATE_REFERENCES=1 in the environment the pictures are written instead of
+compared; look at them afterwards.
 """
 
 import io
