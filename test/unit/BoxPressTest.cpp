@@ -44,10 +44,10 @@ TEST_F(BoxPress, CalloutThatWasHeldDownDoesNotJumpWhenLetGo) {
   ThenScan(SCAN_F12);
   Then([this] { Point(gView.Callouts[0], false); });
   ThenBoxIsUntouched();
+  Then([] { EXPECT_FALSE(lv_obj_has_state(gView.Callouts[0], LV_STATE_PRESSED)); });
   ThenScan(SCAN_ESC);
   Run();
   EXPECT_TRUE(RanToTheEnd());
-  EXPECT_FALSE(lv_obj_has_state(gView.Callouts[0], LV_STATE_PRESSED));
 }
 
 TEST_F(BoxPress, PressInTheTurnThatOpensTheBoxDoesNotReachTheView) {
