@@ -49,6 +49,12 @@ TEST_F(KeypadBox, PageUpUpAndLeftSelectThePreviousButton) {
   }
 }
 
+TEST_F(KeypadBox, FromTheSecondButtonThePreviousIsTheFirst) {
+  Open(1);
+  EXPECT_EQ(Scan(SCAN_UP), std::nullopt);
+  EXPECT_EQ(Selected(), 0);
+}
+
 TEST_F(KeypadBox, PastTheLastButtonTheSelectionStays) {
   Open(2);
   EXPECT_EQ(Scan(SCAN_DOWN), std::nullopt);
