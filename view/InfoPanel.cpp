@@ -32,6 +32,13 @@ lv_obj_t *CreateLabel(const LabelLook &look) {
   return label;
 }
 
+void SetText(lv_obj_t *label, const CHAR8 *text) {
+  // LVGL would draw the same text anew, with each refresh of the status.
+  if (AsciiStrCmp(lv_label_get_text(label), text) != 0) {
+    lv_label_set_text(label, text);
+  }
+}
+
 }  // namespace
 
 void SetPanelHeading(const CHAR8 *text) {
@@ -41,14 +48,14 @@ void SetPanelHeading(const CHAR8 *text) {
   if (gView.Heading == nullptr) {
     gView.Heading = CreateLabel({Look().Heading.Color, Look().Heading.Font, false});
   }
-  lv_label_set_text(gView.Heading, text);
+  SetText(gView.Heading, text);
 }
 
 void SetInfoText(const CHAR8 *text) {
   if (gView.InfoText == nullptr) {
     gView.InfoText = CreateLabel({Look().InfoText.Color, Look().InfoLabel.Font, true});
   }
-  lv_label_set_text(gView.InfoText, text);
+  SetText(gView.InfoText, text);
   if (AsciiStrCmp(text, kBlank) == 0) {
     SetPanelHeading(kBlank);
   }
@@ -65,5 +72,5 @@ void SetSideList(const CHAR8 *text) {
     lv_obj_set_pos(gView.SideList, lv_obj_get_x(gView.InfoText),
                    static_cast<lv_coord_t>(below + kSideListGap));
   }
-  lv_label_set_text(gView.SideList, text);
+  SetText(gView.SideList, text);
 }

@@ -58,7 +58,8 @@ void RemoveThemeStyles(lv_obj_t *object) {
 }
 
 void SetVisible(lv_obj_t *object, bool visible) {
-  if (object == nullptr) {
+  // LVGL would draw it anew even when nothing changes.
+  if (object == nullptr || visible == !lv_obj_has_flag(object, LV_OBJ_FLAG_HIDDEN)) {
     return;
   }
   if (visible) {

@@ -27,6 +27,8 @@ PACKAGES: dict[str, tuple[str, ...]] = {
         *NATIVE,
         "libopencv-imgproc-dev",
         "libpixman-1-dev",
+        "libpng-dev",
+        "libspng-dev",
         "libyuv-dev",
         "pkg-config",
     ),

@@ -15,7 +15,8 @@ void Report(const std::string &measure, double ours, const std::string &peer, do
 /// A time in seconds that has no peer.
 void ReportAlone(const std::string &measure, double ours);
 
-/// A number of bytes.
+/// A number of bytes, alone or beside a peer's.
 void ReportBytes(const std::string &measure, double bytes);
+void ReportBytes(const std::string &measure, double ours, const std::string &peer, double peers);
 
 }  // namespace bench

@@ -13,6 +13,11 @@ namespace {
 constexpr Resolution kDesign = {1920, 1080};
 constexpr Resolution kResolutions[] = {{1024, 768}, {1920, 1080}, {2560, 1440}, {3840, 2160}};
 constexpr int kRounds = 5;
+// What a user does not notice: a focus change is drawn within one frame of a display of 60 Hz.
+constexpr double kDisplayFrame = 0.016;
+constexpr double kLongestTurn = 0.050;
+constexpr char kFrameAim[] = "aim: a display's frame";
+constexpr char kTurnAim[] = "aim: the longest turn";
 
 std::string Label(const Resolution &resolution) {
   return std::to_string(resolution.Width) + "x" + std::to_string(resolution.Height);
@@ -64,6 +69,22 @@ void ReportLoop(const Resolution &resolution, Figures view) {
   ReportDrawn("redraw of the full screen", &view, "redraw");
 }
 
+void ReportUse(const Resolution &resolution, Figures view) {
+  ReportGroup("To the finished frame at " + Label(resolution) +
+              ", 99 components, without the transfer");
+  Report("focus change by pointer", view["crossing"], kFrameAim, kDisplayFrame);
+  Report("focus change by Tab", view["key"], kFrameAim, kDisplayFrame);
+  Report("filter click, one category", view["filterOne"], kTurnAim, kLongestTurn);
+  Report("filter click, all components", view["filterAll"], kTurnAim, kLongestTurn);
+  Report("status refresh, nothing new", view["refresh"], "the host's 99 answers alone",
+         view["queries"]);
+  Report("status refresh, all dots change", view["refreshChanged"], kTurnAim, kLongestTurn);
+  Report("panel with 20 lines of full length", view["panel"], kTurnAim, kLongestTurn);
+  Report("F12 to the choice of volumes", view["volumeBox"], kTurnAim, kLongestTurn);
+  ReportAlone("volume chosen to the outcome, file written", view["screenshot"]);
+  Report("longest turn of the run without that", view["longest"], kTurnAim, kLongestTurn);
+}
+
 }  // namespace
 
 bool RunViewBench() {
@@ -78,6 +99,7 @@ bool RunViewBench() {
   Figures design = MediansOf(views);
   ReportStart(design, MediansOf(libraries));
   ReportLoop(kDesign, design);
+  ReportUse(kDesign, design);
   std::vector<Figures> sizes;
   for (const Resolution &resolution : kResolutions) {
     sizes.push_back(MeasureView(resolution));
@@ -86,10 +108,12 @@ bool RunViewBench() {
     }
   }
   ReportLoop(kResolutions[3], sizes[3]);
+  ReportUse(kResolutions[3], sizes[3]);
   ReportGroup("Pool memory");
   for (size_t i = 0; i < sizes.size(); i++) {
     ReportBytes("peak at " + Label(kResolutions[i]), sizes[i]["peak"]);
     ReportBytes("in use at the end at " + Label(kResolutions[i]), sizes[i]["live"]);
+    ReportBytes("peak with screenshots at " + Label(kResolutions[i]), sizes[i]["screenshotPeak"]);
   }
   return true;
 }

@@ -1,14 +1,15 @@
 #include "test/bench/ViewRun.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <sstream>
 
-#include "lvgl.h"
 #include "test/bench/BenchHost.h"
 #include "test/bench/MeasureInChild.h"
 #include "test/bench/Probes.h"
 #include "test/bench/ScreenProbe.h"
 #include "test/bench/Timing.h"
+#include "test/bench/ViewTasks.h"
 #include "test/firmware/Run.h"
 
 namespace bench {
@@ -17,14 +18,12 @@ namespace {
 
 // Keys and pointer are drained at first, and the first frames are drawn.
 constexpr int kWarmUpTurns = 400;
-constexpr int kQuietTurns = 200;
-constexpr int kMoves = 99;
-constexpr int kRedraws = 15;
 constexpr int kCopies = 15;
+constexpr int kQueries = 15;
 
-struct Task {
-  std::string Kind;  ///< Empty for a turn that does not count.
-  std::function<void()> Prepare;
+/// Turns, by their number.
+struct Span {
+  size_t First, Count;
 };
 
 class ViewRun {
@@ -37,7 +36,7 @@ class ViewRun {
       return false;
     }
     host_.Install();
-    Plan();
+    tasks_ = PlanTasks(firmware_, host_, size_);
     uint64_t before = firmware_.Pool.LiveBytes();
     firmware_.Pool.ResetPeak();
     fake::RunOptions options;
@@ -51,8 +50,10 @@ class ViewRun {
                 firmware_.ProblemsText().c_str());
     WriteStart();
     WriteTurns();
-    text_ << "peak " << firmware_.Pool.PeakBytes() - before << "\n";
-    text_ << "live " << liveBytes_ - before << "\n";
+    text_ << "queries " << QuerySeconds() << "\n";
+    text_ << "peak " << viewPeak_ - before << "\n";
+    text_ << "live " << viewBytes_ - before << "\n";
+    text_ << "screenshotPeak " << firmware_.Pool.PeakBytes() - before << "\n";
     *text = text_.str();
     return result.Status == EFI_SUCCESS && firmware_.Problems().empty() && tasks_.empty();
   }
@@ -64,55 +65,28 @@ class ViewRun {
     // The firmware's console always has both kinds.
     firmware_.AddSimplePointer();
     firmware_.AddAbsolutePointer({0, 0, size_.Width, size_.Height});
+    firmware_.AddVolume();
     return ScreenProbe(firmware_.AddOutput({{size_.Width, size_.Height}}).Protocol());
-  }
-
-  void Add(const std::string &kind, std::function<void()> prepare, int quiet = 3) {
-    tasks_.push_back({kind, std::move(prepare)});
-    for (int i = 0; i < quiet; i++) {
-      tasks_.push_back({});
-    }
-  }
-
-  void Plan() {
-    for (int i = 0; i < kQuietTurns; i++) {
-      Add("idle", nullptr, 0);
-    }
-    Add("", [this] { firmware_.Clock.StepPerLook = 0; });
-    for (int i = 0; i < kQuietTurns; i++) {
-      Add("idleAtOnce", nullptr, 0);
-    }
-    Add("", [this] { firmware_.Clock.StepPerLook = 1; });
-    for (size_t i = 0; i < kMoves; i++) {
-      Add("crossing", [this, i] { MoveTo(ComponentPlace(i)); });
-    }
-    for (size_t i = 0; i < kMoves; i++) {
-      Add(i == 0 ? "" : "moving", [this, i] { MoveTo(EmptyPlace(i)); });
-    }
-    for (int i = 0; i < kRedraws; i++) {
-      Add("redraw", [] { lv_obj_invalidate(lv_scr_act()); });
-    }
-  }
-
-  void MoveTo(const Place &place) {
-    // The host scales the components just so.
-    firmware_.Tablet()->MoveTo(place.X * size_.Width / 1920, place.Y * size_.Height / 1080);
   }
 
   /// Prepares the turn after this one.
   void Next(int turn) {
-    if (turn < kWarmUpTurns) {
+    if (turn < kWarmUpTurns || --turnsLeft_ > 0) {
       return;
     }
     if (tasks_.empty()) {
-      liveBytes_ = firmware_.Pool.LiveBytes();
       firmware_.Keyboard.Scan(SCAN_ESC);
       return;
     }
     Task task = std::move(tasks_.front());
     tasks_.pop_front();
+    turnsLeft_ = task.Turns;
     if (!task.Kind.empty()) {
-      turnsOf_[task.Kind].push_back(static_cast<size_t>(turn));
+      spansOf_[task.Kind].push_back({static_cast<size_t>(turn), static_cast<size_t>(task.Turns)});
+    }
+    if (task.Kind == kVolumeBoxKind && viewPeak_ == 0) {
+      viewPeak_ = firmware_.Pool.PeakBytes();
+      viewBytes_ = firmware_.Pool.LiveBytes();
     }
     if (task.Prepare) {
       task.Prepare();
@@ -138,17 +112,51 @@ class ViewRun {
   }
 
   void WriteTurns() {
-    for (const auto &[kind, turns] : turnsOf_) {
+    for (const auto &[kind, spans] : spansOf_) {
       std::vector<double> seconds, pixels;
-      for (size_t turn : turns) {
-        seconds.push_back(gProbes.Turns.at(turn).Seconds);
-        pixels.push_back(static_cast<double>(gProbes.Turns.at(turn).Pixels));
+      for (const Span &span : spans) {
+        Turn whole = Sum(span);
+        seconds.push_back(whole.Seconds);
+        pixels.push_back(static_cast<double>(whole.Pixels));
       }
       double middle = Median(pixels);
       text_ << kind << " " << Median(seconds) << "\n";
       text_ << kind << "Pixels " << middle << "\n";
       text_ << kind << "Copy " << CopySeconds(static_cast<size_t>(middle)) << "\n";
     }
+    text_ << "longest " << LongestTurn() << "\n";
+  }
+
+  static Turn Sum(const Span &span) {
+    Turn sum;
+    for (size_t i = 0; i < span.Count; i++) {
+      sum.Seconds += gProbes.Turns.at(span.First + i).Seconds;
+      sum.Pixels += gProbes.Turns.at(span.First + i).Pixels;
+    }
+    return sum;
+  }
+
+  /// Of all turns but those that save screenshots.
+  double LongestTurn() const {
+    std::vector<Turn> turns = gProbes.Turns;
+    for (const Span &span : spansOf_.at(kScreenshotKind)) {
+      std::fill_n(turns.begin() + static_cast<ptrdiff_t>(span.First), span.Count, Turn{});
+    }
+    auto shorter = [](const Turn &a, const Turn &b) { return a.Seconds < b.Seconds; };
+    return std::max_element(turns.begin(), turns.end(), shorter)->Seconds;
+  }
+
+  /// The test host's answers about all components, without the application.
+  double QuerySeconds() {
+    static OBV_COMPONENT_INFO lines[OBV_INFO_CAPACITY];
+    auto query = [&] {
+      for (OBV_COMPONENT &component : host_.Components) {
+        UINT64 count = 0;
+        (void)host_.Protocol().QueryComponentStatus(
+            &host_.Protocol(), component.Name, component.Type, OBV_INFO_CAPACITY, &count, lines);
+      }
+    };
+    return Medians({{"host", query}}, kQueries)[0];
   }
 
   static double CopySeconds(size_t pixels) {
@@ -161,9 +169,11 @@ class ViewRun {
   fake::Firmware firmware_;
   fake::TestHost host_;
   ScreenProbe screen_;
-  std::deque<Task> tasks_;
-  std::map<std::string, std::vector<size_t>> turnsOf_;
-  uint64_t liveBytes_ = 0;
+  Tasks tasks_;
+  int turnsLeft_ = 0;
+  std::map<std::string, std::vector<Span>> spansOf_;
+  /// Before the first screenshot.
+  uint64_t viewPeak_ = 0, viewBytes_ = 0;
   std::ostringstream text_;
 };
 

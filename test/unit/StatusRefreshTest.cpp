@@ -142,6 +142,27 @@ TEST_F(StatusRefresh, StatusLineIsAddedAnewAfterTheHostRewroteTheTable) {
   EXPECT_EQ(WholeText(gView.InfoText), "\n\n");
 }
 
+// Else the whole screen would be drawn every two seconds.
+TEST_F(StatusRefresh, DrawsOnlyWhatChanges) {
+  Answer(8, EFI_SUCCESS, {{u"Speed", u"900 rpm"}});
+  Build();
+  lv_group_focus_obj(gView.Callouts[IndexOf(8)]);
+  RefreshStatusTimer(nullptr);
+  auto drawnByARefresh = [this] {
+    lv_refr_now(nullptr);
+    Machine.Calls.Clear();
+    RefreshStatusTimer(nullptr);
+    lv_refr_now(nullptr);
+    return Machine.Calls.CountOf(fake::Service::GopBlt) > 0;
+  };
+  EXPECT_FALSE(drawnByARefresh());
+  Answer(8, EFI_SUCCESS, {{u"Speed", u"1200 rpm"}});
+  EXPECT_TRUE(drawnByARefresh());
+  EXPECT_FALSE(drawnByARefresh());
+  Answer(1, EFI_DEVICE_ERROR);
+  EXPECT_TRUE(drawnByARefresh());
+}
+
 class RefreshPeriod : public RunScript {
  protected:
   /// Times of the looks at USB_1's status in a run of about 22 s, in ms since its first turn.
