@@ -14,33 +14,54 @@ FONT_SIZE = 14
 MARKER_SIZE = 11
 CALLOUT_PADDING = 2
 
-OUTLINE_COLOR = (255, 219, 75)
+# The view's own, as is the amber below.
+BACKGROUND_COLOR = (0x2C, 0x2C, 0x2C)
+AMBER = (255, 219, 75)
+OUTLINE_COLOR = AMBER
 LEADER_COLOR = (230, 230, 230)
 MARKER_COLORS = {
-    limits.STATUSES["available"]: (0, 255, 0),
-    limits.STATUSES["device-error"]: (255, 219, 75),
+    limits.MARKERS["green"]: (0, 255, 0),
+    limits.MARKERS["red"]: (255, 0, 0),
+    limits.MARKERS["amber"]: AMBER,
 }
 
 
 def draw_preview(board: Board, picture: Image.Image) -> Image.Image:
     """A new picture of the same size."""
-    preview = picture.convert("RGB")
+    preview = on_background(picture)
     scale = max(picture.width / SHOWN_WIDTH, 0.5)
     draw = ImageDraw.Draw(preview, "RGBA")
     font = ImageFont.load_default(FONT_SIZE * scale)
     for component in board.components:
         draw.polygon(component.outline, fill=(*OUTLINE_COLOR, 40), outline=(*OUTLINE_COLOR, 255))
         draw.line(component.leader, fill=LEADER_COLOR, width=max(1, round(scale)))
-        _draw_marker(draw, component, scale)
+        _draw_marker(draw, component, marker_color(board, component), scale)
     for component in board.components:
         _draw_callout(draw, component, board.styles[component.style].default, font, scale)
     return preview
 
 
-def _draw_marker(draw: ImageDraw.ImageDraw, component: Component, scale: float) -> None:
+def on_background(picture: Image.Image) -> Image.Image:
+    """The picture as the view shows it, whose dark grey shines through where it is transparent."""
+    view = Image.new("RGBA", picture.size, BACKGROUND_COLOR)
+    view.alpha_composite(picture.convert("RGBA"))
+    return view.convert("RGB")
+
+
+def marker_color(board: Board, component: Component) -> Color | None:
+    """The colour of a component's dot; None where the view shows no dot."""
+    if component.category == limits.CATEGORIES["none"]:
+        return None
+    if component.status == limits.STATUSES["available"]:
+        return MARKER_COLORS[board.marker]
+    return AMBER if component.status == limits.STATUSES["device-error"] else None
+
+
+def _draw_marker(
+    draw: ImageDraw.ImageDraw, component: Component, fill: Color | None, scale: float
+) -> None:
     x, y = component.marker
     size = MARKER_SIZE * scale
-    fill = MARKER_COLORS.get(component.status)
     draw.ellipse((x, y, x + size, y + size), fill=fill, outline=(0, 0, 0))
 
 

@@ -8,7 +8,7 @@ import pytest
 from PIL import Image
 
 from boardtool.cli import main
-from boardtool.preview import place_callout
+from boardtool.preview import AMBER, place_callout
 from conftest import MakeBoard
 
 CLONE = Path(__file__).resolve().parents[2]
@@ -71,6 +71,55 @@ def test_preview_draws_over_the_picture(make_board: MakeBoard) -> None:
     # Inside the outline it is tinted, in a free corner it is not.
     assert preview.getpixel((17, 12)) != (200, 100, 50)
     assert preview.getpixel((2, 45)) == (200, 100, 50)
+
+
+def test_preview_shows_the_view_through_a_transparent_picture(make_board: MakeBoard) -> None:
+    path = make_board()
+    picture = Image.new("RGBA", (64, 48), (200, 100, 50, 0))
+    picture.putpixel((3, 45), (200, 100, 50, 255))
+    picture.putpixel((4, 45), (255, 255, 255, 128))
+    picture.save(path.parent / "board.png")
+    assert main(["preview", str(path)]) == 0
+    preview = Image.open(path.parent / "preview.png")
+    assert preview.mode == "RGB"
+    assert preview.getpixel((2, 45)) == (0x2C, 0x2C, 0x2C)
+    assert preview.getpixel((3, 45)) == (200, 100, 50)
+    assert preview.getpixel((4, 45)) == (150, 150, 150)
+
+
+GREEN, RED = (0, 255, 0), (255, 0, 0)
+
+
+@pytest.mark.parametrize(
+    ("theme", "component", "color"),
+    [
+        ("", "", GREEN),
+        ("marker: green\n", "", GREEN),
+        ("marker: red\n", "", RED),
+        ("marker: amber\n", "", AMBER),
+        ("marker: red\n", "    status: device-error\n", AMBER),
+        ("marker: red\n", "    status: absent\n", None),
+        ("marker: red\n", "    status: not-ready\n", None),
+    ],
+)
+def test_preview_colors_the_dot(
+    make_board: MakeBoard, theme: str, component: str, color: tuple[int, int, int] | None
+) -> None:
+    # The dot is drawn at half its size in so small a picture; away from the outline's tint.
+    path = make_board(
+        ("styles:\n", f"{theme}styles:\n"),
+        ("    marker: [11, 11]\n", f"    marker: [40, 5]\n{component}"),
+    )
+    assert main(["preview", str(path)]) == 0
+    preview = Image.open(path.parent / "preview.png")
+    assert preview.getpixel((43, 8)) == (color or (200, 100, 50))
+
+
+def test_preview_shows_no_dot_without_a_category(make_board: MakeBoard) -> None:
+    path = make_board(("category: fan", "category: none"), ("marker: [11, 11]", "marker: [40, 5]"))
+    assert main(["preview", str(path)]) == 0
+    preview = Image.open(path.parent / "preview.png")
+    assert preview.getpixel((43, 8)) == (200, 100, 50)
 
 
 @pytest.mark.parametrize(
