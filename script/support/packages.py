@@ -11,7 +11,17 @@ from support.running import run, say
 FIRMWARE = ("acpica-tools", "dpkg-dev", "g++", "gcc", "make", "nasm", "uuid-dev")
 PYTHON = ("python3-pip", "python3-venv")
 FONTS = ("fonts-droid-fallback", "fonts-open-sans")
-NATIVE = ("ccache", "cmake", "g++", "gcc", "libgmock-dev", "libgtest-dev", "nasm", "ninja-build")
+NATIVE = (
+    "ccache",
+    "cmake",
+    "fonts-dejavu-core",  # The test host's font.
+    "g++",
+    "gcc",
+    "libgmock-dev",
+    "libgtest-dev",
+    "nasm",
+    "ninja-build",
+)
 
 PACKAGES: dict[str, tuple[str, ...]] = {
     "python": PYTHON,
@@ -35,7 +45,7 @@ PACKAGES: dict[str, tuple[str, ...]] = {
     "fuzz": (*NATIVE, "clang"),
     "check": ("clang", "clang-format", "clang-tidy", *PYTHON),
     # Regenerating the committed pictures and the built-in font.
-    "art": ("fonts-dejavu-core", "fonts-noto-core", "librsvg2-bin", "povray"),
+    "art": ("fonts-dejavu-core", "fonts-noto-core", "povray"),
 }
 
 
