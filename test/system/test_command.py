@@ -59,6 +59,12 @@ def test_it_says_plainly_what_is_wrong_with_a_board(tmp_path: Path) -> None:
     assert "Traceback" not in done.stderr
 
 
+def test_it_says_plainly_that_there_is_no_such_board(tmp_path: Path) -> None:
+    done = call(tmp_path, "--headless", "--board", tmp_path / "nowhere")
+    assert done.returncode == 1
+    assert done.stderr.splitlines()[-1].endswith(f"There is no {tmp_path / 'nowhere'}.")
+
+
 def load_command() -> ModuleType:
     loader = importlib.machinery.SourceFileLoader("run_command", str(RUN))
     spec = importlib.util.spec_from_loader(loader.name, loader)
@@ -66,6 +72,29 @@ def load_command() -> ModuleType:
     module = importlib.util.module_from_spec(spec)
     loader.exec_module(module)
     return module
+
+
+def test_it_takes_a_board_by_its_folder_and_by_its_file(tmp_path: Path) -> None:
+    command = load_command()
+    description, binary = tmp_path / "board.yaml", tmp_path / "board.bin"
+    binary.touch()
+    assert command.find_board(tmp_path) == binary
+    description.touch()
+    assert command.find_board(tmp_path) == description
+    assert command.find_board(description) == description
+    assert command.find_board(binary) == binary
+
+
+def test_it_builds_a_description_and_leaves_a_binary_alone(
+    tmp_path: Path, monkeypatch: pytest.MonkeyPatch
+) -> None:
+    command = load_command()
+    monkeypatch.setattr(command, "FOLDER", tmp_path)
+    board = CLONE / "test" / "data" / "board"
+    assert command.binary_of(board / "board.bin") == board / "board.bin"
+    made = command.binary_of(board / "board.yaml")
+    assert made == tmp_path / "board.bin"
+    assert made.read_bytes().startswith(b"OBVBOARD")
 
 
 def test_it_says_plainly_that_the_view_did_not_come_up(
