@@ -20,7 +20,6 @@ LifecycleState gApp;
 
 namespace {
 
-constexpr CHAR8 kEntryName[] = "VeltBoardscopeAppEntryPoint";
 constexpr UINT32 kRefreshPeriod = 2000;       // ms
 constexpr UINT32 kSlowRefreshPeriod = 10000;  // ms
 
@@ -59,8 +58,9 @@ void RunMainLoop() {
 }
 
 /// Everything that runs inside LVGL; left early when LVGL cannot go on.
-void ShowView(void *) {
+void ShowView(void *stood) {
   BuildView();
+  *static_cast<bool *>(stood) = true;
   gApp.LastTime = HostTime();
   LogInfo("[%a] Preparation cost: %dms\n", kEntryName, Elapsed(gApp.StartTime, gApp.LastTime));
   RunMainLoop();
@@ -81,11 +81,14 @@ void FindChosenOption() {
 
 /// Hands screen and choice back to the setup. The LVGL objects stay as they
 /// are; the pool's leak report frees them.
-void HandBack() {
+void HandBack(bool viewStood) {
   CloseHotPlugDetector();
   // Still open when the user left the volume box, or the view, without a choice.
   CloseVolumes(&gScreenshot.Volumes);
-  SaveUiState();
+  if (viewStood) {
+    // Else the state of the last visit is kept.
+    SaveUiState();
+  }
   FindChosenOption();
   // Each output that refuses keeps its mode; there is nobody to tell.
   (void)SetAllGopMode(gApp.PreviousHeight, gApp.PreviousWidth);
@@ -103,10 +106,11 @@ void RunView() {
   (void)BackupScreenShots(gHost.Gop, &gApp.ScreenBackup);
   SwitchToViewMode();
   (void)ClearAllScreen();
-  if (!RunGuardedFromLvgl(ShowView, nullptr)) {
+  bool stood = false;
+  if (!RunGuardedFromLvgl(ShowView, &stood)) {
     gApp.ResultStatus = EFI_OUT_OF_RESOURCES;
   }
-  HandBack();
+  HandBack(stood);
 }
 
 void EndLife(EFI_STATUS resolutionVerdict) {

@@ -6,6 +6,9 @@
 
 #include "app/Firmware.h"
 
+/// How the lifecycle signs its log lines.
+inline constexpr CHAR8 kEntryName[] = "VeltBoardscopeAppEntryPoint";
+
 /// Set once before anything is drawn, except where stated.
 struct LifecycleState {
   /// Resolution of the view in pixels.

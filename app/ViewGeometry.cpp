@@ -39,8 +39,7 @@ bool ModeFound() {
   if (gApp.ModeNumber != -1) {
     return true;
   }
-  LogInfo("[%a] %d*%d unsupported by GOP.\n", "VeltBoardscopeAppEntryPoint", gApp.ViewWidth,
-          gApp.ViewHeight);
+  LogInfo("[%a] %d*%d unsupported by GOP.\n", kEntryName, gApp.ViewWidth, gApp.ViewHeight);
   return false;
 }
 

@@ -6,6 +6,9 @@
 
 #include "app/Firmware.h"
 
+/// The share of the view that the board picture covers in each direction.
+inline constexpr double kPictureShare = 0.75;
+
 /// Chooses the view geometry from the setup screen's size and the modes of the
 /// output in use, and stores it in gApp. EFI_UNSUPPORTED when neither
 /// 1920 x 1080 nor 1024 x 768 exists where one of them is needed.

@@ -11,8 +11,8 @@
 namespace {
 
 constexpr UINT32 kBackgroundColor = 0x2C2C2C;
-constexpr UINT8 kTitleSize = 20;
-constexpr UINT8 kTextSize = 18;
+constexpr UINT8 kTitleFontSize = 20;
+constexpr UINT8 kTextFontSize = 18;
 
 struct ResultBoxState {
   const CHAR8 *Buttons[2];
@@ -54,7 +54,7 @@ void CloseHandler(lv_event_t *event) { CloseMessageBox(event); }
 
 }  // namespace
 
-const lv_font_t *BoxTextFont() { return StandardFont(kTextSize); }
+const lv_font_t *BoxTextFont() { return StandardFont(kTextFontSize); }
 
 void OpenMessageBox(const CHAR8 *title, const CHAR8 *text, const CHAR8 **buttons, UINT32 titleColor,
                     UINT32 textColor, lv_event_cb_t handler, void *userData) {
@@ -65,8 +65,8 @@ void OpenMessageBox(const CHAR8 *title, const CHAR8 *text, const CHAR8 **buttons
   gModalBox.Box = box;
   lv_obj_add_event_cb(box, handler, LV_EVENT_VALUE_CHANGED, userData);
   StyleBox(box);
-  StyleText(lv_msgbox_get_title(box), kTitleSize, titleColor);
-  StyleText(lv_msgbox_get_text(box), kTextSize, textColor);
+  StyleText(lv_msgbox_get_title(box), kTitleFontSize, titleColor);
+  StyleText(lv_msgbox_get_text(box), kTextFontSize, textColor);
 }
 
 void ArrangeBoxButtons(lv_coord_t width, lv_coord_t height) {

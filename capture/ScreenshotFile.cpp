@@ -3,7 +3,7 @@
 #include "app/HostClient.h"
 #include "app/Lifecycle.h"
 #include "app/MemoryPool.h"
-#include "resources/PngCodec.h"
+#include "platform/PngCodec.h"
 
 namespace {
 

@@ -12,9 +12,9 @@ struct ScreenshotName {
   CHAR8 Ascii[512];
 };
 
-/// Writes the view's pixels, which are converted in place, to a new file in the
-/// volume's root and gives its name. Failures are logged with their place;
-/// after a failed write the file stays open and the PNG block allocated.
+/// Writes the view's pixels, which are converted in place, to a file in the
+/// volume's root and gives its name; a file of that name loses its beginning. Failures are logged
+/// with their place; after a failed write the file stays open and the PNG block allocated.
 [[nodiscard]] EFI_STATUS SaveScreenshot(EFI_FILE_PROTOCOL *root,
                                         EFI_GRAPHICS_OUTPUT_BLT_PIXEL *pixels,
                                         ScreenshotName *name);

@@ -1,6 +1,7 @@
 #include "capture/UsbVolumes.h"
 
 #include "app/HostClient.h"
+#include "app/LowBytes.h"
 #include "app/MemoryPool.h"
 
 namespace {
@@ -89,13 +90,10 @@ EFI_STATUS GetRootDirectoryFileHandle(VolumeList *volumes) {
   return status;
 }
 
-void CloseVolumes(VolumeList *volumes) {
-  for (EFI_FILE_PROTOCOL *&root : volumes->Roots) {
-    if (root == nullptr) {
-      break;
-    }
-    (void)root->Close(root);
-    root = nullptr;
+void CloseVolumes(VolumeList *volumes, UINTN first) {
+  for (UINTN i = first; i < kMaxVolumes && volumes->Roots[i] != nullptr; ++i) {
+    (void)volumes->Roots[i]->Close(volumes->Roots[i]);
+    volumes->Roots[i] = nullptr;
   }
 }
 
@@ -109,7 +107,7 @@ void DescribeVolume(EFI_FILE_PROTOCOL *root, CHAR8 *label, UINTN labelSize, UINT
   }
   // A volume that was pulled out meanwhile keeps its place, without a label.
   (void)ReadInfo(root, info);
-  (void)UnicodeStrToAsciiStrS(info->VolumeLabel, label, labelSize);
+  CopyLowBytes(info->VolumeLabel, label, labelSize);
   *size = info->VolumeSize;
   free(info);
 }

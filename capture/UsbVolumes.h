@@ -21,8 +21,8 @@ struct VolumeList {
 /// EFI_INVALID_PARAMETER for NULL, else the status of the handle search.
 [[nodiscard]] EFI_STATUS GetRootDirectoryFileHandle(VolumeList *volumes);
 
-/// Closes all roots, in order, and forgets them.
-void CloseVolumes(VolumeList *volumes);
+/// Closes the roots from a place in the list on, in order, and forgets them.
+void CloseVolumes(VolumeList *volumes, UINTN first = 0);
 
 /// Reads a volume's label and size; both are empty when it does not tell.
 /// label has room for labelSize bytes; the size is in bytes.

@@ -51,16 +51,10 @@ bool IsRowBreak(UINTN number) { return AsciiStrCmp(gVolumeBox.Texts[number], kRo
 /// Closes what the box has no room for; the number of volumes that stay.
 UINTN CutToTable(VolumeList *volumes) {
   UINTN count = 0;
-  while (volumes->Roots[count] != nullptr) {
-    if (count < kMaxShownVolumes) {
-      ++count;
-      continue;
-    }
-    for (UINTN i = count; i < kMaxVolumes && volumes->Roots[i] != nullptr; ++i) {
-      (void)volumes->Roots[i]->Close(volumes->Roots[i]);
-      volumes->Roots[i] = nullptr;
-    }
+  while (count < kMaxShownVolumes && volumes->Roots[count] != nullptr) {
+    ++count;
   }
+  CloseVolumes(volumes, count);
   return count;
 }
 
@@ -93,6 +87,7 @@ UINTN FillTexts(const VolumeList &volumes, UINTN count) {
   }
   const CHAR8 *cancel = LocalizedText(TextId::CancelButton);
   SetText(3 * count / 2, cancel);
+  // Two row breaks at the end would make an empty row.
   if (places > 1 && IsRowBreak(places - 1) && IsRowBreak(places - 2)) {
     --places;
     SetText(places, cancel);

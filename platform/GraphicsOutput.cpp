@@ -16,16 +16,6 @@ EFI_STATUS ListOutputs(const CHAR8 *operation, GopList *list) {
   return status;
 }
 
-template <typename Visitor>
-void ForEachOutput(const GopList &list, Visitor visit) {
-  for (EFI_GRAPHICS_OUTPUT_PROTOCOL *gop : list.Outputs) {
-    if (gop == nullptr) {
-      return;
-    }
-    visit(gop);
-  }
-}
-
 bool ModeMatches(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop, UINT32 mode, UINT16 height, UINT16 width) {
   EFI_GRAPHICS_OUTPUT_MODE_INFORMATION *info = nullptr;
   UINTN size = 0;
@@ -133,17 +123,11 @@ EFI_STATUS RecoverScreenContent(UINT16, UINT16) {
   const OBV_SHARED_STATE *shared = gHost.SharedState;
   bool everywhere = shared->RestoreAllOutputsB != 0 || shared->RestoreAllOutputsA != 0;
   EFI_GRAPHICS_OUTPUT_PROTOCOL *inUse = gHost.Gop;
-  for (EFI_GRAPHICS_OUTPUT_PROTOCOL *gop : list.Outputs) {
-    if (gop == nullptr) {
-      break;
-    }
+  ForEachOutput(list, [=](EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
     if (everywhere || gop == inUse) {
       (void)gop->Blt(gop, gApp.ScreenBackup, EfiBltBufferToVideo, 0, 0, 0, 0, gApp.PreviousWidth,
                      gApp.PreviousHeight, 0);
-      if (!everywhere) {
-        break;
-      }
     }
-  }
+  });
   return EFI_SUCCESS;
 }

@@ -20,6 +20,17 @@ struct GopList {
   EFI_GRAPHICS_OUTPUT_PROTOCOL *Outputs[kMaxGops];
 };
 
+/// Hands the outputs to visit, in order; NULL ends the list.
+template <typename Visitor>
+void ForEachOutput(const GopList &list, Visitor visit) {
+  for (EFI_GRAPHICS_OUTPUT_PROTOCOL *gop : list.Outputs) {
+    if (gop == nullptr) {
+      return;
+    }
+    visit(gop);
+  }
+}
+
 /// Fills the zeroed list with every output. Returns the status of the handle
 /// search or else of the last handle's HandleProtocol: when the last handle
 /// fails, the whole enumeration counts as failed.

@@ -19,19 +19,17 @@ UINT32 FindViewMode(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
 /// a monitor that was just plugged in comes last. NULL when none can.
 EFI_GRAPHICS_OUTPUT_PROTOCOL *ChooseOutput(const GopList &list) {
   EFI_GRAPHICS_OUTPUT_PROTOCOL *candidate = nullptr;
-  for (EFI_GRAPHICS_OUTPUT_PROTOCOL *gop : list.Outputs) {
-    if (gop == nullptr) {
-      break;
-    }
-    if (FindViewMode(gop) == kNoGopMode) {
-      continue;
+  bool inUseWorks = false;
+  ForEachOutput(list, [&](EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
+    if (inUseWorks || FindViewMode(gop) == kNoGopMode) {
+      return;
     }
     candidate = gop;
     if (gop == gHost.Gop) {
       LogError("Current Gop still work\n");
-      break;
+      inUseWorks = true;
     }
-  }
+  });
   return candidate;
 }
 

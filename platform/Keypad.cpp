@@ -8,7 +8,6 @@
 #include "view/CategoryFilter.h"
 
 KeypadState gKeypad;
-ModalBoxState gModalBox;
 
 namespace {
 

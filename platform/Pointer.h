@@ -11,6 +11,7 @@ struct PointerDeviceState {
   /// Both NULL without a usable pointer.
   EFI_SIMPLE_POINTER_PROTOCOL *Simple;
   EFI_ABSOLUTE_POINTER_PROTOCOL *Absolute;
+  /// Of the simple pointer; kept for a debugger, the shifts below say it all.
   EFI_SIMPLE_POINTER_MODE *SimpleMode;
   /// Bits of the simple pointer's resolution, minus one.
   UINT16 ShiftX;
@@ -24,7 +25,7 @@ struct PointerDeviceState {
   UINT8 Pressed;
 };
 
-/// "PointerState" to the readers of this table.
+/// The one pointer of the view.
 extern PointerDeviceState gPointer;
 
 /// Finds the devices, registers them with LVGL and shows the cursor.

@@ -4,7 +4,7 @@
 #include "app/Lifecycle.h"
 #include "app/MemoryPool.h"
 #include "platform/ColorText.h"
-#include "resources/PngCodec.h"
+#include "platform/PngCodec.h"
 #include "resources/Recolor.h"
 #include "resources/Resampler.h"
 
@@ -60,11 +60,10 @@ void RecolorPicture(UINT8 *pixels, UINTN count) {
   RecolorPixels(pixels, count, band, shared->RecolorMode);
 }
 
-/// Decodes and resamples into the target, which may be NULL; any failure shows
-/// as the resampler's.
-EFI_STATUS DecodeInto(const VOID *data, UINTN size, UINT8 *target, UINT32 targetWidth,
-                      UINT32 targetHeight) {
-  PngPixels source = DecodePng(data, size);
+/// Resamples a decoded picture, and frees it. An undecodable one is empty, and
+/// the target may be NULL: any failure shows as the resampler's.
+EFI_STATUS ResampleInto(const PngPixels &source, UINT8 *target, UINT32 targetWidth,
+                        UINT32 targetHeight) {
   // At the error level so that the sizes are always recorded.
   LogError("%d %d %d %d\n", source.Width, source.Height, targetWidth, targetHeight);
   EFI_STATUS status =
@@ -122,8 +121,9 @@ EFI_STATUS ScaleImage(const VOID *data, UINTN size, UINT32 targetWidth, UINT32 t
   *hasAlpha = 1;
   UINTN targetPixels = static_cast<UINTN>(targetWidth) * targetHeight;
   UINTN targetSize = targetPixels * kBytesPerPixel;
+  PngPixels source = DecodePng(data, size);
   auto *target = static_cast<UINT8 *>(malloc(targetSize));
-  EFI_STATUS status = DecodeInto(data, size, target, targetWidth, targetHeight);
+  EFI_STATUS status = ResampleInto(source, target, targetWidth, targetHeight);
   if (EFI_ERROR(status)) {
     // The target stays for the leak report.
     LogOperationError(kScale, status);

@@ -2,14 +2,12 @@
 
 #include "app/HostClient.h"
 #include "app/Lifecycle.h"
+#include "app/ViewGeometry.h"
 #include "resources/BoardImage.h"
 
 ComponentState gComponents;
 
 namespace {
-
-// The part of the view that the board picture covers in each direction.
-constexpr double kPictureShare = 0.75;
 
 EFI_STATUS ParseComponents() {
   OBV_PROTOCOL *host = gHost.Protocol;

@@ -7,7 +7,8 @@
 #include "app/Firmware.h"
 
 struct ComponentState {
-  /// The host's array of OBV_SHARED_STATE.ComponentCount records.
+  /// The host's array of OBV_SHARED_STATE.ComponentCount records; NULL before
+  /// the host has built it.
   OBV_COMPONENT *Components;
 };
 
@@ -18,7 +19,7 @@ extern ComponentState gComponents;
 [[nodiscard]] EFI_STATUS GetComponentData();
 
 /// Asks the host for status and information lines of one component. Does
-/// nothing for an index beyond the count.
+/// nothing for an index at or beyond the count.
 void RefreshComponentStatus(UINTN index);
 
 /// Records in the array; the host may change it at any time.

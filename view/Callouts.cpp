@@ -1,6 +1,7 @@
 #include "view/Callouts.h"
 
 #include "app/HostClient.h"
+#include "app/LowBytes.h"
 #include "app/MemoryPool.h"
 #include "platform/ColorText.h"
 #include "resources/ComponentIntake.h"
@@ -65,7 +66,7 @@ void AppendMarks(UINTN index) {
 void ComposeTexts(UINTN index) {
   const OBV_COMPONENT &component = ComponentAt(index);
   // A name that is too long is refused whole and leaves the callout empty.
-  (void)UnicodeStrToAsciiStrS(component.Name, gView.Names[index], kNameSize);
+  CopyLowBytes(component.Name, gView.Names[index], kNameSize);
   (void)AsciiStrCpyS(gView.DefaultTexts[index], kCalloutTextSize, gView.Names[index]);
   (void)AsciiStrCpyS(gView.FocusTexts[index], kCalloutTextSize, gView.Names[index]);
   if (HasMarks(component)) {

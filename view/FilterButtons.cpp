@@ -59,9 +59,9 @@ lv_obj_t *BuildFilterButton(UINTN row) {
                       const_cast<UINT32 *>(&kCategories[row].Code));
   lv_obj_add_flag(button, LV_OBJ_FLAG_CLICKABLE);
   lv_obj_add_flag(button, LV_OBJ_FLAG_CLICK_FOCUSABLE);
-  lv_obj_set_pos(button, Pixels(gApp.ViewWidth - SideMargin() - 95 * gApp.ScaleX),
+  lv_obj_set_pos(button, Pixels(FilterButtonLeft()),
                  Pixels(FirstFilterButtonY() + 30 * gApp.ScaleY * static_cast<double>(row)));
-  lv_obj_set_size(button, Pixels(95 * gApp.ScaleX), Pixels(25 * gApp.ScaleY));
+  lv_obj_set_size(button, Pixels(FilterButtonWidth()), Pixels(25 * gApp.ScaleY));
   lv_obj_t *label = lv_label_create(button);
   lv_label_set_text(label, kCategories[row].Caption);
   lv_obj_align(label, LV_ALIGN_CENTER, 0, 0);

@@ -12,7 +12,6 @@ namespace {
 constexpr UINT32 kScreenColor = 0x2C2C2C;
 constexpr UINT32 kRuleColor = 0x969696;
 constexpr lv_coord_t kRuleWidth = 2;
-constexpr double kPictureShare = 0.75;
 
 struct FrameState {
   lv_style_t ScreenStyle;

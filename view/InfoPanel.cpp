@@ -25,10 +25,9 @@ lv_obj_t *CreateLabel(const LabelLook &look) {
   lv_obj_set_style_text_color(label, ColorOf(look.Color), kMainPart);
   lv_obj_set_style_text_font(label, FontOf(look.Font), kMainPart);
   lv_label_set_recolor(label, look.Recolor);
-  lv_obj_set_size(label, Pixels(gApp.ViewWidth - gApp.ViewWidth * 0.75 - SideMargin()),
+  lv_obj_set_size(label, Pixels(gApp.ViewWidth - PanelLeft() - SideMargin()),
                   Pixels(PanelHeight()));
-  lv_obj_set_pos(label, Pixels(gApp.ViewWidth * 0.75),
-                 static_cast<lv_coord_t>(ThreeTwentiethsHeight()));
+  lv_obj_set_pos(label, Pixels(PanelLeft()), static_cast<lv_coord_t>(ThreeTwentiethsHeight()));
   return label;
 }
 
@@ -65,6 +64,7 @@ void SetSideList(const CHAR8 *text) {
   if (gView.SideList == nullptr) {
     gView.SideList = CreateLabel({Look().SideText.Color, Look().SideLabel.Font, true});
   }
+  // Without an info text there is nothing to stand under.
   if (text[0] != 0 && gView.InfoText != nullptr) {
     lv_obj_update_layout(gView.InfoText);
     lv_coord_t below = static_cast<lv_coord_t>(lv_obj_get_y(gView.InfoText) +

@@ -7,6 +7,7 @@
 #pragma once
 
 #include "app/Lifecycle.h"
+#include "app/ViewGeometry.h"
 #include "lvgl.h"
 
 /// A computed length or position in whole pixels.
@@ -24,6 +25,13 @@ inline double SideMargin() { return 30 * gApp.ScaleX; }
 /// Nine tenths and three twentieths of the height, in whole pixels.
 inline UINT32 NineTenthsHeight() { return gApp.ViewHeight * 9U / 10U; }
 inline UINT32 ThreeTwentiethsHeight() { return gApp.ViewHeight * 3U / 20U; }
+
+/// The panels lie right of the board picture.
+inline double PanelLeft() { return gApp.ViewWidth * kPictureShare; }
+
+/// Filter buttons, which end at the side margin.
+inline double FilterButtonWidth() { return 95 * gApp.ScaleX; }
+inline double FilterButtonLeft() { return gApp.ViewWidth - SideMargin() - FilterButtonWidth(); }
 
 /// Top of the first filter button.
 inline double FirstFilterButtonY() { return NineTenthsHeight() - 150 * gApp.ScaleY; }

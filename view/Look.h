@@ -16,11 +16,11 @@ const OBV_CONFIG &Look();
 /// A colour text as LVGL's colour.
 lv_color_t ColorOf(const CHAR8 *colorText);
 
-/// A font of the record, scaled to the view.
+/// A font of the record, scaled to the view; never NULL.
 const lv_font_t *FontOf(const OBV_FONT_CHOICE &choice);
 
 /// The face that everything outside the record uses, at a size for a screen of
-/// 1080 lines.
+/// 1080 lines; never NULL.
 const lv_font_t *StandardFont(UINT8 size);
 
 /// What the styles of callouts and filter buttons have in common. Texts are

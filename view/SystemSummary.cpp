@@ -100,15 +100,13 @@ void ComposeSystemSummary() {
 }
 
 void ShowSystemSummary() {
-  double left = gApp.ViewWidth * 0.75;
-  double buttons = gApp.ViewWidth - SideMargin() - 95 * gApp.ScaleX;
   lv_obj_t *label = lv_label_create(Screen());
   lv_label_set_long_mode(label, LV_LABEL_LONG_DOT);
   lv_label_set_recolor(label, true);
   lv_obj_set_style_text_color(label, ColorOf(Look().InfoText.Color), kMainPart);
   lv_obj_set_style_text_font(label, FontOf(Look().InfoLabel.Font), kMainPart);
-  lv_obj_set_pos(label, Pixels(left), Pixels(FirstFilterButtonY()));
-  lv_obj_set_size(label, Pixels(buttons - left - kButtonGap),
+  lv_obj_set_pos(label, Pixels(PanelLeft()), Pixels(FirstFilterButtonY()));
+  lv_obj_set_size(label, Pixels(FilterButtonLeft() - PanelLeft() - kButtonGap),
                   Pixels(LowerRuleY() - FirstFilterButtonY()));
   lv_label_set_text(label, gSystemSummary.Text);
 }

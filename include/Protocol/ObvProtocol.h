@@ -59,7 +59,8 @@
 /// application ended.
 typedef struct {
   /// 1 when the user chose a component to jump to. The host sees it in
-  /// FindBiosOption and AfterAppLife; the application clears it after them.
+  /// FindBiosOption and, unless that failed, in AfterAppLife; the application
+  /// clears it after either.
   UINT8                            JumpRequested;
   /// 1 after the application stored FocusIndex, SelectedCategory and Pointer*.
   UINT8                            UiStateSaved;
@@ -98,6 +99,7 @@ typedef struct {
   CONST CHAR8                      *ViewColorText;
   /// Set by the application when SystemInfo text 3 is not empty: an ASCII copy
   /// of at most 49 characters, owned by the application, valid while it runs.
+  /// The text is a print format without arguments: "%%" gives one percent sign.
   CHAR8                            *InfoBuffer;
   /// Look of the view.
   OBV_CONFIG                       *Config;

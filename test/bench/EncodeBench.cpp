@@ -3,7 +3,7 @@
 #include <cstdio>
 #include <sstream>
 
-#include "resources/PngCodec.h"
+#include "platform/PngCodec.h"
 #include "test/bench/BenchHost.h"
 #include "test/bench/EncodePeers.h"
 #include "test/bench/MeasureInChild.h"

@@ -1,18 +1,18 @@
 // What the test host answers when a test scripts nothing else.
 
+#include <cstdio>
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 
 #include "test/firmware/Png.h"
 #include "test/firmware/TestHost.h"
 
-#ifndef BOARDSCOPE_TEST_FONT
-#define BOARDSCOPE_TEST_FONT "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf"
-#endif
-
 namespace fake {
 
 namespace {
+
+constexpr char kFont[] = "/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf";
 
 constexpr EFI_STRING_ID kFirstStringId = 2;  // 1 is the language's own name, by convention.
 
@@ -94,6 +94,10 @@ void Scale(OBV_COMPONENT *component, double x, double y) {
 
 std::vector<uint8_t> ReadFile(const char *path) {
   std::ifstream file(path, std::ios::binary);
+  if (!file) {
+    std::fprintf(stderr, "The test host cannot read %s; install fonts-dejavu-core.\n", path);
+    std::exit(1);
+  }
   return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
@@ -199,7 +203,7 @@ void TestHost::FillComponents() {
 }
 
 void TestHost::FillFonts() {
-  std::vector<uint8_t> file = ReadFile(BOARDSCOPE_TEST_FONT);
+  std::vector<uint8_t> file = ReadFile(kFont);
   Fonts = {Font{"DejaVuSans", file}, Font{"DroidSans", file}, Font{"DejaVuSansBold", file}};
 }
 

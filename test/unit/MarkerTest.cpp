@@ -2,7 +2,7 @@
 
 #include "test/unit/ViewStage.h"
 
-#include "resources/PngCodec.h"
+#include "platform/PngCodec.h"
 #include "view/EmbeddedImages.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include "test/unit/LocatedHost.h"
 
-#include "resources/PngCodec.h"
+#include "platform/PngCodec.h"
 
 #define LODEPNG_NO_COMPILE_CPP
 extern "C" {

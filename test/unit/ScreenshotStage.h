@@ -8,7 +8,7 @@
 #include "test/unit/RunScript.h"
 
 #include "capture/Screenshot.h"
-#include "resources/PngCodec.h"
+#include "platform/PngCodec.h"
 
 /// A PNG file's pixels in rows of 0xRRGGBB; nothing for a file that cannot be decoded, or with a
 /// pixel that is not opaque.

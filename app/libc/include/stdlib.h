@@ -11,12 +11,10 @@
 extern "C" {
 #endif
 
-void *calloc(size_t Count, size_t Size);
 void free(void *Block);
 void *malloc(size_t Size);
 void *realloc(void *Block, size_t Size);
 void qsort(void *Base, size_t Count, size_t Size, int (*Compare)(const void *, const void *));
-long strtol(const char *Text, char **End, int Base);
 
 #ifdef __cplusplus
 }

@@ -1,4 +1,4 @@
-#include "resources/PngCodec.h"
+#include "platform/PngCodec.h"
 
 #include "app/MemoryPool.h"
 #include "platform/LvglGuard.h"

@@ -26,5 +26,6 @@ struct PngFile {
   UINTN Size;
 };
 
-/// Encodes a picture. All zero on failure; Data is the caller's to free.
+/// Encodes a picture with lodepng's defaults: the file drops an alpha that is
+/// opaque everywhere. All zero on failure; Data is the caller's to free.
 [[nodiscard]] PngFile EncodePng(const PngPixels &pixels);

@@ -1,0 +1,3 @@
+#include "platform/ModalBox.h"
+
+ModalBoxState gModalBox;
