@@ -1,6 +1,7 @@
 // The box that reports an outcome.
 
 #include "test/unit/BoxStage.h"
+#include "test/unit/RunScript.h"
 
 #include "capture/MessageBox.h"
 #include "platform/LvglPort.h"
@@ -77,11 +78,31 @@ TEST_F(ResultBox, EmptyTextsAreShownAsNothing) {
   EXPECT_EQ(ButtonMap(), std::vector<std::string>{"OK"});
 }
 
-TEST_F(ResultBox, WithoutItsButtonTextItClosesOnEscOnly) {
-  Host.Strings["en-US"][15] = u"";
-  BuildAndShow();
-  EXPECT_EQ(ButtonMap(), std::vector<std::string>{});
-  EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), BoxButtons());
+class ResultBoxWithoutItsButton : public RunScript {
+ protected:
+  ResultBoxWithoutItsButton() {
+    LeaveFontsOut();
+    Host.Strings["en-US"][15] = u"";
+    Then([] {
+      ShowResultBox("Title", "Text", kBoxTitleColor, kBoxTextColor);
+      EXPECT_EQ(ButtonMap(), std::vector<std::string>{});
+      EXPECT_EQ(Focused(), BoxButtons());
+    });
+  }
+};
+
+TEST_F(ResultBoxWithoutItsButton, ClosesOnEsc) {
+  ThenScan(SCAN_ESC);
+  Then([] { EXPECT_FALSE(BoxIsOpen()); });
+  Run();
+  EXPECT_TRUE(RanToTheEnd());
+}
+
+TEST_F(ResultBoxWithoutItsButton, ClosesOnEnter) {
+  ThenEnter();
+  Then([] { EXPECT_FALSE(BoxIsOpen()); });
+  Run();
+  EXPECT_TRUE(RanToTheEnd());
 }
 
 }  // namespace

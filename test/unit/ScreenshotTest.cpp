@@ -63,6 +63,40 @@ TEST_F(Screenshot, OfAnOutputWithAnotherPixelFormatAndPaddedRows) {
   ExpectPictureOfF12(*stick.Read(kName));
 }
 
+TEST_F(Screenshot, AfterAMoveToAnotherOutputShowsThatOne) {
+  LeaveFontsOut();
+  fake::Volume &stick = AddStick();
+  Machine.AddOutput({{1920, 1080}});
+  Then([this] {
+    Machine.Output(0).SetModes({{800, 600}});
+    Machine.AddOutput({{1920, 1080}});
+  });
+  std::vector<UINT32> onTheNewOne;
+  Then([&] {
+    ASSERT_EQ(gHost.Gop, Machine.Output(1).Protocol());
+    onTheNewOne = Machine.Output(1).Picture();
+    Machine.Keyboard.Scan(SCAN_F12);
+  });
+  ThenEnter();
+  ThenEnter();
+  Run();
+  Picture picture = Decode(*stick.Read(kName));
+  EXPECT_TRUE(picture.Pixels == onTheNewOne);
+  EXPECT_GT(std::set<UINT32>(onTheNewOne.begin(), onTheNewOne.end()).size(), 100u);
+}
+
+TEST_F(Screenshot, OfAScreenThatHasNotTheViewsSizeIsRefused) {
+  LeaveFontsOut();
+  AddStick();
+  // The output refuses the view's mode and stays in its own.
+  Machine.AddOutput({{1280, 1024}, {.Width = 1024, .Height = 768, .SetStatus = EFI_DEVICE_ERROR}});
+  ThenScan(SCAN_F12);
+  Then([] { EXPECT_FALSE(BoxIsOpen()); });
+  Run();
+  EXPECT_TRUE(Host.Logged("[F12ScreenShots] Error occurs: Unsupported\n"));
+  EXPECT_EQ(Machine.Calls.CountOf(Service::FsOpenVolume), 0u);
+}
+
 TEST_F(Screenshot, WithThePointerOnAComponentShowsBoth) {
   AddTablet();
   fake::Volume &stick = AddStick();

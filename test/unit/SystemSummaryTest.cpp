@@ -224,12 +224,25 @@ TEST_F(SystemSummary, IsShownByTheLastLabelOfTheScreen) {
   EXPECT_EQ(LabelText(label), Text());
   EXPECT_TRUE(lv_label_get_recolor(label));
   EXPECT_EQ(Rgb(lv_obj_get_style_text_color(label, LV_PART_MAIN)), 0x040506u);
-  Place place = PlaceOf(label);
+  EXPECT_EQ(PlaceOf(label), (Place{1440, 822, 345, 190}));
+  EXPECT_EQ(PlaceOf(gView.FilterButtons[0]), (Place{1795, 822, 95, 25}));
+}
+
+TEST_F(SystemSummary, StandsLeftOfTheFilterButtonsOnASmallScreenToo) {
+  Build(1024, 768);
   Place button = PlaceOf(gView.FilterButtons[0]);
-  EXPECT_EQ(place.X, 1440);
-  EXPECT_EQ(place.Y, button.Y);
-  EXPECT_LE(place.X + place.Width, button.X);
-  EXPECT_LE(place.Y + place.Height, 1013);
+  EXPECT_EQ(PlaceOf(Objects().back()), (Place{768, button.Y, 158, 149}));
+  EXPECT_EQ(button.X, 936);
+}
+
+class SummaryWithFonts : public ViewStage {};
+
+TEST_F(SummaryWithFonts, HasTheFontOfTheInfoText) {
+  fake::CopyText(Host.Config.InfoLabel.Font.Name, "DejaVuSansBold");
+  Host.Config.InfoLabel.Font.Size = 33;
+  Build();
+  EXPECT_EQ(FontText(lv_obj_get_style_text_font(Objects().back(), LV_PART_MAIN)),
+            "DejaVuSansBold 33");
 }
 
 class InfoBuffer : public SystemSummary {};
