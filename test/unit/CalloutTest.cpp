@@ -73,6 +73,12 @@ TEST_F(Callout, NameOf19CharactersIsShownWhole) {
   EXPECT_EQ(Text(), "NINETEEN_CHARACTERS");
 }
 
+TEST_F(Callout, NameBeyondAsciiKeepsItsLowBytes) {
+  Add(u"\u0141\u4E42C");
+  Build();
+  EXPECT_STREQ(gView.Names[0], "ABC");
+}
+
 TEST_F(Callout, NameOf20CharactersIsRefusedAndLeavesTheCalloutEmpty) {
   Add(u"TWENTY_CHARACTERS_20");
   Build();

@@ -2,7 +2,7 @@
 
 #include "platform/Keypad.h"
 #include "platform/ModalBox.h"
-#include "test/unit/ViewStage.h"
+#include "test/unit/RunScript.h"
 
 namespace {
 
@@ -119,6 +119,24 @@ TEST_F(Keypad, OtherKeysDoNotLeave) {
   }
   Typed(u'q');
   EXPECT_EQ(gApp.ExitRequested, 0);
+}
+
+class ArrowKeys : public RunScript {};
+
+// They are LVGL's, whose buttons have no use for them; Tab and the page keys walk.
+TEST_F(ArrowKeys, LeaveFocusFilterAndViewAlone) {
+  LeaveFontsOut();
+  ThenFocus(2);
+  for (UINT16 key : {SCAN_UP, SCAN_DOWN, SCAN_LEFT, SCAN_RIGHT, SCAN_HOME, SCAN_END}) {
+    ThenScan(key);
+    Then([] {
+      EXPECT_EQ(Focused(), gView.Callouts[2]);
+      EXPECT_EQ(gView.CategoryFilter, 0u);
+      EXPECT_EQ(gApp.ExitRequested, 0);
+    });
+  }
+  Run();
+  EXPECT_TRUE(RanToTheEnd());
 }
 
 TEST_F(Keypad, InsertStepsTheFilterAndIsPassedOn) {

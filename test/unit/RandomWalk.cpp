@@ -37,6 +37,20 @@ std::string RandomWalk::History() const {
   return text;
 }
 
+std::string RandomWalk::MissingOutcomes() const {
+  constexpr const char *kOutcomes[] = {"-> left by Esc",    "-> left by the close button",
+                                       "-> left by a jump", "-> picture saved",
+                                       "-> no output left", "-> output kept",
+                                       "-> output changed"};
+  std::string missing;
+  for (const char *outcome : kOutcomes) {
+    if (!counts_.contains(outcome) || counts_.at(outcome) == 0) {
+      missing += std::string(outcome) + "\n";
+    }
+  }
+  return missing;
+}
+
 std::string RandomWalk::Statistics() const {
   std::string text;
   for (const auto &[name, count] : counts_) {
@@ -96,6 +110,7 @@ void RandomWalk::CheckRules() {
   Report(rules::Box());
   Report(machine_.ProblemsText());
   CheckPool();
+  CheckFiles();
   ClearSticks();
   if (host_.Log.size() > 1000) {
     host_.Log.clear();
@@ -120,6 +135,13 @@ void RandomWalk::CheckPool() {
   if (bytes > poolBytes_ + kPoolSlack) {
     Report("the pool has grown from " + std::to_string(poolBytes_) + " to " +
            std::to_string(bytes) + " bytes");
+  }
+}
+
+// A box that Esc has closed leaves its volumes open, until the next one lists them anew.
+void RandomWalk::CheckFiles() {
+  if (machine_.OpenFileCount() > kMostSticks) {
+    Report(std::to_string(machine_.OpenFileCount()) + " files and volumes are open");
   }
 }
 

@@ -18,6 +18,8 @@ class RandomWalk {
   const std::string &Violation() const { return violation_; }
   /// The latest events, for a failure message.
   std::string History() const;
+  /// What a long walk must have led to and has not; empty when nothing is missing.
+  std::string MissingOutcomes() const;
   /// How often each kind of event and outcome came.
   std::string Statistics() const;
 
@@ -33,6 +35,7 @@ class RandomWalk {
     const char *Name;
   };
   static const std::vector<Choice> kChoices;
+  static constexpr size_t kMostSticks = 4;
 
   // Events.
   void Move();
@@ -56,6 +59,7 @@ class RandomWalk {
   void Arrive(bool useful);
   void CheckRules();
   void CheckPool();
+  void CheckFiles();
   void CheckExit();
   void CheckOutput();
   void ClearSticks();

@@ -7,7 +7,6 @@ namespace {
 // The view that RandomWalkTest runs in.
 constexpr uint64_t kWidth = 1024;
 constexpr uint64_t kHeight = 768;
-constexpr size_t kMostSticks = 4;
 constexpr size_t kMostOutputs = 4;
 
 const std::vector<fake::VideoMode> kUsefulModes = {{800, 600}, {1024, 768}};

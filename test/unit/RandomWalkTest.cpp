@@ -1,4 +1,4 @@
-// A random walk through the whole application. BOARDSCOPE_SEED and BOARDSCOPE_STEPS repeat one and
+// Random walks through the whole application. BOARDSCOPE_SEED and BOARDSCOPE_STEPS repeat one and
 // lengthen it.
 
 #include "test/unit/RandomWalk.h"
@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr uint64_t kUsualSteps = 5000;
+constexpr uint64_t kUsualSteps = 25000;
 
 uint64_t FromEnvironment(const char *name, uint64_t otherwise) {
   const char *text = std::getenv(name);
@@ -22,7 +22,10 @@ void AddOddComponents(fake::TestHost &host) {
   host.AddComponent(u"FAN_2", OBV_TYPE_FAN, 0x10B, 800, 200);
 }
 
-TEST(RandomWalk, KeepsTheRules) {
+// Several walks, so that they run side by side; 100,000 events together.
+class RandomWalks : public testing::TestWithParam<int> {};
+
+TEST_P(RandomWalks, KeepTheRules) {
   uint64_t seed = FromEnvironment("BOARDSCOPE_SEED", std::random_device{}());
   uint64_t steps = FromEnvironment("BOARDSCOPE_STEPS", kUsualSteps);
   std::cout << "BOARDSCOPE_SEED=" << seed << " BOARDSCOPE_STEPS=" << steps << std::endl;
@@ -54,9 +57,14 @@ TEST(RandomWalk, KeepsTheRules) {
   std::cout << walk.Statistics() << "  " << result.Turns << " turns\n";
   EXPECT_EQ(walk.Violation(), "") << walk.History();
   EXPECT_EQ(walk.Violation().empty() ? walk.Steps() : steps, steps);
+  if (steps >= kUsualSteps) {
+    EXPECT_EQ(walk.MissingOutcomes(), "");
+  }
   EXPECT_EQ(result.Status, EFI_SUCCESS);
   EXPECT_EQ(machine.Pool.LiveBlocks(), 0u);
   EXPECT_EQ(machine.ProblemsText(), "");
 }
+
+INSTANTIATE_TEST_SUITE_P(, RandomWalks, testing::Range(0, 4));
 
 }  // namespace

@@ -151,6 +151,18 @@ TEST_F(VolumeBoxMap, LongerLabelIsRefusedAsAWhole) {
   EXPECT_EQ(ButtonTexts()[0], "FS0:\\ [USB  64MB]");
 }
 
+// Each character keeps its low byte; at one whose low byte is zero the text ends.
+TEST_F(VolumeBoxMap, LabelBeyondAsciiKeepsItsLowBytes) {
+  AddStick(u"GR\u00D6SSE");
+  AddStick(u"\u4E3B\u677F");
+  AddStick(u"A\u0100B");
+  AddStick(u"A\u010AB");
+  BuildAndOpen();
+  EXPECT_EQ(ButtonTexts(),
+            (std::vector<std::string>{"FS0:\\ [USB GR\xD6SSE 64MB]", "FS1:\\ [USB ;\x7F 64MB]",
+                                      "FS2:\\ [USB A 64MB]", "FS3:\\ [USB A\nB 64MB]", kCancel}));
+}
+
 TEST_F(VolumeBoxMap, VolumeThatNoLongerTellsKeepsItsPlaceWithoutALabel) {
   AddSticks(2);
   Build();
