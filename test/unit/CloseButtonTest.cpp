@@ -8,6 +8,28 @@ class CloseButton : public ViewStage {
  protected:
   CloseButton() { LeaveFontsOut(); }
   static void Send(lv_event_code_t code) { lv_event_send(gView.CloseButton, code, nullptr); }
+  /// The info text, with "(close) " before it when the button has the focus.
+  static std::string Seen() {
+    bool close = lv_group_get_focused(gLvglPort.Group) == gView.CloseButton;
+    return (close ? "(close) " : "") + LabelText(gView.InfoText);
+  }
+  /// A run with one component, whose callout leaves the info text alone, beginning at a saved
+  /// focus: what is seen before and after a key that enters the button, and after Tab.
+  std::vector<std::string> SeenInRun(UINT16 focusIndex, const EFI_INPUT_KEY &enter) {
+    Host.ClearComponents();
+    Host.AddComponent(u"TPM", OBV_TYPE_UNCATEGORISED, 0x108, 900, 800);
+    Host.State.FocusIndex = focusIndex;
+    Machine.AddOutput({{1024, 768}});
+    Host.Install();
+    std::vector<std::string> seen;
+    auto look = [&seen] { seen.push_back(Seen()); };
+    fake::RunOptions options;
+    options.At(30, look).At(30, [&] { Machine.Keyboard.Push(enter); });
+    options.At(40, look).At(40, [&] { Machine.Keyboard.Character(u'\t'); });
+    options.At(50, look);
+    EXPECT_EQ(fake::RunApplication(Machine, options).Status, EFI_SUCCESS);
+    return seen;
+  }
 };
 
 TEST_F(CloseButton, CarriesAnX) {
@@ -38,6 +60,15 @@ TEST_F(CloseButton, LeavingBlanksTheHeadingToo) {
   Send(LV_EVENT_DEFOCUSED);
   ASSERT_NE(gView.Heading, nullptr);
   EXPECT_EQ(LabelText(gView.Heading), " ");
+}
+
+TEST_F(CloseButton, PageUpFromTheFirstCalloutShowsItsHintAndTabBlanksIt) {
+  EXPECT_EQ(SeenInRun(1, {SCAN_PAGE_UP, 0}), (std::vector<std::string>{" ", "(close) Leave", " "}));
+}
+
+TEST_F(CloseButton, TabFromTheLastFilterButtonShowsItsHintAndTabBlanksIt) {
+  EXPECT_EQ(SeenInRun(106, {0, u'\t'}),
+            (std::vector<std::string>{"Category FAN", "(close) Leave", " "}));
 }
 
 TEST_F(CloseButton, OtherEventsAreIgnored) {

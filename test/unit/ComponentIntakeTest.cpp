@@ -175,6 +175,8 @@ TEST(ComponentIntakeRun, FailedIntakeIsLoggedByTheStartUpTooAndDrawsNothing) {
   host.OnParseComponents = [](OBV_COMPONENT **, const fake::ParseArguments &) {
     return EFI_NOT_FOUND;
   };
+  // Would be published with the summary.
+  fake::CopyText(host.State.SystemInfo[2], u"Order 4711");
   host.Install();
   fake::RunResult result = fake::RunApplication(machine);
   EXPECT_EQ(result.Status, EFI_NOT_FOUND);

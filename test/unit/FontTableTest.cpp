@@ -127,6 +127,28 @@ TEST_F(FontTable, AnAnswerWithoutANameOrFileIsLeftOut) {
   EXPECT_EQ(GetFont(20, "DejaVuSansBold"), Entry(20, 2).font);
 }
 
+TEST_F(FontTable, AnErrorWithoutANameIsLoggedWithANullText) {
+  Host.OnGetFontData = [&](UINT8 face, CHAR8 **name, VOID **data, UINTN *size) -> EFI_STATUS {
+    if (face == 0) {
+      return EFI_NOT_FOUND;
+    }
+    *name = Host.Fonts[face].Name.data();
+    *data = Host.Fonts[face].File.data();
+    *size = Host.Fonts[face].File.size();
+    return EFI_SUCCESS;
+  };
+  InitializeLvglPort();
+  LogLines lines = FontLines();
+  ASSERT_EQ(lines.size(), 53u);
+  EXPECT_EQ(lines[0], Missing("<null string>", 8));
+  EXPECT_EQ(lines[52], Missing("<null string>", 60));
+  EXPECT_EQ(Entry(20, 0).name, nullptr);
+  EXPECT_EQ(Entry(20, 0).font, nullptr);
+  // The search passes the nameless entries of its size.
+  EXPECT_EQ(GetFont(20, "DroidSans"), Entry(20, 1).font);
+  EXPECT_EQ(GetFont(20, "DejaVuSans"), LV_FONT_DEFAULT);
+}
+
 TEST_F(FontTable, AFontIsFoundBySizeAndName) {
   InitializeLvglPort();
   EXPECT_EQ(GetFont(8, "DejaVuSans"), Entry(8, 0).font);

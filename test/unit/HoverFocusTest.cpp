@@ -145,6 +145,27 @@ TEST_F(HoverFocus, TheButtonPlaysNoPart) {
   EXPECT_EQ(FocusAt(150, 150, TRUE), 0);
 }
 
+TEST_F(HoverFocus, AReadingWithoutNewsLeavesTheFocusAlone) {
+  Machine.AddSimplePointer();
+  Machine.AddAbsolutePointer({.MinX = 0, .MinY = 0, .MaxX = 1920, .MaxY = 1080});
+  Add(100, 100, 200, 200);
+  Build();
+  lv_indev_data_t data = {};
+  Machine.Tablet()->MoveTo(150, 160, 1);
+  PointerRead(nullptr, &data);
+  EXPECT_EQ(Focused(), 0);
+  lv_group_focus_obj(gView.CloseButton);
+  PointerRead(nullptr, &data);
+  EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), gView.CloseButton);
+  EXPECT_EQ(gPointer.X, 150);
+  EXPECT_EQ(gPointer.Y, 160);
+  EXPECT_EQ(gPointer.Pressed, 1);
+  // With news it follows again, though the pointer has not moved.
+  Machine.Mouse()->Move(0, 0);
+  PointerRead(nullptr, &data);
+  EXPECT_EQ(Focused(), 0);
+}
+
 TEST_F(HoverFocus, AFocusedCalloutIsNotFocusedAgain) {
   Add(100, 100, 200, 200);
   Build();

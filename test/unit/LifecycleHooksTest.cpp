@@ -18,6 +18,31 @@ TEST_F(LifecycleHooks, TheResolutionHookIsForThatEndingAlone) {
   EXPECT_EQ(Machine.Calls.CountOf(Service::HostUnsupportedResolution), 0u);
 }
 
+TEST_F(LifecycleHooks, TheResolutionHookComesAfterTheOtherAndBeforeTheLeakReport) {
+  Install({{800, 600}});
+  Host.State.JumpRequested = 1;
+  UINT8 jump = 9;
+  LogLines log;
+  UINT64 blocks = 0;
+  Host.OnUnsupportedResolution = [&] {
+    jump = Host.State.JumpRequested;
+    log = Host.Log;
+    blocks = Machine.Pool.LiveBlocks();
+    return EFI_SUCCESS;
+  };
+  EXPECT_EQ(Run().Status, EFI_SUCCESS);
+  EXPECT_EQ(Machine.Calls.Lines({Service::HostAfterAppLife, Service::HostUnsupportedResolution}),
+            (std::vector<std::string>{"Host.AfterAppLife(1) = Success",
+                                      "Host.UnsupportedResolution() = Success"}));
+  EXPECT_EQ(jump, 0);
+  ASSERT_FALSE(log.empty());
+  EXPECT_EQ(log.back(), Error("[VeltBoardscopeAppEntryPoint] AfterAppLife cost: 10ms\n"));
+  EXPECT_GT(blocks, 0u);
+  ASSERT_GT(Host.Log.size(), log.size());
+  EXPECT_TRUE(Host.Log[log.size()].Text.starts_with("There are a total of " +
+                                                    std::to_string(blocks) + " memory leaks"));
+}
+
 TEST_F(LifecycleHooks, ErrorsOfTheHooksAreIgnored) {
   Install({{800, 600}});
   Host.OnAfterAppLife = [] { return EFI_ABORTED; };

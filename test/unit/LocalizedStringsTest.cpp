@@ -50,6 +50,10 @@ class LocalizedStrings : public ConnectedHost {
 
 TEST_F(LocalizedStrings, WithoutPlatformLangEveryTextIsEnglish) {
   Machine.Variables.Remove(u"PlatformLang");
+  // The first of the package's languages, which no language at all would select.
+  for (UINTN i = 0; i < OBV_STRING_COUNT; i++) {
+    Text("de-DE", i) = u"deutsch " + Number(i);
+  }
   EXPECT_EQ(Load(), EFI_SUCCESS);
   ExpectAll("english ");
 }

@@ -28,6 +28,15 @@ class PointerStart : public PortStage {
     }
     return device;
   }
+  /// Where the cursor's tip is drawn.
+  static void ExpectCursor(int x, int y) {
+    lv_obj_t *cursor = Device()->cursor;
+    lv_obj_update_layout(cursor);
+    lv_area_t place;
+    lv_obj_get_coords(cursor, &place);
+    EXPECT_EQ(place.x1, x);
+    EXPECT_EQ(place.y1, y);
+  }
   static void ExpectStart(int x, int y) {
     EXPECT_EQ(gPointer.X, x);
     EXPECT_EQ(gPointer.Y, y);
@@ -61,6 +70,25 @@ TEST_F(PointerStart, TheCornerIsAPositionWhenItWasSaved) {
   ExpectStart(0, 0);
 }
 
+TEST_F(PointerStart, WithoutTheSetupsSizeASavedPositionIsTheMiddle) {
+  Host.State.UiStateSaved = 1;
+  Host.State.PointerX = 641;
+  Host.State.PointerY = 511;
+  gApp.PreviousWidth = 0;
+  gApp.PreviousHeight = 0;
+  Start();
+  ExpectStart(960, 540);
+}
+
+TEST_F(PointerStart, EachAxisHasItsOwnSetupSize) {
+  Host.State.UiStateSaved = 1;
+  Host.State.PointerX = 641;
+  Host.State.PointerY = 511;
+  gApp.PreviousHeight = 0;
+  Start();
+  ExpectStart(641 * 1921 / 1280, 540);
+}
+
 TEST_F(PointerStart, OldMovementIsDropped) {
   Machine.AddSimplePointer();
   Machine.AddAbsolutePointer();
@@ -87,6 +115,7 @@ TEST_F(PointerStart, WithoutATabletThePointerStaysInTheCorner) {
   InitializeLvglPort();
   EXPECT_EQ(Log()[0], Error("[GetMouseProtocol] Error occurs: Unsupported\n"));
   EXPECT_EQ(Device()->proc.types.pointer.act_point.x, 960);
+  EXPECT_EQ(gPointer.Simple, nullptr);
   Machine.Mouse()->Move(5, 5, true);
   lv_indev_data_t data = {};
   for (int i = 0; i < 3; i++) {
@@ -95,6 +124,23 @@ TEST_F(PointerStart, WithoutATabletThePointerStaysInTheCorner) {
     EXPECT_EQ(data.point.y, 0);
     EXPECT_EQ(data.state, LV_INDEV_STATE_RELEASED);
   }
+}
+
+TEST_F(PointerStart, WithoutDevicesTheFirstReadingMovesTheCursorToTheCorner) {
+  SetView(1920, 1080);
+  InitializeLvglPort();
+  ExpectCursor(960, 540);
+  lv_indev_read_timer_cb(Device()->driver->read_timer);
+  ExpectCursor(0, 0);
+}
+
+TEST_F(PointerStart, TheCursorStaysAtTheStartUntilTheDevicesHaveNews) {
+  Start();
+  lv_indev_read_timer_cb(Device()->driver->read_timer);
+  ExpectCursor(960, 540);
+  Machine.Mouse()->Move(-10, 5);
+  lv_indev_read_timer_cb(Device()->driver->read_timer);
+  ExpectCursor(960 - 140, 540 + 70);
 }
 
 TEST_F(PointerStart, TheCursorLiesOnTheSystemLayerUnzoomedAt1920) {

@@ -268,6 +268,20 @@ TEST_F(Pointer, WithoutAHandleNothingIsTakenOver) {
   EXPECT_FALSE(Pressed());
 }
 
+TEST_F(Pointer, TheMouseAloneIsTakenOver) {
+  AddDevices(16, 32);
+  PointerInit(Machine.Mouse()->Protocol(), nullptr, Machine.SystemTable.ConsoleInHandle, 50, 60);
+  EXPECT_EQ(Moved(16, 16), (Point{64, 67}));
+  EXPECT_EQ(MovedTo(0, 0), (Point{64, 67}));
+}
+
+TEST_F(Pointer, TheTabletAloneIsTakenOver) {
+  AddDevices(16, 32, {.MinX = 0, .MinY = 0, .MaxX = 1920, .MaxY = 1080});
+  PointerInit(nullptr, Machine.Tablet()->Protocol(), Machine.SystemTable.ConsoleInHandle, 50, 60);
+  EXPECT_EQ(Moved(16, 16), (Point{50, 60}));
+  EXPECT_EQ(MovedTo(300, 400), (Point{300, 400}));
+}
+
 TEST_F(Pointer, ThePositionIsGivenWhenBothAddressesAreThere) {
   AddDevices();
   Start(123, 456);

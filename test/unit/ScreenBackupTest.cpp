@@ -49,9 +49,22 @@ TEST_F(ScreenBackup, ABackupReusesAnExistingBuffer) {
 TEST_F(ScreenBackup, AFailedBackupIsLoggedAndReturned) {
   auto &output = Machine.AddOutput({{5, 3}});
   Machine.FailCall(Service::GopBlt, 1, EFI_DEVICE_ERROR);
+  std::vector<UINT32> held(15, 0x00778899);
+  auto *buffer = reinterpret_cast<EFI_GRAPHICS_OUTPUT_BLT_PIXEL *>(held.data());
+  EXPECT_EQ(BackupScreenShots(output.Protocol(), &buffer), EFI_DEVICE_ERROR);
+  EXPECT_EQ(Log(), LogLines{Error(Occurs("BackupScreenShots", "Device Error"))});
+  EXPECT_EQ(static_cast<VOID *>(buffer), held.data());
+  EXPECT_EQ(held, std::vector<UINT32>(15, 0x00778899));
+}
+
+TEST_F(ScreenBackup, AFailedBackupKeepsTheBlockThatItAllocated) {
+  auto &output = Machine.AddOutput({{5, 3}});
+  Machine.FailCall(Service::GopBlt, 1, EFI_DEVICE_ERROR);
   EFI_GRAPHICS_OUTPUT_BLT_PIXEL *buffer = nullptr;
   EXPECT_EQ(BackupScreenShots(output.Protocol(), &buffer), EFI_DEVICE_ERROR);
   EXPECT_EQ(Log(), LogLines{Error(Occurs("BackupScreenShots", "Device Error"))});
+  ASSERT_NE(buffer, nullptr);
+  EXPECT_EQ(Machine.Pool.SizeOf(reinterpret_cast<UINT8 *>(buffer) - 24), UINTN{24 + 5 * 3 * 4});
 }
 
 TEST_F(ScreenBackup, ABackupWithoutMemoryFailsAsTheTransferDoes) {
