@@ -114,6 +114,7 @@ TEST_F(LvglFailure, OnceTheViewStandsItsStateIsSaved) {
   EXPECT_TRUE(LineAfter(kRefusal).starts_with("[OBV] LVGL cannot go on: LvglGuard.cpp "))
       << LineAfter(kRefusal);
   EXPECT_EQ(Host.State.UiStateSaved, 1);
+  EXPECT_EQ(Host.State.SelectedCategory, UINT32{OBV_TYPE_FAN});
   EXPECT_NE(Host.State.FocusIndex, 0);
   EXPECT_TRUE(SetupScreenIsBack());
   EXPECT_EQ(Machine.Leftovers(), "");
