@@ -69,5 +69,8 @@ elseif(BOARDSCOPE_BENCH)
 else()
   boardscope_test(unit 120)
   boardscope_replay_corpora()
+  # The questions that real firmware answers in QEMU.
+  file(GLOB contract_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/test/contract/*.cpp)
+  target_sources(boardscope_unit PRIVATE ${contract_sources})
   boardscope_test(picture 300)
 endif()

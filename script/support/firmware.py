@@ -21,6 +21,7 @@ IMAGES = (
     "UsbMouseDxe",
     "UsbTabletDxe",
     "LateOutputDxe",
+    "FirmwareContract",
 )
 
 # Who takes the tables first matters: the later ones use the earlier ones. This order is part of

@@ -76,9 +76,13 @@ class Computer:
 
     def probe(self, *words: str | int) -> str:
         """Have the probe do something; returns what it printed."""
-        said = self._shell.run(" ".join(["SystemProbe.efi", *map(str, words)]), PATIENCE)
+        return self.run("SystemProbe.efi", *words)
+
+    def run(self, program: str, *words: str | int) -> str:
+        """Run a program that must succeed; returns what it printed."""
+        said = self._shell.run(" ".join([program, *map(str, words)]), PATIENCE)
         status = self._shell.run("echo %lasterror%")
-        assert "\n0x0\n" in status, f"The probe refused {words}: {status}"
+        assert "\n0x0\n" in status, f"{program} refused {words}: {status}"
         return said
 
     def components(self, size: tuple[int, int] = (1920, 1080)) -> list[Component]:
