@@ -258,13 +258,7 @@ class BoardViewOnOddScreens : public ViewStage {
     Machine.AddOutput(std::move(modes));
     Host.State.Gop = Machine.Output().Protocol();
     Host.Install();
-    fake::RunLibraryConstructors(Machine);
-    ASSERT_EQ(InitializeObvProtocol(), EFI_SUCCESS);
-    ASSERT_EQ(ChooseViewGeometry(), EFI_SUCCESS);
-    ASSERT_EQ(GetComponentData(), EFI_SUCCESS);
-    InitializeLvglPort();
-    BuildBoardView();
-    lv_obj_update_layout(Screen());
+    BuildOnWhatIsThere();
   }
 };
 

@@ -143,13 +143,7 @@ TEST_F(BoardViewStyles, HostWithoutALookGetsAViewAllTheSame) {
   Machine.AddOutput({{1920, 1080}});
   Host.Install();
   Host.State.Config = nullptr;
-  fake::RunLibraryConstructors(Machine);
-  ASSERT_EQ(InitializeObvProtocol(), EFI_SUCCESS);
-  ASSERT_EQ(ChooseViewGeometry(), EFI_SUCCESS);
-  ASSERT_EQ(GetComponentData(), EFI_SUCCESS);
-  ComposeSystemSummary();
-  InitializeLvglPort();
-  BuildBoardView();
+  BuildOnWhatIsThere();
   EXPECT_EQ(Caption(Button(0)), "ALL");
   lv_timer_handler();
 }
@@ -158,12 +152,7 @@ TEST_F(BoardViewStyles, HostWithoutAViewColourGetsAViewAllTheSame) {
   Machine.AddOutput({{1920, 1080}});
   Host.Install();
   Host.State.ViewColorText = nullptr;
-  fake::RunLibraryConstructors(Machine);
-  ASSERT_EQ(InitializeObvProtocol(), EFI_SUCCESS);
-  ASSERT_EQ(ChooseViewGeometry(), EFI_SUCCESS);
-  ASSERT_EQ(GetComponentData(), EFI_SUCCESS);
-  InitializeLvglPort();
-  BuildBoardView();
+  BuildOnWhatIsThere();
   lv_obj_add_state(gView.CloseButton, LV_STATE_FOCUS_KEY);
   EXPECT_EQ(LookOf(gView.CloseButton).Opacity, 255);
 }

@@ -77,6 +77,11 @@ class ViewStage : public testing::Test {
   void Build(UINT32 width = 1920, UINT32 height = 1080) {
     Machine.AddOutput({{width, height}});
     Host.Install();
+    BuildOnWhatIsThere();
+  }
+
+  /// The same after a test has added outputs and installed the host itself.
+  void BuildOnWhatIsThere() {
     fake::RunLibraryConstructors(Machine);
     ASSERT_EQ(InitializeObvProtocol(), EFI_SUCCESS);
     ASSERT_EQ(ChooseViewGeometry(), EFI_SUCCESS);
