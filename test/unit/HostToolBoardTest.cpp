@@ -99,7 +99,7 @@ TEST_F(HostToolBoard, OtherComponents) {
   OBV_COMPONENT_INFO info;
   CopyInfoAt(TheBoard, slot.FirstInfo, &info);
   EXPECT_EQ(Text(info.Label), u"");
-  EXPECT_EQ(Text(info.Value), u"Größe 2280 – 主板");
+  EXPECT_EQ(Text(info.Value), u"Size 2280, key M");
 }
 
 }  // namespace

@@ -82,7 +82,14 @@ def read_name(cursor: Cursor) -> str | None:
 def read_panel_text(cursor: Cursor, limit: int) -> str | None:
     """A text that a panel draws with recolouring."""
     text = cursor.text(limit)
-    if text is not None and "#" in text.replace("##", ""):
+    if text is None:
+        return None
+    bad = next((c for c in text if not " " <= c <= "~" and c != "\n"), None)
+    if bad is not None:
+        # The application narrows these texts to bytes.
+        cursor.report(f"{bad!r} is not allowed; the panel shows printable ASCII characters only")
+        return None
+    if "#" in text.replace("##", ""):
         cursor.report("a single '#' would start a colour in the panel; write '##' for one '#'")
         return None
     return text
