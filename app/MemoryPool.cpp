@@ -45,8 +45,8 @@ bool FreeLiveBlocks(UINTN *count, UINTN *bytes) {
 
 }  // namespace
 
-MemoryPoolState gMemoryPool = {
-    {&gMemoryPool.Live, &gMemoryPool.Live}, OFFSET_OF(MemoryBlockHeader, Signature), 0};
+MemoryPoolState gMemoryPool = {{&gMemoryPool.Live, &gMemoryPool.Live},
+                               OFFSET_OF(MemoryBlockHeader, Signature)};
 
 void *malloc(size_t size) {
   if (size == 0) {
@@ -62,7 +62,6 @@ void *malloc(size_t size) {
   VOID *memory = nullptr;
   EFI_STATUS status = gBS->AllocatePool(EfiBootServicesData, total, &memory);
   if (status != EFI_SUCCESS) {
-    gMemoryPool.Refusals += 1;
     LogError("ERROR malloc: AllocatePool returned %r\n", status);
     return nullptr;
   }

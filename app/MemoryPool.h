@@ -28,9 +28,6 @@ struct MemoryPoolState {
   LIST_ENTRY Live;
   /// Where the error lines read the signature that they print as found.
   UINTN FoundSignatureAddress;
-  /// Requests that the firmware's pool refused; tells callers of libraries that
-  /// do not report a failed allocation.
-  UINTN Refusals;
 };
 
 extern MemoryPoolState gMemoryPool;

@@ -10,8 +10,13 @@ target_include_directories(
   boardscope_freetype SYSTEM
   PUBLIC ${third_party}/freetype/include ${FREETYPE_DIR}/include
 )
-target_compile_definitions(boardscope_freetype PRIVATE FT2_BUILD_LIBRARY)
-target_link_libraries(boardscope_freetype PRIVATE boardscope_foreign boardscope_renamed)
+# Its allocator is the one that LVGL gets, too; see FreeType.inf.
+target_compile_definitions(
+  boardscope_freetype
+  PRIVATE FT2_BUILD_LIBRARY malloc=BoardscopeAllocateOrFail realloc=BoardscopeReallocateOrFail
+          free=BoardscopeFree
+)
+target_link_libraries(boardscope_freetype PRIVATE boardscope_foreign)
 
 boardscope_inf_sources(${third_party}/lvgl/Lvgl.inf lvgl_sources)
 list(TRANSFORM lvgl_sources REPLACE "^${third_party}/lvgl/source" "${LVGL_DIR}")

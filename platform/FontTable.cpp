@@ -30,8 +30,8 @@ void LoadFont(UINT16 size, UINT8 face, lv_ft_info_t *font) {
   font->style = FT_FONT_STYLE_NORMAL;
   // The font engine would take a missing file for the name of one on a disk.
   bool usable = !EFI_ERROR(status) && name != nullptr && file != nullptr;
-  // Left early without memory, the entry's font is still NULL.
-  bool finished = usable && RunGuardedFromLvgl(OpenFont, font);
+  // The font engine tests its allocations. Left early, the entry's font is still NULL.
+  bool finished = usable && RunTestingAllocations(OpenFont, font);
   if (!finished || font->font == nullptr) {
     LogError("[OBV] Font(%a %d) not found, ignore.\n", name, size);
   }

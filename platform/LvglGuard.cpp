@@ -11,24 +11,33 @@ namespace {
 constexpr UINTN kFailed = 1;
 
 void *OrFail(void *block) {
-  if (block == nullptr) {
+  if (block == nullptr && !gLvglGuard.NullAllowed) {
     BoardscopeLvglFailure(__FILE_NAME__, __LINE__);
   }
   return block;
 }
 
-}  // namespace
-
-bool RunGuardedFromLvgl(void (*work)(void *context), void *context) {
+bool RunGuarded(void (*work)(void *context), void *context, BOOLEAN nullAllowed) {
   const LvglGuardState outer = gLvglGuard;
   bool finished = false;
   if (SetJump(&gLvglGuard.Return) == 0) {
     gLvglGuard.Armed = TRUE;
+    gLvglGuard.NullAllowed = nullAllowed;
     work(context);
     finished = true;
   }
   gLvglGuard = outer;
   return finished;
+}
+
+}  // namespace
+
+bool RunGuardedFromLvgl(void (*work)(void *context), void *context) {
+  return RunGuarded(work, context, FALSE);
+}
+
+bool RunTestingAllocations(void (*work)(void *context), void *context) {
+  return RunGuarded(work, context, TRUE);
 }
 
 void BoardscopeLvglFailure(const char *file, int line) {
@@ -40,6 +49,6 @@ void BoardscopeLvglFailure(const char *file, int line) {
   __builtin_unreachable();
 }
 
-void *AllocateForLvgl(size_t size) { return OrFail(malloc(size)); }
+void *BoardscopeAllocateOrFail(size_t size) { return OrFail(malloc(size)); }
 
-void *ReallocateForLvgl(void *block, size_t size) { return OrFail(realloc(block, size)); }
+void *BoardscopeReallocateOrFail(void *block, size_t size) { return OrFail(realloc(block, size)); }

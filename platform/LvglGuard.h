@@ -1,8 +1,8 @@
 /** @file
   Running code from which LVGL, or what allocates through it, may fail for good.
 
-  LVGL tests only some of its allocations. So its allocator does not return
-  without memory: it ends the innermost guarded piece of work.
+  LVGL and FreeType test only some of their allocations. So their allocator does
+  not return without memory: it ends the innermost guarded piece of work.
 **/
 
 #pragma once
@@ -14,6 +14,8 @@
 struct LvglGuardState {
   BASE_LIBRARY_JUMP_BUFFER Return;
   BOOLEAN Armed;
+  /// The work at hand tests its allocations.
+  BOOLEAN NullAllowed;
 };
 
 extern LvglGuardState gLvglGuard;
@@ -23,6 +25,11 @@ extern LvglGuardState gLvglGuard;
 /// leak report, and no object with a destructor may stand on it.
 [[nodiscard]] bool RunGuardedFromLvgl(void (*work)(void *context), void *context);
 
-/// LVGL's allocator: malloc and realloc that do not return without memory.
-void *AllocateForLvgl(size_t size);
-void *ReallocateForLvgl(void *block, size_t size);
+/// The same for work that tests each of its allocations. These return NULL when
+/// there is no memory, so that the work can clean up and say so itself.
+[[nodiscard]] bool RunTestingAllocations(void (*work)(void *context), void *context);
+
+/// The allocator of LVGL and FreeType: malloc and realloc that do not return
+/// without memory, unless the work at hand tests for it.
+extern "C" void *BoardscopeAllocateOrFail(size_t size);
+extern "C" void *BoardscopeReallocateOrFail(void *block, size_t size);

@@ -19,15 +19,10 @@ static_assert(sizeof(lv_color_t) == sizeof(EFI_GRAPHICS_OUTPUT_BLT_PIXEL),
 namespace {
 
 void StartLvgl() {
-  gLvglMemory.Allocate = AllocateForLvgl;
+  gLvglMemory.Allocate = BoardscopeAllocateOrFail;
   gLvglMemory.Free = free;
-  gLvglMemory.Reallocate = ReallocateForLvgl;
-  UINTN refusals = gMemoryPool.Refusals;
+  gLvglMemory.Reallocate = BoardscopeReallocateOrFail;
   lv_init();
-  // The FreeType extra does not report that it found no memory for its caches.
-  if (gMemoryPool.Refusals != refusals) {
-    BoardscopeLvglFailure(__FILE_NAME__, __LINE__);
-  }
 }
 
 void ChooseInputGroup() {

@@ -40,7 +40,7 @@ void Encode(void *context) {
 
 PngPixels DecodePng(const VOID *file, UINTN size) {
   Decoding decoding = {static_cast<const UINT8 *>(file), size, {}, 0};
-  if (!RunGuardedFromLvgl(Decode, &decoding)) {
+  if (!RunTestingAllocations(Decode, &decoding)) {
     return {};
   }
   if (decoding.Error != 0) {
@@ -54,7 +54,7 @@ PngPixels DecodePng(const VOID *file, UINTN size) {
 
 PngFile EncodePng(const PngPixels &pixels) {
   Encoding encoding = {&pixels, nullptr, 0, 0};
-  if (!RunGuardedFromLvgl(Encode, &encoding)) {
+  if (!RunTestingAllocations(Encode, &encoding)) {
     return {};
   }
   if (encoding.Error != 0) {

@@ -2,8 +2,7 @@
   PNG files through lodepng, as LVGL brings it.
 
   Both functions allocate from the pool through LVGL's allocator; without memory
-  they fail like on a bad file, and what they had allocated is left to the leak
-  report.
+  they fail like on a bad file.
 **/
 
 #pragma once

@@ -9,6 +9,10 @@
 #include <cstdio>
 #include <cstring>
 
+#ifdef BOARDSCOPE_COVERAGE
+extern "C" void __gcov_dump(void);
+#endif
+
 namespace fake {
 
 namespace {
@@ -48,6 +52,9 @@ void WriteAll(int file, const std::string &text) {
   int code = body(&filled);
   std::fflush(nullptr);
   WriteAll(text.Write, filled);
+#ifdef BOARDSCOPE_COVERAGE
+  __gcov_dump();
+#endif
   _exit(code & 0xFF);
 }
 

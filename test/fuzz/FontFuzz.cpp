@@ -29,7 +29,7 @@ struct Stage {
     Machine.Pool.Poison = false;
     Machine.Calls.RecordAll(false);
     fake::RunLibraryConstructors(Machine);
-    gLvglMemory = {AllocateForLvgl, BoardscopeFree, ReallocateForLvgl};
+    gLvglMemory = {BoardscopeAllocateOrFail, BoardscopeFree, BoardscopeReallocateOrFail};
     lv_init();
     lv_disp_draw_buf_init(&Buffer, Pixels.data(), nullptr, static_cast<UINT32>(Pixels.size()));
     lv_disp_drv_init(&Driver);
@@ -76,11 +76,16 @@ struct Work {
 
 void Open(void *context) {
   auto *work = static_cast<Work *>(context);
-  if (lv_ft_font_init(&work->Font)) {
-    work->Font.font->fallback = LV_FONT_DEFAULT;
-    Draw(work->Label, work->Font.font);
-    lv_ft_font_destroy(work->Font.font);
+  if (!lv_ft_font_init(&work->Font)) {
+    work->Font.font = nullptr;
   }
+}
+
+void Use(void *context) {
+  auto *work = static_cast<Work *>(context);
+  work->Font.font->fallback = LV_FONT_DEFAULT;
+  Draw(work->Label, work->Font.font);
+  lv_ft_font_destroy(work->Font.font);
 }
 
 }  // namespace
@@ -97,7 +102,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     work.Font.style = FT_FONT_STYLE_NORMAL;
     work.Label = stage->Label;
     // An empty vector has no address, and the font engine would then look for a file.
-    fuzz::Require(file.empty() || RunGuardedFromLvgl(Open, &work), "there was enough memory");
+    fuzz::Require(file.empty() || RunTestingAllocations(Open, &work), "the font engine goes on");
+    fuzz::Require(work.Font.font == nullptr || RunGuardedFromLvgl(Use, &work),
+                  "there was enough memory");
   }
   fuzz::Require(stage->Machine.ProblemsText().empty(), "memory was used well");
   return 0;

@@ -113,7 +113,7 @@ void Use(const Bytes &file, OBV_SHARED_STATE *shared) {
   gHost = {nullptr, shared, nullptr};
   gApp.ViewWidth = 1024;
   gApp.ViewHeight = 768;
-  gLvglMemory = {AllocateForLvgl, BoardscopeFree, ReallocateForLvgl};
+  gLvglMemory = {BoardscopeAllocateOrFail, BoardscopeFree, BoardscopeReallocateOrFail};
   Scale(file, 13, 7);
   Scale(file, 64, 48);
   ReportMemoryLeaks();

@@ -9,9 +9,12 @@ using fake::FailureLoop;
 using fake::kForever;
 using fake::Service;
 
-// Each of these is tried; later ones, which are mostly LVGL's, by sampling.
-constexpr uint64_t kEach = 150;
-constexpr uint64_t kStep = 37;
+// A run has some 1,300 allocations. Each is tried, a share of them by each test.
+constexpr uint64_t kShare = 150;
+constexpr int kShares = 10;
+// When all further ones fail, late ones are tried by sampling: a run that is out of memory soon
+// ends.
+constexpr uint64_t kStep = 13;
 
 fake::FailureLoopResult Loop(const FailureLoop &loop) {
   fake::FailureLoopResult result = RunFailureLoop(loop, [](fake::Firmware &machine) {
@@ -32,42 +35,33 @@ fake::FailureLoopResult Loop(const FailureLoop &loop) {
   return result;
 }
 
-void ExpectEachSurvived(uint64_t first, uint64_t last, uint64_t count) {
-  fake::FailureLoopResult result =
-      Loop({.What = Service::AllocatePool, .Count = count, .First = first, .Last = last});
+class AllocationFailures : public testing::TestWithParam<int> {
+ protected:
+  static fake::FailureLoop Share() {
+    auto share = static_cast<uint64_t>(GetParam());
+    return {
+        .What = Service::AllocatePool, .First = share * kShare + 1, .Last = (share + 1) * kShare};
+  }
+  /// The last share must reach the end of the run, so that no allocation is left out.
+  static bool IsLast() { return GetParam() == kShares - 1; }
+};
+
+TEST_P(AllocationFailures, AreSurvivedOneByOne) {
+  fake::FailureLoopResult result = Loop(Share());
   EXPECT_EQ(result.Text(), "");
-  EXPECT_EQ(result.Runs, last - first + 1);
+  EXPECT_TRUE(result.Ended || (result.Runs == kShare && !IsLast())) << result.Runs;
 }
 
-TEST(AllocationFailure, EachAllocationOfTheStartFailsOnce) { ExpectEachSurvived(1, kEach / 2, 1); }
-
-TEST(AllocationFailure, EachAllocationAfterTheStartFailsOnce) {
-  ExpectEachSurvived(kEach / 2 + 1, kEach, 1);
-}
-
-TEST(AllocationFailure, FromEachAllocationOfTheStartOnAllFail) {
-  ExpectEachSurvived(1, kEach / 2, kForever);
-}
-
-TEST(AllocationFailure, FromEachAllocationAfterTheStartOnAllFail) {
-  ExpectEachSurvived(kEach / 2 + 1, kEach, kForever);
-}
-
-TEST(AllocationFailure, LaterAllocationsFailOnce) {
-  fake::FailureLoopResult result =
-      Loop({.What = Service::AllocatePool, .First = kEach + 1, .Step = kStep});
+TEST_P(AllocationFailures, AreSurvivedWhenNoneSucceedsAnyMore) {
+  fake::FailureLoop loop = Share();
+  loop.Count = kForever;
+  loop.Step = GetParam() == 0 ? 1 : kStep;
+  fake::FailureLoopResult result = Loop(loop);
   EXPECT_EQ(result.Text(), "");
-  EXPECT_TRUE(result.Ended);
-  EXPECT_GT(result.Runs, 5u);
+  EXPECT_TRUE(result.Ended || (result.Runs >= kShare / loop.Step && !IsLast())) << result.Runs;
 }
 
-TEST(AllocationFailure, FromLaterAllocationsOnAllFail) {
-  fake::FailureLoopResult result =
-      Loop({.What = Service::AllocatePool, .Count = kForever, .First = kEach + 1, .Step = kStep});
-  EXPECT_EQ(result.Text(), "");
-  EXPECT_TRUE(result.Ended);
-  EXPECT_GT(result.Runs, 5u);
-}
+INSTANTIATE_TEST_SUITE_P(, AllocationFailures, testing::Range(0, kShares));
 
 TEST(AllocationFailure, WithoutAFailureTheRunSucceeds) {
   fake::Firmware machine;

@@ -93,6 +93,24 @@ TEST_F(CategoryFilter, SpecialGroupShowsItsMembersOfAnyType) {
   ExpectShown({0, 4, 7}, {4, 7});
 }
 
+TEST_F(CategoryFilter, ATypeOfTheSpecialGroupsNumberKeepsItsCalloutAndLosesItsDots) {
+  BuildWithBothFlags();
+  Host.Components[3].Type = 254;
+  ClickCode(254);
+  ExpectShown({3}, {});
+}
+
+TEST_F(CategoryFilter, ComponentThatCameAfterTheViewIsPassedOver) {
+  Host.Components.reserve(Host.Components.size() + 1);
+  BuildWithBothFlags();
+  Host.AddComponent(u"LATE", 1, 1, 400, 400);
+  Host.State.ComponentCount++;
+  Click(1);
+  EXPECT_EQ(gView.Callouts[std::size(kTypes)], nullptr);
+  EXPECT_FALSE(IsHidden(gView.Callouts[1]));
+  EXPECT_TRUE(IsHidden(gView.Callouts[2]));
+}
+
 TEST_F(CategoryFilter, SpecialGroupMembersAreHiddenUnderAnotherFilter) {
   BuildWithBothFlags();
   Host.Components[4].InSpecialGroup = 1;

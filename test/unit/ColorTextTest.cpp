@@ -48,6 +48,10 @@ TEST(ColorText, ANumberTooLargeForTheProcessorIsFullyOn) {
   EXPECT_EQ(ParseColorText("99999999999999999999"), 0xFFFFFFu);
 }
 
+TEST(ColorText, AHexadecimalNumberTooLargeForTheProcessorIsFullyOn) {
+  EXPECT_EQ(ParseColorText("0x1FFFFFFFFFFFFFFFF"), 0xFFFFFFu);
+}
+
 TEST(ColorText, OnlyTheFirstTwentyBytesCount) {
   // The field is full of blanks up to the last digit, and what follows is not part of it.
   EXPECT_EQ(ParseColorText("1,2,               3999"), 0x010203u);

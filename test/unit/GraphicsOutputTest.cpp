@@ -84,6 +84,17 @@ TEST_F(GraphicsOutput, AModeThatCannotBeQueriedDoesNotMatch) {
   EXPECT_EQ(FindGopMode(other, 12, 16), 0xFFFFFFFFu);
 }
 
+TEST_F(GraphicsOutput, AModeWithoutInformationDoesNotMatch) {
+  auto *gop = Machine.AddOutput({{16, 12}}).Protocol();
+  gop->QueryMode = [](EFI_GRAPHICS_OUTPUT_PROTOCOL *, UINT32, UINTN *size,
+                      EFI_GRAPHICS_OUTPUT_MODE_INFORMATION **info) EFIAPI -> EFI_STATUS {
+    *size = 0;
+    *info = nullptr;
+    return EFI_SUCCESS;
+  };
+  EXPECT_EQ(FindGopMode(gop, 12, 16), 0xFFFFFFFFu);
+}
+
 TEST_F(GraphicsOutput, OnlyOutputsWithTheModeAreSwitched) {
   auto &lacking = Machine.AddOutput({{8, 8}});
   auto &having = Machine.AddOutput({{8, 8}, {16, 12}});

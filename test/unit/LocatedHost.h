@@ -23,7 +23,7 @@ class LocatedHost : public testing::Test {
     fake::RunLibraryConstructors(Machine);
     gHost.Protocol = &Host.Protocol();
     gHost.SharedState = &Host.State;
-    gLvglMemory = {AllocateForLvgl, BoardscopeFree, ReallocateForLvgl};
+    gLvglMemory = {BoardscopeAllocateOrFail, BoardscopeFree, BoardscopeReallocateOrFail};
   }
   ~LocatedHost() override {
     gHost = {};

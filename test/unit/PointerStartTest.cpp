@@ -50,6 +50,12 @@ TEST_F(PointerStart, WithoutASavedPositionItIsTheMiddleRoundedDown) {
   ExpectStart(960, 540);
 }
 
+TEST_F(PointerStart, AnUnsavedPositionOtherThanTheCornerCounts) {
+  Host.State.PointerY = 512;
+  Start();
+  ExpectStart(0, 512 * 1081 / 1024);
+}
+
 TEST_F(PointerStart, ASavedPositionIsScaledFromTheSetupsScreen) {
   Host.State.UiStateSaved = 1;
   Host.State.PointerX = 641;

@@ -85,17 +85,27 @@ TEST_F(Screenshot, AfterAMoveToAnotherOutputShowsThatOne) {
   EXPECT_GT(std::set<UINT32>(onTheNewOne.begin(), onTheNewOne.end()).size(), 100u);
 }
 
-TEST_F(Screenshot, OfAScreenThatHasNotTheViewsSizeIsRefused) {
+class ScreenshotOfAnotherSize : public ScreenshotStage,
+                                public testing::WithParamInterface<fake::VideoMode> {};
+
+TEST_P(ScreenshotOfAnotherSize, IsRefused) {
   LeaveFontsOut();
   AddStick();
   // The output refuses the view's mode and stays in its own.
-  Machine.AddOutput({{1280, 1024}, {.Width = 1024, .Height = 768, .SetStatus = EFI_DEVICE_ERROR}});
+  Machine.AddOutput({GetParam(), {.Width = 1024, .Height = 768, .SetStatus = EFI_DEVICE_ERROR}});
   ThenScan(SCAN_F12);
   Then([] { EXPECT_FALSE(BoxIsOpen()); });
   Run();
   EXPECT_TRUE(Host.Logged("[F12ScreenShots] Error occurs: Unsupported\n"));
   EXPECT_EQ(Machine.Calls.CountOf(Service::FsOpenVolume), 0u);
 }
+
+INSTANTIATE_TEST_SUITE_P(, ScreenshotOfAnotherSize,
+                         testing::Values(fake::VideoMode{1280, 1024}, fake::VideoMode{1024, 600}),
+                         [](const auto &info) {
+                           return "Of" + std::to_string(info.param.Width) + "x" +
+                                  std::to_string(info.param.Height);
+                         });
 
 TEST_F(Screenshot, WithThePointerOnAComponentShowsBoth) {
   AddTablet();

@@ -88,6 +88,11 @@ TEST_F(ViewGeometry, A1024x768ScreenKeepsItsModeWithoutTryingALargerOne) {
   EXPECT_EQ(Log(), LogLines{});
 }
 
+TEST_F(ViewGeometry, A1024x600ScreenIsReplacedBy1024x768) {
+  EXPECT_EQ(Choose({{1024, 600}, {1024, 768}}), EFI_SUCCESS);
+  EXPECT_EQ(Chosen(), (Geometry{1024, 768, 0.7, 0.8, 1}));
+}
+
 TEST_F(ViewGeometry, NeitherSizeIsUnsupported) {
   EXPECT_EQ(Choose({{800, 600}, {1280, 1024}}), EFI_UNSUPPORTED);
   EXPECT_EQ(gApp.ModeNumber, -1);

@@ -171,6 +171,17 @@ TEST_F(VolumeBoxMap, VolumeThatNoLongerTellsKeepsItsPlaceWithoutALabel) {
   EXPECT_EQ(ButtonTexts(), (std::vector<std::string>{"FS0:\\ [USB  0MB]", Stick(1), kCancel}));
 }
 
+TEST_F(VolumeBoxMap, WithoutAPressedButtonNothingIsSaved) {
+  AddSticks(1);
+  BuildAndOpen();
+  lv_btnmatrix_set_selected_btn(BoxButtons(), LV_BTNMATRIX_BTN_NONE);
+  lv_event_send(gModalBox.Box, LV_EVENT_VALUE_CHANGED, nullptr);
+  EXPECT_TRUE(Host.Logged("F12ScreenShots Canceled\n"));
+  EXPECT_EQ(gModalBox.ModalMessageBoxOpen, 0);
+  EXPECT_EQ(Sticks[0]->RootNames(), std::vector<std::u16string>{});
+  EXPECT_EQ(OpenCount(), 0u);
+}
+
 TEST_F(VolumeBoxMap, TextsOfAnEarlierBoxDoNotShineThrough) {
   AddSticks(5);
   BuildAndOpen();
