@@ -13,7 +13,7 @@ target_link_libraries(boardscope_lvgl PUBLIC boardscope_app)
 target_link_libraries(
   boardscope_app
   PUBLIC boardscope_lvgl boardscope_edk2
-  PRIVATE boardscope_own boardscope_freestanding boardscope_renamed
+  PRIVATE boardscope_own boardscope_freestanding boardscope_renamed boardscope_counted
 )
 
 file(GLOB host_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/host/portable/*.cpp)
@@ -24,7 +24,7 @@ target_include_directories(
 target_link_libraries(
   boardscope_host
   PUBLIC boardscope_edk2
-  PRIVATE boardscope_own boardscope_freestanding
+  PRIVATE boardscope_own boardscope_freestanding boardscope_counted
 )
 
 # The driver around it. Who links it supplies the I/O ports.
@@ -33,7 +33,7 @@ add_library(boardscope_host_driver STATIC ${host_driver_sources})
 target_link_libraries(
   boardscope_host_driver
   PUBLIC boardscope_host boardscope_host_blobs
-  PRIVATE boardscope_own boardscope_freestanding
+  PRIVATE boardscope_own boardscope_freestanding boardscope_counted
 )
 
 # The default board and the fonts, as the EFI driver embeds them.
@@ -63,3 +63,7 @@ target_link_libraries(
   PUBLIC boardscope_edk2_headers
   PRIVATE boardscope_own
 )
+if(BOARDSCOPE_COVERAGE)
+  # Child processes end without the functions that would write their counts.
+  target_compile_definitions(boardscope_fake PRIVATE BOARDSCOPE_COVERAGE)
+endif()

@@ -42,6 +42,7 @@ PACKAGES: dict[str, tuple[str, ...]] = {
         "libyuv-dev",
         "pkg-config",
     ),
+    "coverage": (*NATIVE, "gcovr"),
     "fuzz": (*NATIVE, "clang"),
     "check": ("clang", "clang-format", "clang-tidy", *PYTHON),
     # Regenerating the committed pictures and the built-in font.

@@ -21,9 +21,9 @@ class Count:
         return Count(self.passed + other.passed, self.failed + other.failed)
 
 
-def run_ctest(label: str, pattern: str | None) -> Count:
+def run_ctest(label: str, pattern: str | None, kind: str = "native") -> Count:
     """The native tests of a label, in a process each; pattern is a regular expression."""
-    folder = paths.BUILD / "native"
+    folder = paths.BUILD / kind
     command: list[str | Path] = ["ctest", "--test-dir", folder, "-L", f"^{label}$"]
     command += ["--output-on-failure", "--progress", "--parallel", native.jobs()]
     command += ["-R", pattern] if pattern else []
