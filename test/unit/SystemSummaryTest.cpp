@@ -136,6 +136,13 @@ TEST_F(SystemSummary, EmptyGraphicsTextLeavesTheRowOut) {
                         Line("First Boot", "Disk 0"));
 }
 
+TEST_F(SystemSummary, TextOfOneCharacterIsShown) {
+  OnlyFirstBoot();
+  SetText(1, u"D");
+  Build();
+  EXPECT_EQ(Text(), Line("First Boot", "D"));
+}
+
 TEST_F(SystemSummary, EmptyFirstBootTextLeavesTheRowOut) {
   OnlyFirstBoot();
   SetText(1, u"");
