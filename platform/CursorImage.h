@@ -2,8 +2,7 @@
   The pointer's arrow.
 **/
 
-#ifndef BOARDSCOPE_PLATFORM_CURSOR_IMAGE_H_
-#define BOARDSCOPE_PLATFORM_CURSOR_IMAGE_H_
+#pragma once
 
 #include "lvgl.h"
 
@@ -11,5 +10,3 @@
 /// header deliberately declares 8x16 pixels: the view shows the block's first four rows, each in
 /// four pieces of eight pixels laid below one another. Constant, lives as long as the program.
 extern const lv_img_dsc_t kCursorImage;
-
-#endif

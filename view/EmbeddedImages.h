@@ -5,8 +5,7 @@
   gives the picture's size in pixels. They are constants and live as long as the program.
 **/
 
-#ifndef BOARDSCOPE_VIEW_EMBEDDED_IMAGES_H_
-#define BOARDSCOPE_VIEW_EMBEDDED_IMAGES_H_
+#pragma once
 
 #include "lvgl.h"
 
@@ -19,5 +18,3 @@ extern const lv_img_dsc_t kLogoC;
 extern const lv_img_dsc_t kMarkerA;
 extern const lv_img_dsc_t kMarkerB;
 extern const lv_img_dsc_t kMarkerC;
-
-#endif
