@@ -84,6 +84,18 @@ TEST_F(RestoreUiState, FocusIndexesOfNoObjectChangeNothing) {
   }
 }
 
+// The encoding has no room for the hundredth component.
+TEST_F(RestoreUiState, FocusIndex100IsNotTheHundredthCallout) {
+  while (Host.Components.size() < 100) {
+    Host.AddComponent(u"MORE", OBV_TYPE_FAN, 1, 300, 600);
+  }
+  Host.State.SelectedCategory = 5;
+  Host.State.FocusIndex = 100;
+  Restore();
+  ASSERT_NE(gView.Callouts[99], nullptr);
+  EXPECT_EQ(Focused(), gView.CloseButton);
+}
+
 TEST_F(RestoreUiState, ASavedCategoryClicksItsButton) {
   Host.State.SelectedCategory = OBV_TYPE_USB;
   Restore();
