@@ -171,6 +171,25 @@ TEST_F(VolumeBoxMap, VolumeThatNoLongerTellsKeepsItsPlaceWithoutALabel) {
   EXPECT_EQ(ButtonTexts(), (std::vector<std::string>{"FS0:\\ [USB  0MB]", Stick(1), kCancel}));
 }
 
+TEST_F(VolumeBoxMap, WithoutRoomForItsDescriptionAVolumeHasNoLabel) {
+  // The allocator's header, the information, and the end of a label that fills it.
+  const std::string kDescription = ", " + std::to_string(24 + 2088 + 2);
+  AddSticks(2);
+  Build();
+  Machine.Calls.Record(Service::AllocatePool, true);
+  int refused = 0;
+  Machine.Faults.Choose = [&](Service service, const void *) -> std::optional<EFI_STATUS> {
+    bool first = service == Service::AllocatePool && refused == 0 &&
+                 Machine.Calls.All().back().Args.ends_with(kDescription);
+    refused += first ? 1 : 0;
+    return first ? std::optional<EFI_STATUS>(EFI_OUT_OF_RESOURCES) : std::nullopt;
+  };
+  ASSERT_EQ(F12ScreenShots(), EFI_SUCCESS);
+  Machine.Faults.Choose = nullptr;
+  EXPECT_EQ(refused, 1);
+  EXPECT_EQ(ButtonTexts(), (std::vector<std::string>{"FS0:\\ [USB  0MB]", Stick(1), kCancel}));
+}
+
 TEST_F(VolumeBoxMap, WithoutAPressedButtonNothingIsSaved) {
   AddSticks(1);
   BuildAndOpen();
