@@ -11,6 +11,9 @@ namespace {
 
 constexpr int kFirstTurn = 25;  // Keys are dropped before.
 constexpr int kMostEvents = 150;
+constexpr int kMostRepeats = 16;
+// The application reads a key, and lets go of it, in turns of their own; all of them may wait.
+constexpr int kMostTurns = kFirstTurn + kMostEvents * (1 + 2 * kMostRepeats) + 200;
 constexpr size_t kMostDevices = 4;
 
 class Session {
@@ -27,7 +30,7 @@ class Session {
     host_.Install();
     fake::RunOptions options;
     options.EscapeAtTurn = 0;
-    options.MostTurns = kFirstTurn + kMostEvents + 200;
+    options.MostTurns = kMostTurns;
     options.EveryTurn = [this](int turn) { Turn(turn); };
     fuzz::Require(fake::RunApplication(machine_, options).Status == EFI_SUCCESS,
                   "the run succeeds");
