@@ -1,5 +1,6 @@
 """Running the suites and counting their tests."""
 
+import re
 import subprocess
 import tempfile
 import xml.etree.ElementTree as ElementTree
@@ -7,6 +8,7 @@ from dataclasses import dataclass
 from pathlib import Path
 
 from support import native, paths
+from support.failure import Failure
 from support.running import say
 
 
@@ -31,10 +33,24 @@ def run_ctest(label: str, pattern: str | None, kind: str = "native") -> Count:
 
 
 def run_pytest(what: str, folder: Path, pattern: str | None) -> Count:
-    """Tests in Python; pattern is an expression of pytest's -k."""
-    command: list[str | Path] = [paths.venv_dir() / "bin" / "python", "-m", "pytest", "-q", folder]
-    command += ["-k", pattern] if pattern else []
-    return _run(f"Running the {what} tests", command, "--junitxml")
+    """Tests in Python; pattern is a regular expression, as for the native tests."""
+    command: list[str | Path] = [paths.venv_dir() / "bin" / "python", "-m", "pytest", "-q"]
+    if pattern is None:
+        return _run(f"Running the {what} tests", [*command, folder], "--junitxml")
+    chosen = [name for name in _collect([*command, folder]) if re.search(pattern, name)]
+    if not chosen:
+        return Count()
+    return _run(f"Running the {what} tests", [*command, *chosen], "--junitxml")
+
+
+def _collect(command: list[str | Path]) -> list[str]:
+    """The names under which pytest takes single tests."""
+    listing = subprocess.run(
+        [*command, "--collect-only"], cwd=paths.CLONE, capture_output=True, text=True
+    )
+    if listing.returncode != 0:
+        raise Failure(f"pytest cannot list its tests:\n{listing.stdout}{listing.stderr}")
+    return [line for line in listing.stdout.splitlines() if "::" in line]
 
 
 def _run(what: str, command: list[str | Path], report_option: str) -> Count:
