@@ -45,7 +45,8 @@ void PointerInit(EFI_SIMPLE_POINTER_PROTOCOL *simple, EFI_ABSOLUTE_POINTER_PROTO
 /// LVGL's read callback.
 void PointerRead(lv_indev_drv_t *driver, lv_indev_data_t *data);
 
-/// Focuses the callout of the first component under a view pixel.
+/// Focuses the callout of the first component under a view pixel. Defined by
+/// the view, which knows where its components are.
 void UpdateHoverFocus(UINT16 x, UINT16 y, BOOLEAN pressed);
 
 /// The pointer in view pixels; writes nothing when either address is NULL.

@@ -40,11 +40,11 @@ struct Stage {
 
   void FillWithLongLines(size_t index) const {
     // As many lines, and as long ones, as a component can have.
-    constexpr size_t kLines = 20, kLabel = 31, kValue = 255;
+    constexpr size_t kLabel = OBV_INFO_LABEL_LENGTH - 1, kValue = OBV_INFO_VALUE_LENGTH - 1;
     fake::TestHost::ComponentAnswer &answer =
         Host->Answers[fake::ToU16(Host->Components[index].Name)];
     answer.Lines.clear();
-    for (size_t i = 0; i < kLines; i++) {
+    for (size_t i = 0; i < OBV_INFO_CAPACITY; i++) {
       std::u16string value;
       while (value.size() < kValue) {
         value += u"Lorem ipsum dolor ";
