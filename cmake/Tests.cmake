@@ -1,11 +1,11 @@
-# One executable per kind of test; the sources are whatever lies in its folder.
+# One executable per kind of test; the sources are whatever lies in its folder and the folders below.
 
 find_package(GTest REQUIRED)
 include(GoogleTest)
 
-# Makes the executable boardscope_KIND from test/KIND/*.cpp; does nothing while there are none.
+# Makes the executable boardscope_KIND from test/KIND; does nothing while there are no sources.
 function(boardscope_executable kind)
-  file(GLOB sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/test/${kind}/*.cpp)
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/test/${kind}/*.cpp)
   if(NOT sources)
     return()
   endif()
@@ -46,7 +46,7 @@ function(boardscope_replay_corpora)
     string(APPEND targets "TARGET(${target}) ")
   endforeach()
   set_source_files_properties(
-    ${PROJECT_SOURCE_DIR}/test/unit/FuzzCorpusTest.cpp
+    ${PROJECT_SOURCE_DIR}/test/unit/run/FuzzCorpusTest.cpp
     PROPERTIES COMPILE_DEFINITIONS "BOARDSCOPE_FUZZ_TARGETS=${targets}"
   )
   target_sources(boardscope_unit PRIVATE ${fuzz_sources})

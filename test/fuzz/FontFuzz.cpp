@@ -9,7 +9,7 @@
 #include "platform/LvglGuard.h"
 #include "platform/LvglMemory.h"
 #include "test/firmware/Run.h"
-#include "test/unit/ApplicationPool.h"
+#include "test/unit/stage/ApplicationPool.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
   What fuzz targets share: reading the input, stopping at a broken promise, and runs in a child.
 
   Each target defines LLVMFuzzerTestOneInput, in which nothing outlives an input unless it says so.
-  test/unit/FuzzCorpusTest.cpp replays the corpora with the ordinary compiler; there, each
+  test/unit/run/FuzzCorpusTest.cpp replays the corpora with the ordinary compiler; there, each
   target's function has the name of its file.
 **/
 

@@ -10,7 +10,7 @@
 #include "platform/LvglMemory.h"
 #include "resources/BoardImage.h"
 #include "test/firmware/Run.h"
-#include "test/unit/ApplicationPool.h"
+#include "test/unit/stage/ApplicationPool.h"
 
 extern "C" {
 #include <Library/BaseLib.h>

@@ -1,6 +1,6 @@
 #include "test/picture/TestBoard.h"
 
-#include "test/unit/HostBoardBytes.h"
+#include "test/unit/host/HostBoardBytes.h"
 
 #include "test/firmware/Png.h"
 

@@ -1,0 +1,324 @@
+// The box in which the user picks a USB volume.
+
+#include "test/unit/stage/BoxStage.h"
+
+#include "app/HostClient.h"
+#include "capture/Screenshot.h"
+#include "platform/LvglPort.h"
+
+namespace {
+
+using fake::Service;
+
+// The view is built, but its main loop does not run.
+class VolumeBox : public ViewStage {
+ protected:
+  fake::Volume &AddStick(std::u16string_view label = u"STICK", UINT64 capacity = UINT64{64} << 20) {
+    fake::VolumeOptions options;
+    options.Label = label;
+    options.Capacity = capacity;
+    Sticks.push_back(&Machine.AddVolume(options));
+    return *Sticks.back();
+  }
+  void AddSticks(int count) {
+    for (int i = 0; i < count; i++) {
+      AddStick();
+    }
+  }
+  void BuildAndOpen(UINT32 width = 1920, UINT32 height = 1080) {
+    Build(width, height);
+    Host.Log.clear();
+    ASSERT_EQ(F12ScreenShots(), EFI_SUCCESS);
+    lv_obj_update_layout(lv_layer_top());
+  }
+  static std::string Stick(int number) {
+    return "FS" + std::to_string(number) + ":\\ [USB STICK 64MB]";
+  }
+  static std::string FontOf(lv_obj_t *object) {
+    return FontText(lv_obj_get_style_text_font(object, LV_PART_MAIN));
+  }
+  static UINT32 ColorOf(lv_obj_t *object) {
+    return Rgb(lv_obj_get_style_text_color(object, LV_PART_MAIN));
+  }
+  size_t OpenCount() const {
+    size_t count = 0;
+    for (const fake::Volume *stick : Sticks) {
+      count += stick->OpenCount();
+    }
+    return count;
+  }
+
+  std::vector<fake::Volume *> Sticks;
+};
+
+class VolumeBoxMap : public VolumeBox {
+ protected:
+  VolumeBoxMap() { LeaveFontsOut(); }
+  void ExpectMap(int sticks, const std::vector<std::string> &map) {
+    AddSticks(sticks);
+    BuildAndOpen();
+    EXPECT_EQ(ButtonMap(), map);
+  }
+  /// 32 volumes in sixteen rows, then cancel.
+  static std::vector<std::string> FullMap() {
+    std::vector<std::string> map;
+    for (int row = 0; row < 16; row++) {
+      map.insert(map.end(), {Stick(2 * row), Stick(2 * row + 1), "\n"});
+    }
+    map.push_back("Cancel");
+    return map;
+  }
+};
+
+const std::string kBreak = "\n";
+const std::string kCancel = "Cancel";
+
+TEST_F(VolumeBoxMap, OneVolumeStandsBesideCancel) { ExpectMap(1, {Stick(0), kCancel}); }
+
+TEST_F(VolumeBoxMap, TwoVolumesStandInTheFirstRowAndCancelAloneInTheSecond) {
+  ExpectMap(2, {Stick(0), Stick(1), kBreak, kCancel});
+}
+
+TEST_F(VolumeBoxMap, ThirdVolumeStandsBesideCancel) {
+  ExpectMap(3, {Stick(0), Stick(1), kBreak, Stick(2), kCancel});
+}
+
+TEST_F(VolumeBoxMap, FourVolumes) {
+  ExpectMap(4, {Stick(0), Stick(1), kBreak, Stick(2), Stick(3), kBreak, kCancel});
+}
+
+TEST_F(VolumeBoxMap, FiveVolumes) {
+  ExpectMap(5, {Stick(0), Stick(1), kBreak, Stick(2), Stick(3), kBreak, Stick(4), kCancel});
+}
+
+TEST_F(VolumeBoxMap, ThirtyOneVolumesStandBesideCancel) {
+  std::vector<std::string> map = FullMap();
+  map.erase(map.end() - 3, map.end() - 1);
+  ExpectMap(31, map);
+}
+
+TEST_F(VolumeBoxMap, ThirtyTwoVolumesFillTheTable) {
+  ExpectMap(32, FullMap());
+  EXPECT_EQ(OpenCount(), 32u);
+}
+
+TEST_F(VolumeBoxMap, OfThirtyThreeVolumesTheLastIsNotShown) {
+  ExpectMap(33, FullMap());
+  EXPECT_EQ(OpenCount(), 32u);
+  EXPECT_EQ(gScreenshot.Volumes.Roots[32], nullptr);
+}
+
+TEST_F(VolumeBoxMap, OfNinetyNineVolumesThirtyTwoAreShown) {
+  ExpectMap(99, FullMap());
+  EXPECT_EQ(OpenCount(), 32u);
+}
+
+TEST_F(VolumeBoxMap, VolumesAreLoggedAsTheyAreNamed) {
+  AddStick(u"WORK", UINT64{8} << 30);
+  AddStick(u"", (UINT64{1} << 20) - 1);
+  AddStick(u"OLD DISK", (UINT64{3} << 20) - 1);
+  BuildAndOpen();
+  EXPECT_EQ(ButtonTexts(),
+            (std::vector<std::string>{"FS0:\\ [USB WORK 8192MB]", "FS1:\\ [USB  0MB]",
+                                      "FS2:\\ [USB OLD DISK 2MB]", kCancel}));
+  EXPECT_EQ(Host.Log, (std::vector<fake::LogLine>{{0x40, "FS0:\\ [USB WORK 8192MB]\n"},
+                                                  {0x40, "FS1:\\ [USB  0MB]\n"},
+                                                  {0x40, "FS2:\\ [USB OLD DISK 2MB]\n"}}));
+}
+
+// "FS0:\ [USB " and " 64MB]" take 17 of the 511 bytes.
+TEST_F(VolumeBoxMap, ButtonTextOf511BytesIsWhole) {
+  AddStick(std::u16string(494, u'L'));
+  BuildAndOpen();
+  EXPECT_EQ(ButtonTexts()[0], "FS0:\\ [USB " + std::string(494, 'L') + " 64MB]");
+}
+
+TEST_F(VolumeBoxMap, ButtonTextOf512BytesIsCutByOne) {
+  AddStick(std::u16string(495, u'L'));
+  BuildAndOpen();
+  EXPECT_EQ(ButtonTexts()[0], "FS0:\\ [USB " + std::string(495, 'L') + " 64MB");
+}
+
+TEST_F(VolumeBoxMap, LabelOf511CharactersIsStillConverted) {
+  AddStick(std::u16string(511, u'L'));
+  BuildAndOpen();
+  EXPECT_EQ(ButtonTexts()[0], "FS0:\\ [USB " + std::string(500, 'L'));
+}
+
+TEST_F(VolumeBoxMap, LongerLabelIsRefusedAsAWhole) {
+  AddStick(std::u16string(512, u'L'));
+  BuildAndOpen();
+  EXPECT_EQ(ButtonTexts()[0], "FS0:\\ [USB  64MB]");
+}
+
+// Each character keeps its low byte; at one whose low byte is zero the text ends.
+TEST_F(VolumeBoxMap, LabelBeyondAsciiKeepsItsLowBytes) {
+  AddStick(u"GR\u00D6SSE");
+  AddStick(u"\u4E3B\u677F");
+  AddStick(u"A\u0100B");
+  AddStick(u"A\u010AB");
+  BuildAndOpen();
+  EXPECT_EQ(ButtonTexts(),
+            (std::vector<std::string>{"FS0:\\ [USB GR\xD6SSE 64MB]", "FS1:\\ [USB ;\x7F 64MB]",
+                                      "FS2:\\ [USB A 64MB]", "FS3:\\ [USB A\nB 64MB]", kCancel}));
+}
+
+TEST_F(VolumeBoxMap, VolumeThatNoLongerTellsKeepsItsPlaceWithoutALabel) {
+  AddSticks(2);
+  Build();
+  Machine.FailCall(Service::FileGetInfo, 3, EFI_NO_MEDIA);
+  ASSERT_EQ(F12ScreenShots(), EFI_SUCCESS);
+  EXPECT_EQ(ButtonTexts(), (std::vector<std::string>{"FS0:\\ [USB  0MB]", Stick(1), kCancel}));
+}
+
+TEST_F(VolumeBoxMap, WithoutRoomForItsDescriptionAVolumeHasNoLabel) {
+  // The allocator's header, the information, and the end of a label that fills it.
+  const std::string kDescription = ", " + std::to_string(24 + 2088 + 2);
+  AddSticks(2);
+  Build();
+  Machine.Calls.Record(Service::AllocatePool, true);
+  int refused = 0;
+  Machine.Faults.Choose = [&](Service service, const void *) -> std::optional<EFI_STATUS> {
+    bool first = service == Service::AllocatePool && refused == 0 &&
+                 Machine.Calls.All().back().Args.ends_with(kDescription);
+    refused += first ? 1 : 0;
+    return first ? std::optional<EFI_STATUS>(EFI_OUT_OF_RESOURCES) : std::nullopt;
+  };
+  ASSERT_EQ(F12ScreenShots(), EFI_SUCCESS);
+  Machine.Faults.Choose = nullptr;
+  EXPECT_EQ(refused, 1);
+  EXPECT_EQ(ButtonTexts(), (std::vector<std::string>{"FS0:\\ [USB  0MB]", Stick(1), kCancel}));
+}
+
+TEST_F(VolumeBoxMap, WithoutAPressedButtonNothingIsSaved) {
+  AddSticks(1);
+  BuildAndOpen();
+  lv_btnmatrix_set_selected_btn(BoxButtons(), LV_BTNMATRIX_BTN_NONE);
+  lv_event_send(gModalBox.Box, LV_EVENT_VALUE_CHANGED, nullptr);
+  EXPECT_TRUE(Host.Logged("F12ScreenShots Canceled\n"));
+  EXPECT_EQ(gModalBox.ModalMessageBoxOpen, 0);
+  EXPECT_EQ(Sticks[0]->RootNames(), std::vector<std::u16string>{});
+  EXPECT_EQ(OpenCount(), 0u);
+}
+
+TEST_F(VolumeBoxMap, TextsOfAnEarlierBoxDoNotShineThrough) {
+  AddSticks(5);
+  BuildAndOpen();
+  lv_msgbox_close(gModalBox.Box);
+  for (int stick : {4, 3, 2, 1}) {
+    Machine.RemoveVolume(*Sticks[static_cast<size_t>(stick)]);
+  }
+  ASSERT_EQ(F12ScreenShots(), EFI_SUCCESS);
+  EXPECT_EQ(ButtonMap(), (std::vector<std::string>{Stick(0), kCancel}));
+}
+
+TEST_F(VolumeBoxMap, WithoutMemoryForItsTextsNothingOpens) {
+  AddSticks(2);
+  Build();
+  Host.Log.clear();
+  // Screen copy and volume information come first.
+  Machine.FailCall(Service::AllocatePool, 3, EFI_OUT_OF_RESOURCES);
+  EXPECT_EQ(F12ScreenShots(), EFI_OUT_OF_RESOURCES);
+  EXPECT_EQ(gModalBox.ModalMessageBoxOpen, 0);
+  EXPECT_EQ(OpenCount(), 0u);
+  EXPECT_TRUE(Host.Logged("[F12ScreenShots] Error occurs: Out of Resources\n"));
+  ASSERT_EQ(F12ScreenShots(), EFI_SUCCESS);
+  EXPECT_EQ(ButtonTexts().size(), 3u);
+}
+
+TEST_F(VolumeBox, StandsOnTheTopLayerWithTitleAndText) {
+  AddSticks(1);
+  BuildAndOpen();
+  EXPECT_EQ(lv_obj_get_screen(gModalBox.Box), lv_layer_top());
+  EXPECT_EQ(BoxTitle(), "Choose a volume");
+  EXPECT_EQ(BoxText(), "Where shall the picture go?");
+  EXPECT_EQ(lv_msgbox_get_close_btn(gModalBox.Box), nullptr);
+  EXPECT_EQ(gModalBox.ModalMessageBoxOpen, 1);
+}
+
+TEST_F(VolumeBox, CoversTheMiddleHalfOfTheScreen) {
+  AddSticks(1);
+  BuildAndOpen();
+  lv_obj_t *box = gModalBox.Box;
+  EXPECT_EQ(PlaceOf(box), (Place{0, 270, 1920, 540}));
+  EXPECT_EQ(Rgb(lv_obj_get_style_bg_color(box, LV_PART_MAIN)), 0x2C2C2Cu);
+  EXPECT_EQ(lv_obj_get_style_radius(box, LV_PART_MAIN), 0);
+  EXPECT_EQ(lv_obj_get_style_border_width(box, LV_PART_MAIN), 0);
+  EXPECT_EQ(lv_obj_get_style_pad_left(box, LV_PART_MAIN), 480);
+  EXPECT_EQ(lv_obj_get_style_pad_right(box, LV_PART_MAIN), 480);
+}
+
+TEST_F(VolumeBox, FontsAndColoursOfItsTexts) {
+  AddSticks(1);
+  BuildAndOpen();
+  EXPECT_EQ(FontOf(lv_msgbox_get_title(gModalBox.Box)), "DroidSans 20");
+  EXPECT_EQ(ColorOf(lv_msgbox_get_title(gModalBox.Box)), 0xFFFFFFu);
+  EXPECT_EQ(FontOf(lv_msgbox_get_text(gModalBox.Box)), "DroidSans 18");
+  EXPECT_EQ(ColorOf(lv_msgbox_get_text(gModalBox.Box)), 0xD0D0D0u);
+  EXPECT_EQ(FontOf(BoxButtons()), "DroidSans 18");
+}
+
+TEST_F(VolumeBox, At1024By768SizesAreScaledAndCut) {
+  AddSticks(1);
+  BuildAndOpen(1024, 768);
+  EXPECT_EQ(PlaceOf(gModalBox.Box), (Place{0, 192, 1024, 384}));
+  EXPECT_EQ(lv_obj_get_style_pad_left(gModalBox.Box, LV_PART_MAIN), 256);
+  EXPECT_EQ(FontOf(lv_msgbox_get_title(gModalBox.Box)), "DroidSans 16");
+  EXPECT_EQ(FontOf(lv_msgbox_get_text(gModalBox.Box)), "DroidSans 14");
+  EXPECT_EQ(FontOf(BoxButtons()), "DroidSans 14");
+}
+
+TEST_F(VolumeBox, ButtonMatrixIsAsHighAsItsMapIsLong) {
+  const struct {
+    int Sticks, Places;
+  } kCases[] = {{1, 2}, {1, 3}, {1, 5}, {1, 6}, {28, 48}};  // 1, 2, 3, 4 and 32 sticks
+  bool built = false;
+  for (const auto &[sticks, places] : kCases) {
+    AddSticks(sticks);
+    if (!std::exchange(built, true)) {
+      Build();
+    }
+    ASSERT_EQ(F12ScreenShots(), EFI_SUCCESS);
+    int line = lv_font_get_line_height(lv_obj_get_style_text_font(BoxButtons(), LV_PART_MAIN));
+    EXPECT_EQ(lv_obj_get_style_height(BoxButtons(), LV_PART_MAIN), (line + 4) * places);
+    EXPECT_EQ(lv_obj_get_style_width(BoxButtons(), LV_PART_MAIN), 1920);
+    EXPECT_EQ(lv_obj_get_style_align(BoxButtons(), LV_PART_MAIN), LV_ALIGN_CENTER);
+    lv_msgbox_close(gModalBox.Box);
+  }
+}
+
+TEST_F(VolumeBox, FirstButtonIsSelectedAndTheMatrixFocused) {
+  AddSticks(2);
+  Build();
+  lv_group_focus_obj(gView.Callouts[2]);
+  ASSERT_EQ(F12ScreenShots(), EFI_SUCCESS);
+  EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), BoxButtons());
+  EXPECT_EQ(SelectedButton(), 0);
+  EXPECT_EQ(gModalBox.PreviousFocus, gView.Callouts[2]);
+  EXPECT_EQ(lv_obj_get_style_pad_row(BoxButtons(), LV_PART_MAIN), 4);
+  EXPECT_EQ(lv_obj_get_style_pad_column(BoxButtons(), LV_PART_MAIN), 4);
+}
+
+TEST_F(VolumeBox, ButtonsAreDrawnWithARadiusOfTwoAndNothingElseChanges) {
+  AddSticks(1);
+  BuildAndOpen();
+  auto radiusOf = [](const lv_obj_class_t *kind, uint32_t type) {
+    lv_draw_rect_dsc_t rectangle;
+    lv_draw_rect_dsc_init(&rectangle);
+    rectangle.radius = 33;
+    lv_draw_rect_dsc_t before = rectangle;
+    lv_obj_draw_part_dsc_t part{};
+    part.class_p = kind;
+    part.type = type;
+    part.rect_dsc = &rectangle;
+    lv_event_send(BoxButtons(), LV_EVENT_DRAW_PART_BEGIN, &part);
+    int radius = std::exchange(rectangle.radius, before.radius);
+    EXPECT_EQ(memcmp(&rectangle, &before, sizeof before), 0);
+    return radius;
+  };
+  EXPECT_EQ(radiusOf(&lv_btnmatrix_class, LV_BTNMATRIX_DRAW_PART_BTN), 2);
+  EXPECT_EQ(radiusOf(&lv_btnmatrix_class, 1), 33);
+  EXPECT_EQ(radiusOf(&lv_obj_class, LV_BTNMATRIX_DRAW_PART_BTN), 33);
+}
+
+}  // namespace

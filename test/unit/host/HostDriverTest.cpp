@@ -1,0 +1,306 @@
+#include <gtest/gtest.h>
+
+#include "host/portable/Texts.h"
+#include "host/uefi/Driver.h"
+#include "test/firmware/FakeFirmware.h"
+#include "test/firmware/Run.h"
+#include "test/unit/host/HostBoardBytes.h"
+#include "test/unit/host/HostPorts.h"
+
+namespace obv_host {
+namespace {
+
+using fake::Firmware;
+using fake::Service;
+
+constexpr const char16_t *kBoardPath = u"\\EFI\\Boardscope\\board.bin";
+
+/// The driver as firmware loads it, on the fake firmware.
+class HostDriver : public testing::Test {
+ protected:
+  HostDriver() {
+    gPorts = Ports();
+    fake::RunLibraryConstructors(Machine);
+  }
+
+  ~HostDriver() override {
+    if (FindHost() == &gDriver.Contract.Protocol) {
+      EXPECT_EQ(ObvHostUnload(Machine.ImageHandle), EFI_SUCCESS);
+    }
+    EXPECT_EQ(Machine.Hii.ListCount(), 0U);
+    EXPECT_EQ(Machine.ProblemsText(), "");
+  }
+
+  EFI_STATUS Load() { return ObvHostEntryPoint(Machine.ImageHandle, &Machine.SystemTable); }
+
+  OBV_PROTOCOL *FindHost() {
+    EFI_GUID guid = OBV_PROTOCOL_GUID;
+    VOID *found = nullptr;
+    EFI_STATUS status = Machine.Handles.LocateProtocol(&guid, nullptr, &found);
+    return EFI_ERROR(status) ? nullptr : static_cast<OBV_PROTOCOL *>(found);
+  }
+
+  /// Title of the board in use, by the line that every run logs.
+  std::string BoardInUse() {
+    gPorts.DebugOutput.clear();
+    OBV_PROTOCOL *host = FindHost();
+    EXPECT_EQ(host->FinishParse(host), EFI_SUCCESS);
+    std::string line = gPorts.DebugOutput;
+    return line.substr(line.find('"') + 1, line.rfind('"') - line.find('"') - 1);
+  }
+
+  static std::vector<uint8_t> OwnBoard(const std::u16string &title) {
+    BoardParts parts = BoardParts::Sound();
+    PutText(parts.Header.Title, title);
+    return parts.Bytes();
+  }
+
+  Firmware Machine;
+};
+
+TEST_F(HostDriver, PublishesTheProtocolAndSaysSo) {
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  EXPECT_EQ(FindHost(), &gDriver.Contract.Protocol);
+  EXPECT_EQ(gPorts.Sent(0x3E8), "[Host] Ready\n");
+  EXPECT_EQ(BoardInUse(), "Boardscope reference board");
+}
+
+TEST_F(HostDriver, SecondHostIsNotStarted) {
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  OBV_PROTOCOL *first = FindHost();
+  EXPECT_EQ(Load(), EFI_ALREADY_STARTED);
+  EXPECT_EQ(FindHost(), first);
+  EXPECT_EQ(Machine.Hii.ListCount(), 1U);
+}
+
+TEST_F(HostDriver, UnloadTakesEverythingBackAndAllowsAnotherLoad) {
+  uint64_t blocks = Machine.Pool.LiveBlocks();
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  EXPECT_EQ(ObvHostUnload(Machine.ImageHandle), EFI_SUCCESS);
+  EXPECT_EQ(FindHost(), nullptr);
+  EXPECT_EQ(Machine.Hii.ListCount(), 0U);
+  EXPECT_EQ(Machine.Pool.LiveBlocks(), blocks);
+  EXPECT_EQ(Load(), EFI_SUCCESS);
+}
+
+TEST_F(HostDriver, TextsAreRegisteredUnderTheContractsGuid) {
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  EFI_GUID guid = OBV_STRING_PACKAGE_LIST_GUID;
+  EFI_HII_HANDLE *handles = HiiGetHiiHandles(&guid);
+  ASSERT_NE(handles, nullptr);
+  const OBV_SHARED_STATE *shared = FindHost()->SharedState;
+  for (const LanguageTexts &language : kLanguages) {
+    for (UINTN i = 0; i < OBV_STRING_COUNT; i++) {
+      EFI_STRING text = HiiGetString(handles[0], shared->StringIds[i], language.Code);
+      ASSERT_NE(text, nullptr) << language.Code << " " << i;
+      EXPECT_EQ(StrCmp(text, Ucs2(language.Texts[i])), 0) << language.Code << " " << i;
+      FreePool(text);
+    }
+  }
+  FreePool(handles);
+}
+
+TEST_F(HostDriver, FontsAreEmbedded) {
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  OBV_PROTOCOL *host = FindHost();
+  for (UINT8 face = 0; face < kFaceCount; face++) {
+    CHAR8 *name = nullptr;
+    VOID *data = nullptr;
+    UINTN size = 0;
+    ASSERT_EQ(host->GetFontData(host, face, &name, &data, &size), EFI_SUCCESS);
+    EXPECT_GT(size, 10000U);
+    const UINT8 trueType[4] = {0, 1, 0, 0};
+    EXPECT_EQ(std::memcmp(data, trueType, sizeof(trueType)), 0) << name;
+  }
+}
+
+TEST_F(HostDriver, ClockNeverGoesBack) {
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  OBV_PROTOCOL *host = FindHost();
+  UINT64 last = host->GetTime(host);
+  for (int i = 0; i < 1000; i++) {
+    UINT64 now = host->GetTime(host);
+    EXPECT_GE(now, last);
+    last = now;
+  }
+}
+
+TEST_F(HostDriver, BoardFileOfAnyVolumeIsUsed) {
+  Machine.AddVolume({.Label = u"EMPTY"});
+  Machine.AddVolume({.Label = u"BOARD"}).Write(kBoardPath, OwnBoard(u"Brought along"));
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  EXPECT_EQ(BoardInUse(), "Brought along");
+}
+
+TEST_F(HostDriver, OwnVolumeComesFirst) {
+  Machine.AddVolume().Write(kBoardPath, OwnBoard(u"Other"));
+  fake::Volume &own = Machine.AddVolume();
+  own.Write(kBoardPath, OwnBoard(u"Own"));
+  EFI_LOADED_IMAGE_PROTOCOL image = {};
+  image.DeviceHandle = own.Handle;
+  Machine.Install(gEfiLoadedImageProtocolGuid, &image, Machine.ImageHandle);
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  EXPECT_EQ(BoardInUse(), "Own");
+  Machine.Uninstall(Machine.ImageHandle, gEfiLoadedImageProtocolGuid, &image);
+}
+
+TEST_F(HostDriver, SpoiltBoardFileIsRefusedInOneLineForTheDefault) {
+  fake::Volume &volume = Machine.AddVolume();
+  std::vector<uint8_t> bytes = OwnBoard(u"Spoilt");
+  bytes[2000] ^= 1;
+  volume.Write(kBoardPath, bytes);
+  uint64_t blocks = Machine.Pool.LiveBlocks();
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  std::string log = gPorts.Sent(0x3E8);
+  EXPECT_EQ(log.find("[Host] board.bin refused: checksum"), 0U) << log;
+  EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2);
+  EXPECT_EQ(BoardInUse(), "Boardscope reference board");
+  EXPECT_EQ(volume.OpenCount(), 0U);
+  EXPECT_EQ(ObvHostUnload(Machine.ImageHandle), EFI_SUCCESS);
+  EXPECT_EQ(Machine.Pool.LiveBlocks(), blocks);
+}
+
+TEST_F(HostDriver, FolderOrEmptyFileInItsPlaceIsReported) {
+  fake::Volume &folder = Machine.AddVolume();
+  folder.MakeDirectory(kBoardPath);
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  EXPECT_EQ(gPorts.Sent(0x3E8), "[Host] board.bin cannot be read: Unsupported\n[Host] Ready\n");
+  EXPECT_EQ(folder.OpenCount(), 0U);
+}
+
+TEST_F(HostDriver, EmptyBoardFileIsReported) {
+  Machine.AddVolume().Write(kBoardPath, {});
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  EXPECT_EQ(gPorts.Sent(0x3E8), "[Host] board.bin cannot be read: Bad Buffer Size\n[Host] Ready\n");
+}
+
+TEST_F(HostDriver, UnreadableBoardFileIsReported) {
+  fake::Volume &volume = Machine.AddVolume();
+  volume.Write(kBoardPath, OwnBoard(u"Unreadable"));
+  Machine.FailCall(Service::FileRead, 1, EFI_DEVICE_ERROR);
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  EXPECT_EQ(gPorts.Sent(0x3E8), "[Host] board.bin cannot be read: Device Error\n[Host] Ready\n");
+  EXPECT_EQ(volume.OpenCount(), 0U);
+}
+
+TEST_F(HostDriver, OutputOfTheConsoleIsPreferred) {
+  fake::GraphicsOutput &first = Machine.AddOutput();
+  fake::GraphicsOutput &second = Machine.AddOutput();
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  OBV_PROTOCOL *host = FindHost();
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = nullptr;
+  ASSERT_EQ(host->GetGop(host, &gop), EFI_SUCCESS);
+  EXPECT_EQ(gop, first.Protocol());
+  Machine.SystemTable.ConsoleOutHandle = second.Handle;
+  ASSERT_EQ(host->GetGop(host, &gop), EFI_SUCCESS);
+  EXPECT_EQ(gop, second.Protocol());
+}
+
+TEST_F(HostDriver, OutputThatStandsForADeviceComesBeforeOneThatDoesNot) {
+  fake::GraphicsOutput lone("lone", fake::UsualModes(), 0);
+  EFI_HANDLE handle = Machine.Install(gEfiGraphicsOutputProtocolGuid, lone.Protocol());
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  OBV_PROTOCOL *host = FindHost();
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = nullptr;
+  ASSERT_EQ(host->GetGop(host, &gop), EFI_SUCCESS);
+  EXPECT_EQ(gop, lone.Protocol());
+  fake::GraphicsOutput &device = Machine.AddOutput();
+  ASSERT_EQ(host->GetGop(host, &gop), EFI_SUCCESS);
+  EXPECT_EQ(gop, device.Protocol());
+  Machine.Uninstall(handle, gEfiGraphicsOutputProtocolGuid, lone.Protocol());
+}
+
+TEST_F(HostDriver, NoOutputIsNotFound) {
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  OBV_PROTOCOL *host = FindHost();
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = nullptr;
+  EXPECT_EQ(host->GetGop(host, &gop), EFI_NOT_FOUND);
+  EXPECT_EQ(gop, nullptr);
+}
+
+TEST_F(HostDriver, ThirdSerialPortIsSetUpAndHasTheLogAlone) {
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  EXPECT_EQ(gPorts.Sent(0x3E8), gPorts.DebugOutput);
+  EXPECT_EQ(gPorts.Sent(0x3F8), "");
+  EXPECT_EQ(gPorts.Divisor(0x3E8), 1);
+}
+
+TEST_F(HostDriver, FirstSerialPortStandsInAndKeepsItsSettings) {
+  gPorts.Serials = {0x3F8};
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  EXPECT_EQ(gPorts.Sent(0x3F8), "[Host] Ready\n");
+  EXPECT_EQ(gPorts.Divisor(0x3F8), 0);
+}
+
+TEST_F(HostDriver, MachineWithoutPortsLoadsSilently) {
+  gPorts.Serials.clear();
+  gPorts.DebugConsole = false;
+  EXPECT_EQ(Load(), EFI_SUCCESS);
+  EXPECT_EQ(gPorts.DebugOutput, "");
+}
+
+TEST_F(HostDriver, StuckSerialPortDoesNotHangTheMachine) {
+  gPorts.Stuck = true;
+  EXPECT_EQ(Load(), EFI_SUCCESS);
+  EXPECT_EQ(gPorts.Sent(0x3E8), "");
+  EXPECT_EQ(gPorts.DebugOutput, "[Host] Ready\n");
+}
+
+/// Every call of every service that loading needs fails once: the driver is either there, with the
+/// default board if need be, or leaves nothing behind.
+TEST_F(HostDriver, AnyFailingServiceLeavesAllOrNothing) {
+  fake::Volume &volume = Machine.AddVolume();
+  volume.Write(kBoardPath, OwnBoard(u"Brought along"));
+  const Service services[] = {Service::AllocatePool,   Service::LocateHandleBuffer,
+                              Service::HandleProtocol, Service::InstallProtocolInterface,
+                              Service::FsOpenVolume,   Service::FileOpen,
+                              Service::FileGetInfo,    Service::FileRead,
+                              Service::FileClose,      Service::HiiNewPackageList};
+  uint64_t blocks = Machine.Pool.LiveBlocks();
+  for (Service service : services) {
+    bool failed = true;
+    for (uint64_t n = 1; failed; n++) {
+      Machine.Faults.Clear();
+      uint64_t before = Machine.Faults.FailedCount();
+      Machine.FailCall(service, n, EFI_OUT_OF_RESOURCES);
+      EFI_STATUS status = Load();
+      failed = Machine.Faults.FailedCount() != before;
+      Machine.Faults.Clear();
+      EXPECT_EQ(FindHost() != nullptr, status == EFI_SUCCESS);
+      if (status == EFI_SUCCESS) {
+        EXPECT_EQ(ObvHostUnload(Machine.ImageHandle), EFI_SUCCESS);
+      }
+      EXPECT_EQ(Machine.Pool.LiveBlocks(), blocks) << static_cast<int>(service) << " " << n;
+      EXPECT_EQ(Machine.Hii.ListCount(), 0U);
+      ASSERT_LT(n, 100U);
+    }
+  }
+  EXPECT_EQ(volume.OpenCount(), 0U);
+}
+
+/// The application on the reference host, from entry to return.
+TEST_F(HostDriver, ApplicationRunsOnIt) {
+  Machine.AddOutput();
+  Machine.AddSimplePointer();
+  Machine.AddAbsolutePointer();
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  // Turns of the main loop are counted by looks at the fake's clock.
+  FindHost()->GetTime = [](OBV_PROTOCOL *)
+                            EFIAPI -> UINT64 { return Firmware::Current().LookAtClock(); };
+  fake::RunResult result = fake::RunApplication(Machine);
+  EXPECT_EQ(result.Status, EFI_SUCCESS);
+  EXPECT_GT(result.Turns, 0);
+  const std::string log = gPorts.Sent(0x3E8);
+  EXPECT_NE(log.find("Load multilangage string success\n"), std::string::npos) << log;
+  EXPECT_NE(log.find("[Host] Board \"Boardscope reference board\", "), std::string::npos) << log;
+  EXPECT_NE(log.find("[Host] Application ended: jump 0, focus 101, category 0"), std::string::npos)
+      << log;
+  EXPECT_EQ(log.find("not found, ignore"), std::string::npos) << log;
+  EXPECT_EQ(log.find("Error occurs"), std::string::npos) << log;
+  const OBV_SHARED_STATE *shared = FindHost()->SharedState;
+  EXPECT_EQ(shared->UiStateSaved, 1);
+  EXPECT_GE(shared->ComponentCount, 25);
+}
+
+}  // namespace
+}  // namespace obv_host

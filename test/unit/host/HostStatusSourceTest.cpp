@@ -1,0 +1,88 @@
+#include "host/portable/StatusSource.h"
+
+#include "test/unit/host/HostBoardBytes.h"
+
+namespace obv_host {
+namespace {
+
+class HostStatus : public testing::Test {
+ protected:
+  EFI_STATUS Query(const char16_t *name, UINT32 type, UINTN capacity = OBV_INFO_CAPACITY) {
+    bytes_ = Parts.Bytes();
+    Board board;
+    BoardFault fault;
+    EXPECT_EQ(OpenBoard(bytes_.data(), bytes_.size(), &board, &fault), EFI_SUCCESS) << fault.Text;
+    std::memset(Infos, 0xCC, sizeof(Infos));
+    Count = 77;
+    return QueryStatus(board, Ucs2(name), type, capacity, &Count, Infos);
+  }
+
+  bool IsZero(UINTN index) const {
+    OBV_COMPONENT_INFO none = {};
+    return std::memcmp(&Infos[index], &none, sizeof(none)) == 0;
+  }
+
+  BoardParts Parts = BoardParts::Sound();
+  OBV_COMPONENT_INFO Infos[OBV_INFO_CAPACITY];
+  UINT64 Count = 0;
+
+ private:
+  std::vector<UINT8> bytes_;
+};
+
+TEST_F(HostStatus, LinesOfTheNamedComponent) {
+  EXPECT_EQ(Query(u"CPU", OBV_TYPE_PROCESSOR), EFI_SUCCESS);
+  ASSERT_EQ(Count, 2U);
+  EXPECT_EQ(StrCmp(Infos[0].Label, Ucs2(u"Brand")), 0);
+  EXPECT_EQ(StrCmp(Infos[1].Value, Ucs2(u"8")), 0);
+  EXPECT_EQ(Infos[1].Kind, static_cast<UINT32>(OBV_INFO_SIDE_LIST));
+}
+
+TEST_F(HostStatus, EntriesBeyondTheCountAreZero) {
+  EXPECT_EQ(Query(u"CPU", OBV_TYPE_PROCESSOR), EFI_SUCCESS);
+  for (UINTN i = Count; i < OBV_INFO_CAPACITY; i++) {
+    EXPECT_TRUE(IsZero(i)) << i;
+  }
+}
+
+TEST_F(HostStatus, NothingIsWrittenBeyondTheCapacity) {
+  EXPECT_EQ(Query(u"CPU", OBV_TYPE_PROCESSOR, 1), EFI_SUCCESS);
+  EXPECT_EQ(Count, 1U);
+  EXPECT_FALSE(IsZero(0));
+  EXPECT_EQ(Infos[1].Kind, 0xCCCCCCCCU);
+}
+
+TEST_F(HostStatus, EveryDescribedStatusHasItsAnswer) {
+  const EFI_STATUS answers[] = {EFI_SUCCESS, EFI_DEVICE_ERROR, EFI_NOT_READY, EFI_NO_MAPPING,
+                                EFI_NOT_FOUND};
+  for (UINT8 status = 0; status <= kStatusLimit; status++) {
+    Parts.Components[1].Status = status;
+    EXPECT_EQ(Query(u"FAN 1", OBV_TYPE_FAN), answers[status]);
+    EXPECT_EQ(Count, 0U);
+  }
+}
+
+TEST_F(HostStatus, UnknownComponentIsNotFoundAndHasNoLines) {
+  for (const char16_t *name : {u"", u"CP", u"CPU ", u"CPU2", u"cpu"}) {
+    EXPECT_EQ(Query(name, OBV_TYPE_PROCESSOR), EFI_NOT_FOUND);
+    EXPECT_EQ(Count, 0U);
+    EXPECT_TRUE(IsZero(0));
+  }
+  EXPECT_EQ(Query(u"CPU", OBV_TYPE_MEMORY), EFI_NOT_FOUND);
+}
+
+TEST_F(HostStatus, NameLongerThanTheFieldIsNotFound) {
+  PutText(Parts.Components[0].Name, std::u16string(19, u'x'));
+  EXPECT_EQ(Query(std::u16string(19, u'x').c_str(), OBV_TYPE_PROCESSOR), EFI_SUCCESS);
+  EXPECT_EQ(Query(std::u16string(59, u'x').c_str(), OBV_TYPE_PROCESSOR), EFI_NOT_FOUND);
+}
+
+TEST_F(HostStatus, MissingArgumentsAreRefused) {
+  Board board = {};
+  EXPECT_EQ(QueryStatus(board, nullptr, 0, 20, &Count, Infos), EFI_INVALID_PARAMETER);
+  EXPECT_EQ(QueryStatus(board, Ucs2(u"x"), 0, 20, nullptr, Infos), EFI_INVALID_PARAMETER);
+  EXPECT_EQ(QueryStatus(board, Ucs2(u"x"), 0, 20, &Count, nullptr), EFI_INVALID_PARAMETER);
+}
+
+}  // namespace
+}  // namespace obv_host

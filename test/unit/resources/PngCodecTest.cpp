@@ -1,0 +1,70 @@
+// Kinds of PNG files that decode to red, green, blue, alpha at eight bits each.
+
+#include "test/unit/stage/LocatedHost.h"
+
+#include "platform/PngCodec.h"
+
+#define LODEPNG_NO_COMPILE_CPP
+extern "C" {
+#include "src/extra/libs/png/lodepng.h"
+}
+
+namespace {
+
+using Bytes = std::vector<UINT8>;
+
+class PngCodec : public LocatedHost {
+ protected:
+  static Bytes Encode(const Bytes &raw, unsigned width, unsigned height, LodePNGColorType type,
+                      unsigned depth) {
+    UINT8 *file = nullptr;
+    size_t size = 0;
+    EXPECT_EQ(lodepng_encode_memory(&file, &size, raw.data(), width, height, type, depth), 0u);
+    return Bytes(file, file + size);
+  }
+  static Bytes Decode(const Bytes &file, UINT32 width, UINT32 height) {
+    PngPixels pixels = DecodePng(file.data(), file.size());
+    EXPECT_EQ(pixels.Width, width);
+    EXPECT_EQ(pixels.Height, height);
+    return pixels.Data == nullptr ? Bytes() : Bytes(pixels.Data, pixels.Data + width * height * 4);
+  }
+};
+
+TEST_F(PngCodec, GreyPicturesBecomeOpaque) {
+  EXPECT_EQ(Decode(Encode({0, 7, 255, 128}, 2, 2, LCT_GREY, 8), 2, 2),
+            (Bytes{0, 0, 0, 255, 7, 7, 7, 255, 255, 255, 255, 255, 128, 128, 128, 255}));
+}
+
+TEST_F(PngCodec, ColourPicturesBecomeOpaque) {
+  EXPECT_EQ(Decode(Encode({1, 2, 3, 250, 251, 252}, 2, 1, LCT_RGB, 8), 2, 1),
+            (Bytes{1, 2, 3, 255, 250, 251, 252, 255}));
+}
+
+TEST_F(PngCodec, SixteenBitSamplesKeepTheirHighByte) {
+  EXPECT_EQ(Decode(Encode({1, 99, 2, 98, 3, 97, 4, 96}, 1, 1, LCT_RGBA, 16), 1, 1),
+            (Bytes{1, 2, 3, 4}));
+}
+
+TEST_F(PngCodec, DamagedFileGivesNothingAndLeavesNothing) {
+  Bytes file = Encode(Bytes(64, 9), 4, 4, LCT_RGBA, 8);
+  UINT64 blocks = Machine.Pool.LiveBlocks();
+  // The checksum behind the header.
+  file[29] ^= 0x55;
+  PngPixels pixels = DecodePng(file.data(), file.size());
+  EXPECT_EQ(pixels.Data, nullptr);
+  EXPECT_EQ(pixels.Width, 0u);
+  EXPECT_EQ(pixels.Height, 0u);
+  EXPECT_EQ(Machine.Pool.LiveBlocks(), blocks);
+}
+
+TEST_F(PngCodec, EncodedPictureDecodesToItself) {
+  Bytes raw;
+  for (int i = 0; i < 15 * 11 * 4; i++) {
+    raw.push_back(static_cast<UINT8>(i * 37));
+  }
+  PngFile file = EncodePng({raw.data(), 15, 11});
+  ASSERT_NE(file.Data, nullptr);
+  EXPECT_EQ(Decode(Bytes(file.Data, file.Data + file.Size), 15, 11), raw);
+}
+
+}  // namespace

@@ -1,0 +1,176 @@
+// The events of a random walk.
+
+#include "test/unit/run/RandomWalk.h"
+
+namespace {
+
+// The view that RandomWalkTest runs in.
+constexpr uint64_t kWidth = 1024;
+constexpr uint64_t kHeight = 768;
+constexpr size_t kMostOutputs = 4;
+
+const std::vector<fake::VideoMode> kUsefulModes = {{800, 600}, {1024, 768}};
+const std::vector<fake::VideoMode> kUselessModes = {{800, 600}, {1280, 1024}};
+
+}  // namespace
+
+const std::vector<RandomWalk::Choice> RandomWalk::kChoices = {
+    {150, &RandomWalk::Move, "move"},
+    {200, &RandomWalk::MoveToComponent, "move to a component"},
+    {200, &RandomWalk::PressOrRelease, "press or release"},
+    {50, &RandomWalk::MoveMouse, "move the mouse"},
+    {130, &RandomWalk::TypeTab, "Tab or page key"},
+    {80, &RandomWalk::TypeOther, "other key"},
+    {60, &RandomWalk::TypeEnter, "Enter"},
+    {50, &RandomWalk::TypeInsert, "Insert"},
+    {20, &RandomWalk::TypeEsc, "Esc"},
+    {6, &RandomWalk::TypeF12, "F12"},
+    {60, &RandomWalk::ChangeStatus, "status change"},
+    {20, &RandomWalk::LetTimePass, "time passes"},
+    {8, &RandomWalk::PlugStick, "stick in"},
+    {8, &RandomWalk::PullStick, "stick out"},
+    {6, &RandomWalk::PlugOutput, "output in"},
+    {3, &RandomWalk::LoseModes, "output loses modes"},
+    {3, &RandomWalk::PlugDuringATurn, "output in during a turn"},
+};
+
+void RandomWalk::Move() {
+  x_ = Random(kWidth);
+  y_ = Random(kHeight);
+  machine_.Tablet()->MoveTo(x_, y_, pressed_ ? 1 : 0);
+}
+
+void RandomWalk::MoveToComponent() {
+  // Callouts and buttons, where clicks do something.
+  std::vector<lv_obj_t *> targets(gView.FilterButtons, gView.FilterButtons + kCategoryCount);
+  targets.push_back(gView.CloseButton);
+  targets.insert(targets.end(), gView.Callouts, gView.Callouts + host_.Components.size());
+  Place place = PlaceOf(targets[Random(targets.size())]);
+  x_ = static_cast<uint64_t>(std::clamp<int>(place.X + place.Width / 2, 0, kWidth - 1));
+  y_ = static_cast<uint64_t>(std::clamp<int>(place.Y + place.Height / 2, 0, kHeight - 1));
+  machine_.Tablet()->MoveTo(x_, y_, pressed_ ? 1 : 0);
+}
+
+void RandomWalk::PressOrRelease() {
+  pressed_ = !pressed_;
+  machine_.Tablet()->MoveTo(x_, y_, pressed_ ? 1 : 0);
+}
+
+void RandomWalk::MoveMouse() {
+  auto by = [this] { return static_cast<INT32>(Random(80)) - 40; };
+  INT32 x = by();
+  INT32 y = by();
+  machine_.Mouse()->Move(x, y, pressed_);
+}
+
+void RandomWalk::Type(UINT16 scanCode, char16_t character) {
+  if (scanCode != SCAN_NULL) {
+    machine_.Keyboard.Scan(scanCode);
+  } else {
+    machine_.Keyboard.Character(character);
+  }
+}
+
+void RandomWalk::TypeTab() {
+  switch (Random(3)) {
+    case 0:
+      return Type(SCAN_PAGE_UP);
+    case 1:
+      return Type(SCAN_PAGE_DOWN);
+    default:
+      return Type(SCAN_NULL, u'\t');
+  }
+}
+
+void RandomWalk::TypeOther() {
+  constexpr UINT16 kKeys[] = {SCAN_UP,  SCAN_DOWN,   SCAN_LEFT, SCAN_RIGHT, SCAN_HOME,
+                              SCAN_END, SCAN_DELETE, SCAN_F1,   SCAN_F10};
+  uint64_t key = Random(std::size(kKeys) + 3);
+  if (key < std::size(kKeys)) {
+    return Type(kKeys[key]);
+  }
+  Type(SCAN_NULL, static_cast<char16_t>(Random(0x3000)));
+}
+
+void RandomWalk::TypeEnter() { Type(SCAN_NULL, u'\r'); }
+void RandomWalk::TypeInsert() { Type(SCAN_INSERT); }
+
+void RandomWalk::TypeEsc() {
+  escMustLeave_ = gModalBox.ModalMessageBoxOpen == 0;
+  Type(SCAN_ESC);
+}
+
+void RandomWalk::TypeF12() { Type(SCAN_F12); }
+
+void RandomWalk::ChangeStatus() {
+  constexpr EFI_STATUS kStatuses[] = {EFI_SUCCESS, EFI_SUCCESS, EFI_DEVICE_ERROR, EFI_NOT_FOUND};
+  OBV_COMPONENT &component = host_.Components[Random(host_.Components.size())];
+  fake::TestHost::ComponentAnswer &answer = host_.Answers[fake::ToU16(component.Name)];
+  answer.Status = kStatuses[Random(std::size(kStatuses))];
+  if (Random(50) == 0) {
+    // These two stay for the rest of the walk.
+    answer.Before.push_back(Random(2) == 0 ? EFI_NOT_READY : EFI_NO_MAPPING);
+  }
+  answer.Lines.clear();
+  for (uint64_t i = Random(23); i > 0; i--) {
+    answer.Lines.push_back({std::u16string(Random(32), u'l'), std::u16string(Random(256), u'v'),
+                            static_cast<UINT32>(Random(3))});
+  }
+}
+
+void RandomWalk::LetTimePass() { machine_.Clock.Advance(Random(5000)); }
+
+void RandomWalk::PlugStick() {
+  if (sticks_.size() == kMostSticks) {
+    return;
+  }
+  fake::VolumeOptions options;
+  options.WriteProtected = Random(4) == 0;
+  options.Label = std::u16string(Random(40), u'L');
+  sticks_.push_back(&machine_.AddVolume(options));
+}
+
+void RandomWalk::PullStick() {
+  if (!sticks_.empty()) {
+    auto stick = sticks_.begin() + static_cast<ptrdiff_t>(Random(sticks_.size()));
+    machine_.RemoveVolume(**stick);
+    sticks_.erase(stick);
+  }
+}
+
+void RandomWalk::Arrive(bool useful) {
+  if (outputs_.size() < kMostOutputs) {
+    outputs_.push_back(&machine_.AddOutput(useful ? kUsefulModes : kUselessModes, 0));
+  } else {
+    // An output that is not in use comes anew.
+    auto output = std::find_if(outputs_.begin(), outputs_.end(), [this](auto *candidate) {
+      return candidate->Protocol() != outputInUse_;
+    });
+    fake::GraphicsOutput *again = *output;
+    machine_.Uninstall(again->Handle, fake::kGraphicsOutputGuid, again->Protocol());
+    again->SetModes(useful ? kUsefulModes : kUselessModes);
+    machine_.Install(fake::kGraphicsOutputGuid, again->Protocol(), again->Handle);
+  }
+  expectedOutput_ = rules::OutputAfterArrival(outputs_, outputInUse_);
+}
+
+void RandomWalk::PlugOutput() {
+  Arrive(Random(3) != 0);
+  machine_.Events.Dispatch();
+}
+
+void RandomWalk::LoseModes() {
+  for (fake::GraphicsOutput *output : outputs_) {
+    if (output->Protocol() == outputInUse_ || Random(3) == 0) {
+      output->SetModes(kUselessModes);
+    }
+  }
+  PlugOutput();
+}
+
+void RandomWalk::PlugDuringATurn() {
+  fake::Service services[] = {fake::Service::ConInReadKeyStroke, fake::Service::GopBlt,
+                              fake::Service::AbsoluteGetState};
+  bool useful = Random(3) != 0;
+  machine_.At(services[Random(std::size(services))], 1, [this, useful] { Arrive(useful); });
+}

@@ -1,0 +1,83 @@
+/** @file
+  What must hold in the board view at any moment between two main-loop turns.
+**/
+
+#pragma once
+
+#include "test/unit/stage/ViewStage.h"
+
+#include "app/HostClient.h"
+#include "platform/ModalBox.h"
+
+/// Each rule answers an empty text, or says what is wrong.
+namespace rules {
+
+inline std::string About(size_t component, const char *what) {
+  return "component " + std::to_string(component) + ": " + what;
+}
+
+/// The focused callout alone has its hotspot and its second leader line shown.
+inline std::string Highlights(const std::vector<OBV_COMPONENT> &components) {
+  const lv_obj_t *focused = lv_group_get_focused(lv_group_get_default());
+  for (size_t i = 0; i < components.size(); i++) {
+    bool expected = gView.Callouts[i] == focused && components[i].NotSelectable == 0;
+    if (IsHidden(gView.Hotspots[i]) == expected) {
+      return About(i, expected ? "focused without a hotspot" : "hotspot without the focus");
+    }
+    if (IsHidden(gView.FocusLeaders[i]) == expected) {
+      return About(i, "the second leader line differs from the hotspot");
+    }
+  }
+  return "";
+}
+
+/// The filter hides callouts, first leader lines and dots of all others.
+inline std::string Filter(const std::vector<OBV_COMPONENT> &components) {
+  for (size_t i = 0; i < components.size(); i++) {
+    const OBV_COMPONENT &component = components[i];
+    bool passes = gView.CategoryFilter == 0 || gView.CategoryFilter == component.Type;
+    bool dots = passes && component.Type != OBV_TYPE_UNCATEGORISED;
+    if (IsHidden(gView.Callouts[i]) == passes || IsHidden(gView.Leaders[i]) == passes) {
+      return About(i, passes ? "hidden by a foreign filter" : "shown though the filter hides it");
+    }
+    if (IsHidden(gView.FirstMarkers[i]) == (dots && component.Available != 0)) {
+      return About(i, "wrong first dot");
+    }
+    if (IsHidden(gView.SecondMarkers[i]) == (dots && component.DeviceError != 0)) {
+      return About(i, "wrong second dot");
+    }
+  }
+  return "";
+}
+
+/// A box is there exactly while it is said to be open, and then it has the focus.
+inline std::string Box() {
+  bool open = gModalBox.ModalMessageBoxOpen != 0;
+  if (lv_obj_get_child_cnt(lv_layer_top()) != (open ? 1u : 0u)) {
+    return open ? "the open box is not on the screen" : "a box stays behind";
+  }
+  if (open && lv_group_get_focused(lv_group_get_default()) != lv_msgbox_get_btns(gModalBox.Box)) {
+    return "the open box does not have the focus";
+  }
+  return "";
+}
+
+/// The output that the view must be drawn on after an arrival: the one in use while it can show
+/// the view, else the last that can.
+inline EFI_GRAPHICS_OUTPUT_PROTOCOL *OutputAfterArrival(
+    const std::vector<fake::GraphicsOutput *> &outputs, EFI_GRAPHICS_OUTPUT_PROTOCOL *inUse) {
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *chosen = nullptr;
+  for (fake::GraphicsOutput *output : outputs) {
+    bool usable = std::any_of(
+        output->Modes().begin(), output->Modes().end(), [](const fake::VideoMode &mode) {
+          return mode.Width == gApp.ViewWidth && mode.Height == gApp.ViewHeight;
+        });
+    if (usable && output->Protocol() == inUse) {
+      return inUse;
+    }
+    chosen = usable ? output->Protocol() : chosen;
+  }
+  return chosen;
+}
+
+}  // namespace rules

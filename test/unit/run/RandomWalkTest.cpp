@@ -1,0 +1,70 @@
+// Random walks through the whole application. BOARDSCOPE_SEED and BOARDSCOPE_STEPS repeat one and
+// lengthen it.
+
+#include "test/unit/run/RandomWalk.h"
+
+#include <cstdlib>
+#include <iostream>
+
+namespace {
+
+constexpr uint64_t kUsualSteps = 25000;
+
+uint64_t FromEnvironment(const char *name, uint64_t otherwise) {
+  const char *text = std::getenv(name);
+  return text != nullptr ? std::strtoull(text, nullptr, 0) : otherwise;
+}
+
+// A component that cannot be selected, and one that lies under another.
+void AddOddComponents(fake::TestHost &host) {
+  host.AddComponent(u"FIXED", OBV_TYPE_USB, 0x109, 300, 300).NotSelectable = 1;
+  host.AddComponent(u"UNDER", OBV_TYPE_USB, 0x10A, 510, 310);
+  host.AddComponent(u"FAN_2", OBV_TYPE_FAN, 0x10B, 800, 200);
+}
+
+// Several walks, so that they run side by side; 100,000 events together.
+class RandomWalks : public testing::TestWithParam<int> {};
+
+TEST_P(RandomWalks, KeepTheRules) {
+  uint64_t seed = FromEnvironment("BOARDSCOPE_SEED", std::random_device{}());
+  uint64_t steps = FromEnvironment("BOARDSCOPE_STEPS", kUsualSteps);
+  std::cout << "BOARDSCOPE_SEED=" << seed << " BOARDSCOPE_STEPS=" << steps << std::endl;
+  RecordProperty("seed", std::to_string(seed));
+
+  fake::Firmware machine;
+  machine.AddOutput({{1024, 768}});
+  machine.AddSimplePointer();
+  machine.AddAbsolutePointer({0, 0, 1023, 767});
+  machine.Calls.RecordAll(false);
+  fake::TestHost host(machine);
+  AddOddComponents(host);
+  host.Install();
+
+  RandomWalk walk(machine, host, seed);
+  fake::RunOptions options;
+  options.EscapeAtTurn = 0;
+  options.MostTurns = static_cast<int>(5 * steps + 1000);
+  options.EveryTurn = [&](int turn) {
+    // Keys are dropped before.
+    if (turn > 30) {
+      walk.Turn();
+    }
+    if (walk.Steps() >= steps || !walk.Violation().empty()) {
+      gApp.ExitRequested = 1;
+    }
+  };
+  fake::RunResult result = fake::RunApplication(machine, options);
+  std::cout << walk.Statistics() << "  " << result.Turns << " turns\n";
+  EXPECT_EQ(walk.Violation(), "") << walk.History();
+  EXPECT_EQ(walk.Violation().empty() ? walk.Steps() : steps, steps);
+  if (steps >= kUsualSteps) {
+    EXPECT_EQ(walk.MissingOutcomes(), "");
+  }
+  EXPECT_EQ(result.Status, EFI_SUCCESS);
+  EXPECT_EQ(machine.Pool.LiveBlocks(), 0u);
+  EXPECT_EQ(machine.ProblemsText(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(, RandomWalks, testing::Range(0, 4));
+
+}  // namespace

@@ -1,0 +1,40 @@
+/** @file
+  Scaling of pictures with a located host.
+**/
+
+#pragma once
+
+#include "test/unit/stage/LocatedHost.h"
+
+#include "test/firmware/Png.h"
+
+#include "resources/BoardImage.h"
+
+using Bytes = std::vector<uint8_t>;
+using Lines = std::vector<std::string>;
+
+class BoardImage : public LocatedHost {
+ protected:
+  BoardImage() {
+    gApp.ViewWidth = 1920;
+    gApp.ViewHeight = 1080;
+  }
+
+  struct Scaled {
+    EFI_STATUS Status;
+    Bytes Pixels;
+    UINT8 HasAlpha;
+  };
+  static Scaled Scale(const Bytes &png, UINT32 width, UINT32 height) {
+    VOID *buffer = nullptr;
+    UINTN size = 0;
+    Scaled result{0, {}, 9};
+    result.Status =
+        ScaleImage(png.data(), png.size(), width, height, &buffer, &size, &result.HasAlpha);
+    if (!EFI_ERROR(result.Status)) {
+      auto *bytes = static_cast<const uint8_t *>(buffer);
+      result.Pixels.assign(bytes, bytes + size);
+    }
+    return result;
+  }
+};

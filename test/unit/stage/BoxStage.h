@@ -1,0 +1,31 @@
+/** @file
+  What an open message box shows.
+**/
+
+#pragma once
+
+#include "test/unit/stage/ViewStage.h"
+
+#include "platform/ModalBox.h"
+
+inline lv_obj_t *BoxButtons() { return lv_msgbox_get_btns(gModalBox.Box); }
+inline std::string BoxTitle() { return LabelText(lv_msgbox_get_title(gModalBox.Box)); }
+inline std::string BoxText() { return LabelText(lv_msgbox_get_text(gModalBox.Box)); }
+inline UINT16 SelectedButton() { return lv_btnmatrix_get_selected_btn(BoxButtons()); }
+
+/// The button map up to its end; row breaks are "\n".
+inline std::vector<std::string> ButtonMap() {
+  std::vector<std::string> texts;
+  const char **map = lv_btnmatrix_get_map(BoxButtons());
+  for (size_t i = 0; map[i] != nullptr && map[i][0] != 0; i++) {
+    texts.emplace_back(map[i]);
+  }
+  return texts;
+}
+
+/// The button map without its row breaks.
+inline std::vector<std::string> ButtonTexts() {
+  std::vector<std::string> texts = ButtonMap();
+  std::erase(texts, "\n");
+  return texts;
+}

@@ -1,0 +1,45 @@
+/** @file
+  Component intake with a located host and a known view geometry.
+**/
+
+#pragma once
+
+#include "test/unit/stage/LocatedHost.h"
+
+#include "resources/ComponentIntake.h"
+
+using Lines = std::vector<std::string>;
+
+class ComponentIntake : public LocatedHost {
+ protected:
+  ComponentIntake() {
+    gApp.ViewWidth = 2560;
+    gApp.ViewHeight = 1440;
+    gApp.ScaleX = 1.25;
+    gApp.ScaleY = 1.5;
+    Host.Answers.clear();
+    Host.ScaleComponents = false;
+  }
+  ~ComponentIntake() override { gComponents = {}; }
+
+  Lines HostCalls() const {
+    return Machine.Calls.Lines(
+        {fake::Service::HostGetResourceData, fake::Service::HostParseComponents,
+         fake::Service::HostQueryComponentStatus, fake::Service::HostFinishParse});
+  }
+  /// Flags in the order NotReady, NoMapping, Available, DeviceError.
+  std::string Flags(size_t index = 0) const {
+    const OBV_COMPONENT &c = Host.Components[index];
+    std::string flags;
+    for (UINT8 flag : {c.NotReady, c.NoMapping, c.Available, c.DeviceError}) {
+      flags += std::to_string(flag);
+    }
+    return flags;
+  }
+  void KeepComponents(size_t count) { Host.Components.resize(count); }
+  /// All queries are answered with this.
+  void Answer(EFI_STATUS status) {
+    Host.OnQueryComponentStatus = [status](CHAR16 *, UINT32, UINTN, UINT64 *,
+                                           OBV_COMPONENT_INFO *) { return status; };
+  }
+};

@@ -1,0 +1,33 @@
+/** @file
+  LVGL on a small output, before any view is built.
+**/
+
+#pragma once
+
+#include "test/unit/stage/ConnectedHost.h"
+
+#include "platform/FontTable.h"
+#include "platform/LvglPort.h"
+
+class PortStage : public ConnectedHost {
+ protected:
+  PortStage() {
+    gHost.Gop = Output.Protocol();
+    SetView(64, 48);
+    gApp.PreviousWidth = 64;
+    gApp.PreviousHeight = 48;
+    gApp.ScaleX = gApp.ScaleY = 1;
+  }
+  static void SetView(UINT16 width, UINT16 height) {
+    gApp.ViewWidth = width;
+    gApp.ViewHeight = height;
+  }
+  void LeaveFontsOut() {
+    for (fake::TestHost::Font &font : Host.Fonts) {
+      font.File.clear();
+    }
+  }
+  std::vector<std::string> Blts() { return Machine.Calls.Lines({fake::Service::GopBlt}); }
+
+  fake::GraphicsOutput &Output = Machine.AddOutput({{64, 48}});
+};

@@ -1,0 +1,123 @@
+// Whole runs that end in a jump, or do not.
+
+#include "test/unit/stage/RunScript.h"
+
+namespace {
+
+// The test host's components; their callouts stand above their outlines.
+enum Index : size_t { kCpu, kMemory, kUsb, kSata, kM2, kPcie, kFan, kTpm };
+
+class JumpRun : public RunScript {
+ protected:
+  JumpRun() {
+    LeaveFontsOut();
+    Host.OnAfterAppLife = [this] {
+      seen_ = Host.State;
+      return EFI_SUCCESS;
+    };
+  }
+  /// A click of the tablet into the middle of a callout.
+  void ThenClickCallout(size_t index) {
+    auto point = [this, index](bool pressed) {
+      return [this, index, pressed] {
+        Place place = PlaceOf(gView.Callouts[index]);
+        Machine.Tablet()->MoveTo(static_cast<UINT64>(place.X + place.Width / 2),
+                                 static_cast<UINT64>(place.Y + place.Height / 2), pressed ? 1 : 0);
+      };
+    };
+    Then(point(false));
+    Then(point(true));
+    Then(point(false));
+  }
+  /// What the host found in the shared state at the end of life.
+  const OBV_SHARED_STATE &Seen() const { return seen_; }
+
+ private:
+  OBV_SHARED_STATE seen_{};
+};
+
+TEST_F(JumpRun, ClickOnACalloutEndsTheRunAndAsksForItsOption) {
+  AddTablet();
+  ThenClickCallout(kPcie);
+  EXPECT_EQ(Run().Status, EFI_SUCCESS);
+  EXPECT_FALSE(RanToTheEnd());
+  EXPECT_EQ(Machine.Calls.CountOf(fake::Service::HostFindBiosOption), 1u);
+  EXPECT_EQ(Seen().JumpRequested, 1);
+  EXPECT_EQ(Seen().JumpComponentIndex, kPcie);
+  EXPECT_EQ(Seen().JumpSearchTokenId, 0x106);
+  EXPECT_EQ(Seen().JumpComponentType, static_cast<UINT32>(OBV_TYPE_PCIE));
+  EXPECT_EQ(Host.State.JumpRequested, 0);
+}
+
+TEST_F(JumpRun, EnterOnAFocusedCalloutJumps) {
+  ThenFocus(kSata);
+  ThenEnter();
+  Run();
+  EXPECT_FALSE(RanToTheEnd());
+  EXPECT_EQ(Seen().JumpRequested, 1);
+  EXPECT_EQ(Seen().JumpComponentIndex, kSata);
+}
+
+TEST_F(JumpRun, ClickOnACalloutWithoutATokenDoesNotEndTheRun) {
+  AddTablet();
+  ThenClickCallout(kFan);
+  Run();
+  EXPECT_TRUE(RanToTheEnd());
+  EXPECT_EQ(Seen().JumpRequested, 0);
+  EXPECT_EQ(Machine.Calls.CountOf(fake::Service::HostFindBiosOption), 0u);
+}
+
+TEST_F(JumpRun, EnterOnACalloutUnavailableForThisCpuDoesNotEndTheRun) {
+  ThenFocus(kM2);
+  ThenEnter();
+  Run();
+  EXPECT_TRUE(RanToTheEnd());
+  EXPECT_EQ(Seen().JumpRequested, 0);
+}
+
+TEST_F(JumpRun, CloseButtonLeavesWithoutAJump) {
+  Then([] { lv_group_focus_obj(gView.CloseButton); });
+  ThenEnter();
+  Run();
+  EXPECT_FALSE(RanToTheEnd());
+  EXPECT_EQ(Seen().JumpRequested, 0);
+  EXPECT_EQ(Machine.Calls.CountOf(fake::Service::HostFindBiosOption), 0u);
+}
+
+TEST_F(JumpRun, EscLeavesWithoutAJump) {
+  ThenFocus(kUsb);
+  Run();
+  EXPECT_TRUE(RanToTheEnd());
+  EXPECT_EQ(Seen().JumpRequested, 0);
+  EXPECT_EQ(Seen().FocusIndex, kUsb + 1);
+}
+
+TEST_F(JumpRun, NothingOfTheViewWithdrawsARequest) {
+  // Two clicks in one turn: the loop ends after it.
+  Then([] {
+    lv_event_send(gView.Callouts[kCpu], LV_EVENT_CLICKED, nullptr);
+    lv_event_send(gView.Callouts[kM2], LV_EVENT_CLICKED, nullptr);
+    lv_event_send(gView.Callouts[kSata], LV_EVENT_CLICKED, nullptr);
+    lv_event_send(gView.FilterButtons[1], LV_EVENT_CLICKED, nullptr);
+  });
+  Run();
+  EXPECT_FALSE(RanToTheEnd());
+  EXPECT_EQ(Seen().JumpRequested, 1);
+  EXPECT_EQ(Seen().JumpComponentIndex, kSata);
+}
+
+TEST_F(JumpRun, PointingShowsTheComponentUnderTheTip) {
+  AddTablet();
+  std::vector<bool> shown;
+  ThenPoint(520, 310);
+  Then([&] { shown = {!IsHidden(gView.Hotspots[kCpu]), !IsHidden(gView.Hotspots[kMemory])}; });
+  ThenPoint(720, 310);
+  Then([&] {
+    shown.push_back(!IsHidden(gView.Hotspots[kCpu]));
+    shown.push_back(!IsHidden(gView.Hotspots[kMemory]));
+  });
+  Run();
+  EXPECT_EQ(shown, (std::vector<bool>{true, false, false, true}));
+}
+
+}  // namespace
