@@ -25,7 +25,7 @@ inline constexpr UINT32 kBoardStyleCapacity = 99;
 inline constexpr UINT32 kBoardTitleLength = 60;
 inline constexpr UINT32 kBoardPictureLimit = 4095;
 
-inline constexpr UINT8 kBoardTypeLimit = 9;
+inline constexpr UINT8 kBoardTypeLimit = OBV_TYPE_AUDIO;
 
 /// BoardComponent.Flags.
 inline constexpr UINT8 kBoardNotSelectable = 0x01;

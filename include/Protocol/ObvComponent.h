@@ -11,6 +11,8 @@
 
 #include <Uefi.h>
 
+#include <Protocol/ObvLayout.h>
+
 #define OBV_INFO_CAPACITY          20
 #define OBV_INFO_LABEL_LENGTH      32
 #define OBV_INFO_VALUE_LENGTH      256
@@ -22,15 +24,17 @@
 #define OBV_INFO_DESCRIPTION  0
 #define OBV_INFO_SIDE_LIST    1
 
-/// Values of OBV_COMPONENT.Type with a meaning to the application.
+/// Values of OBV_COMPONENT.Type.
 #define OBV_TYPE_UNCATEGORISED  0
 #define OBV_TYPE_USB            1
 #define OBV_TYPE_SATA           2
 #define OBV_TYPE_M2             3
 #define OBV_TYPE_PCIE           4
+#define OBV_TYPE_REAR           5
 #define OBV_TYPE_PROCESSOR      6
 #define OBV_TYPE_MEMORY         7
 #define OBV_TYPE_FAN            8
+#define OBV_TYPE_AUDIO          9
 
 /// Values of OBV_COMPONENT.CalloutSide: where the leader line's end touches the
 /// callout. Any other value keeps the callout where the record puts it.
@@ -49,15 +53,14 @@
 #define OBV_TEXT_CENTER  1
 #define OBV_TEXT_RIGHT   2
 
-/// Look of a callout in one state. Colours are texts of three comma-separated
-/// numbers (red, green, blue), NUL-terminated within their 20 bytes.
+/// Look of a callout in one state.
 typedef struct {
-  CHAR8    TextColor[20];
-  CHAR8    BackgroundColor[20];
-  CHAR8    MarkColor[20];      ///< Colour of the " *" and " **" marks.
-  CHAR8    BorderColor[20];
-  UINT8    BorderWidth;        ///< Pixels; 0 for no border.
-  UINT8    CornerRadius;       ///< Pixels.
+  CHAR8    TextColor[OBV_COLOR_TEXT_SIZE];
+  CHAR8    BackgroundColor[OBV_COLOR_TEXT_SIZE];
+  CHAR8    MarkColor[OBV_COLOR_TEXT_SIZE];         ///< Colour of the " *" and " **" marks.
+  CHAR8    BorderColor[OBV_COLOR_TEXT_SIZE];
+  UINT8    BorderWidth;                            ///< Pixels; 0 for no border.
+  UINT8    CornerRadius;                           ///< Pixels.
 } OBV_COMPONENT_STYLE;
 
 /// One information line.
@@ -99,7 +102,7 @@ typedef struct {
   UINT16                 CalloutHeight;
   UINT16                 CalloutWidth;
   UINT8                  Reserved18[6];
-  /// Category 0 to 9, OBV_TYPE_*.
+  /// Category, OBV_TYPE_*.
   UINT32                 Type;
   INT32                  CalloutSide;   ///< OBV_CALLOUT_*.
   INT32                  TextAlign;     ///< OBV_TEXT_*.
@@ -123,41 +126,41 @@ typedef struct {
   UINT8                  Reserved12072[16];
 } OBV_COMPONENT;
 
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT_STYLE, BackgroundColor) == 0x14, "OBV_COMPONENT_STYLE.BackgroundColor");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT_STYLE, MarkColor) == 0x28, "OBV_COMPONENT_STYLE.MarkColor");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT_STYLE, BorderColor) == 0x3C, "OBV_COMPONENT_STYLE.BorderColor");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT_STYLE, BorderWidth) == 0x50, "OBV_COMPONENT_STYLE.BorderWidth");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT_STYLE, CornerRadius) == 0x51, "OBV_COMPONENT_STYLE.CornerRadius");
+OBV_ASSERT_OFFSET (OBV_COMPONENT_STYLE, BackgroundColor, 0x14);
+OBV_ASSERT_OFFSET (OBV_COMPONENT_STYLE, MarkColor, 0x28);
+OBV_ASSERT_OFFSET (OBV_COMPONENT_STYLE, BorderColor, 0x3C);
+OBV_ASSERT_OFFSET (OBV_COMPONENT_STYLE, BorderWidth, 0x50);
+OBV_ASSERT_OFFSET (OBV_COMPONENT_STYLE, CornerRadius, 0x51);
 
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT_INFO, Label) == 4, "OBV_COMPONENT_INFO.Label");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT_INFO, Value) == 68, "OBV_COMPONENT_INFO.Value");
-STATIC_ASSERT (sizeof (OBV_COMPONENT_INFO) == 580, "OBV_COMPONENT_INFO");
+OBV_ASSERT_OFFSET (OBV_COMPONENT_INFO, Label, 4);
+OBV_ASSERT_OFFSET (OBV_COMPONENT_INFO, Value, 68);
+OBV_ASSERT_SIZE (OBV_COMPONENT_INFO, 580);
 
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, NotReady) == 0, "OBV_COMPONENT.NotReady");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, NotSelectable) == 1, "OBV_COMPONENT.NotSelectable");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, InSpecialGroup) == 2, "OBV_COMPONENT.InSpecialGroup");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, NoMapping) == 3, "OBV_COMPONENT.NoMapping");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, Available) == 4, "OBV_COMPONENT.Available");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, DeviceError) == 5, "OBV_COMPONENT.DeviceError");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, SearchTokenId) == 8, "OBV_COMPONENT.SearchTokenId");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, HotspotVertexCount) == 10, "OBV_COMPONENT.HotspotVertexCount");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, LeaderPointCount) == 12, "OBV_COMPONENT.LeaderPointCount");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, CalloutHeight) == 14, "OBV_COMPONENT.CalloutHeight");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, CalloutWidth) == 16, "OBV_COMPONENT.CalloutWidth");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, Type) == 24, "OBV_COMPONENT.Type");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, CalloutSide) == 28, "OBV_COMPONENT.CalloutSide");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, TextAlign) == 32, "OBV_COMPONENT.TextAlign");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, CalloutX) == 36, "OBV_COMPONENT.CalloutX");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, CalloutY) == 38, "OBV_COMPONENT.CalloutY");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, MarkerX) == 40, "OBV_COMPONENT.MarkerX");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, MarkerY) == 42, "OBV_COMPONENT.MarkerY");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, InfoCount) == 48, "OBV_COMPONENT.InfoCount");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, Info) == 56, "OBV_COMPONENT.Info");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, Name) == 11696, "OBV_COMPONENT.Name");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, HotspotVertices) == 11816, "OBV_COMPONENT.HotspotVertices");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, LeaderPoints) == 11976, "OBV_COMPONENT.LeaderPoints");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, DefaultStyle) == 12056, "OBV_COMPONENT.DefaultStyle");
-STATIC_ASSERT (OFFSET_OF (OBV_COMPONENT, FocusStyle) == 12064, "OBV_COMPONENT.FocusStyle");
-STATIC_ASSERT (sizeof (OBV_COMPONENT) == 12088, "OBV_COMPONENT");
+OBV_ASSERT_OFFSET (OBV_COMPONENT, NotReady, 0);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, NotSelectable, 1);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, InSpecialGroup, 2);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, NoMapping, 3);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, Available, 4);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, DeviceError, 5);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, SearchTokenId, 8);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, HotspotVertexCount, 10);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, LeaderPointCount, 12);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, CalloutHeight, 14);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, CalloutWidth, 16);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, Type, 24);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, CalloutSide, 28);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, TextAlign, 32);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, CalloutX, 36);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, CalloutY, 38);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, MarkerX, 40);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, MarkerY, 42);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, InfoCount, 48);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, Info, 56);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, Name, 11696);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, HotspotVertices, 11816);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, LeaderPoints, 11976);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, DefaultStyle, 12056);
+OBV_ASSERT_OFFSET (OBV_COMPONENT, FocusStyle, 12064);
+OBV_ASSERT_SIZE (OBV_COMPONENT, 12088);
 
 #endif

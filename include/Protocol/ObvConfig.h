@@ -11,6 +11,8 @@
 
 #include <Uefi.h>
 
+#include <Protocol/ObvLayout.h>
+
 #define OBV_LOGO_A     0
 #define OBV_LOGO_B     1
 #define OBV_LOGO_C     2
@@ -21,15 +23,15 @@
 #define OBV_MARKER_AMBER  2
 
 typedef struct {
-  CHAR8    Name[20];
+  CHAR8    Name[OBV_FONT_NAME_SIZE];
   UINT8    Size;
 } OBV_FONT_CHOICE;
 
 /// Look of a filter button in one state.
 typedef struct {
-  CHAR8              TextColor[20];
-  CHAR8              BackgroundColor[20];
-  CHAR8              BorderColor[20];
+  CHAR8              TextColor[OBV_COLOR_TEXT_SIZE];
+  CHAR8              BackgroundColor[OBV_COLOR_TEXT_SIZE];
+  CHAR8              BorderColor[OBV_COLOR_TEXT_SIZE];
   UINT8              BorderWidth;    ///< Pixels; 0 for no border.
   UINT8              CornerRadius;   ///< Pixels.
   OBV_FONT_CHOICE    Font;
@@ -37,79 +39,79 @@ typedef struct {
 
 /// One colour and one font of the information panels.
 typedef struct {
-  CHAR8              Color[20];
+  CHAR8              Color[OBV_COLOR_TEXT_SIZE];
   OBV_FONT_CHOICE    Font;
   UINT8              Spare;
 } OBV_PANEL_LOOK;
 
 typedef struct {
-  UINT8                     Logo;                   ///< OBV_LOGO_*; other values show logo A.
-  CHAR8                     TitleColor[20];
+  UINT8                     Logo;                                   ///< OBV_LOGO_*; other values show logo A.
+  CHAR8                     TitleColor[OBV_COLOR_TEXT_SIZE];
   OBV_FONT_CHOICE           TitleFont;
-  CHAR8                     KeyHelpKeyColor[20];    ///< Colour of the keys in the key-help line.
-  CHAR8                     KeyHelpColor[20];
+  CHAR8                     KeyHelpKeyColor[OBV_COLOR_TEXT_SIZE];   ///< Colour of the keys in the key-help line.
+  CHAR8                     KeyHelpColor[OBV_COLOR_TEXT_SIZE];
   OBV_FONT_CHOICE           KeyHelpFont;
-  CHAR8                     FooterColor[20];
+  CHAR8                     FooterColor[OBV_COLOR_TEXT_SIZE];
   OBV_FONT_CHOICE           FooterFont;
-  CHAR8                     LeaderColor[20];
-  CHAR8                     FocusLeaderColor[20];
-  CHAR8                     HotspotColor[20];
-  UINT8                     MarkerTheme;            ///< OBV_MARKER_*.
+  CHAR8                     LeaderColor[OBV_COLOR_TEXT_SIZE];
+  CHAR8                     FocusLeaderColor[OBV_COLOR_TEXT_SIZE];
+  CHAR8                     HotspotColor[OBV_COLOR_TEXT_SIZE];
+  UINT8                     MarkerTheme;                            ///< OBV_MARKER_*.
   UINT8                     Reserved0CD[82];
-  OBV_FONT_CHOICE           CalloutFont;            ///< Callouts and the close button.
+  OBV_FONT_CHOICE           CalloutFont;                            ///< Callouts and the close button.
   UINT8                     Reserved134[82];
-  OBV_FONT_CHOICE           CloseFocusFont;         ///< Close button with keyboard focus.
+  OBV_FONT_CHOICE           CloseFocusFont;                         ///< Close button with keyboard focus.
   OBV_FILTER_BUTTON_LOOK    Filter;
   OBV_FILTER_BUTTON_LOOK    FocusFilter;
   UINT8                     Reserved241[127];
-  OBV_PANEL_LOOK            Heading;                ///< Panel heading: colour and font.
-  OBV_PANEL_LOOK            InfoLabel;              ///< Labels in the info text; font of the info text.
-  OBV_PANEL_LOOK            InfoText;               ///< Info text colour; font not used.
-  OBV_PANEL_LOOK            SideLabel;              ///< Labels in the side list; font of the side list.
-  OBV_PANEL_LOOK            SideText;               ///< Side list colour; font not used.
+  OBV_PANEL_LOOK            Heading;                                ///< Panel heading: colour and font.
+  OBV_PANEL_LOOK            InfoLabel;                              ///< Labels in the info text; font of the info text.
+  OBV_PANEL_LOOK            InfoText;                               ///< Info text colour; font not used.
+  OBV_PANEL_LOOK            SideLabel;                              ///< Labels in the side list; font of the side list.
+  OBV_PANEL_LOOK            SideText;                               ///< Side list colour; font not used.
 } OBV_CONFIG;
 
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, TitleColor) == 0x001, "OBV_CONFIG.TitleColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, TitleFont) == 0x015, "OBV_CONFIG.TitleFont");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, TitleFont.Size) == 0x029, "OBV_CONFIG.TitleFont.Size");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, KeyHelpKeyColor) == 0x02A, "OBV_CONFIG.KeyHelpKeyColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, KeyHelpColor) == 0x03E, "OBV_CONFIG.KeyHelpColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, KeyHelpFont) == 0x052, "OBV_CONFIG.KeyHelpFont");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, KeyHelpFont.Size) == 0x066, "OBV_CONFIG.KeyHelpFont.Size");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, FooterColor) == 0x067, "OBV_CONFIG.FooterColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, FooterFont) == 0x07B, "OBV_CONFIG.FooterFont");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, FooterFont.Size) == 0x08F, "OBV_CONFIG.FooterFont.Size");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, LeaderColor) == 0x090, "OBV_CONFIG.LeaderColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, FocusLeaderColor) == 0x0A4, "OBV_CONFIG.FocusLeaderColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, HotspotColor) == 0x0B8, "OBV_CONFIG.HotspotColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, MarkerTheme) == 0x0CC, "OBV_CONFIG.MarkerTheme");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, CalloutFont) == 0x11F, "OBV_CONFIG.CalloutFont");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, CalloutFont.Size) == 0x133, "OBV_CONFIG.CalloutFont.Size");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, CloseFocusFont) == 0x186, "OBV_CONFIG.CloseFocusFont");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, CloseFocusFont.Size) == 0x19A, "OBV_CONFIG.CloseFocusFont.Size");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, Filter.TextColor) == 0x19B, "OBV_CONFIG.Filter.TextColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, Filter.BackgroundColor) == 0x1AF, "OBV_CONFIG.Filter.BackgroundColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, Filter.BorderColor) == 0x1C3, "OBV_CONFIG.Filter.BorderColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, Filter.BorderWidth) == 0x1D7, "OBV_CONFIG.Filter.BorderWidth");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, Filter.CornerRadius) == 0x1D8, "OBV_CONFIG.Filter.CornerRadius");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, Filter.Font) == 0x1D9, "OBV_CONFIG.Filter.Font");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, Filter.Font.Size) == 0x1ED, "OBV_CONFIG.Filter.Font.Size");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, FocusFilter.TextColor) == 0x1EE, "OBV_CONFIG.FocusFilter.TextColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, FocusFilter.BackgroundColor) == 0x202, "OBV_CONFIG.FocusFilter.BackgroundColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, FocusFilter.BorderColor) == 0x216, "OBV_CONFIG.FocusFilter.BorderColor");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, FocusFilter.BorderWidth) == 0x22A, "OBV_CONFIG.FocusFilter.BorderWidth");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, FocusFilter.CornerRadius) == 0x22B, "OBV_CONFIG.FocusFilter.CornerRadius");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, FocusFilter.Font) == 0x22C, "OBV_CONFIG.FocusFilter.Font");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, FocusFilter.Font.Size) == 0x240, "OBV_CONFIG.FocusFilter.Font.Size");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, Heading) == 0x2C0, "OBV_CONFIG.Heading");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, Heading.Font) == 0x2D4, "OBV_CONFIG.Heading.Font");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, Heading.Font.Size) == 0x2E8, "OBV_CONFIG.Heading.Font.Size");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, InfoLabel) == 0x2EA, "OBV_CONFIG.InfoLabel");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, InfoLabel.Font) == 0x2FE, "OBV_CONFIG.InfoLabel.Font");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, InfoLabel.Font.Size) == 0x312, "OBV_CONFIG.InfoLabel.Font.Size");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, InfoText) == 0x314, "OBV_CONFIG.InfoText");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, SideLabel) == 0x33E, "OBV_CONFIG.SideLabel");
-STATIC_ASSERT (OFFSET_OF (OBV_CONFIG, SideText) == 0x368, "OBV_CONFIG.SideText");
-STATIC_ASSERT (sizeof (OBV_CONFIG) == 0x392, "OBV_CONFIG");
+OBV_ASSERT_OFFSET (OBV_CONFIG, TitleColor, 0x001);
+OBV_ASSERT_OFFSET (OBV_CONFIG, TitleFont, 0x015);
+OBV_ASSERT_OFFSET (OBV_CONFIG, TitleFont.Size, 0x029);
+OBV_ASSERT_OFFSET (OBV_CONFIG, KeyHelpKeyColor, 0x02A);
+OBV_ASSERT_OFFSET (OBV_CONFIG, KeyHelpColor, 0x03E);
+OBV_ASSERT_OFFSET (OBV_CONFIG, KeyHelpFont, 0x052);
+OBV_ASSERT_OFFSET (OBV_CONFIG, KeyHelpFont.Size, 0x066);
+OBV_ASSERT_OFFSET (OBV_CONFIG, FooterColor, 0x067);
+OBV_ASSERT_OFFSET (OBV_CONFIG, FooterFont, 0x07B);
+OBV_ASSERT_OFFSET (OBV_CONFIG, FooterFont.Size, 0x08F);
+OBV_ASSERT_OFFSET (OBV_CONFIG, LeaderColor, 0x090);
+OBV_ASSERT_OFFSET (OBV_CONFIG, FocusLeaderColor, 0x0A4);
+OBV_ASSERT_OFFSET (OBV_CONFIG, HotspotColor, 0x0B8);
+OBV_ASSERT_OFFSET (OBV_CONFIG, MarkerTheme, 0x0CC);
+OBV_ASSERT_OFFSET (OBV_CONFIG, CalloutFont, 0x11F);
+OBV_ASSERT_OFFSET (OBV_CONFIG, CalloutFont.Size, 0x133);
+OBV_ASSERT_OFFSET (OBV_CONFIG, CloseFocusFont, 0x186);
+OBV_ASSERT_OFFSET (OBV_CONFIG, CloseFocusFont.Size, 0x19A);
+OBV_ASSERT_OFFSET (OBV_CONFIG, Filter.TextColor, 0x19B);
+OBV_ASSERT_OFFSET (OBV_CONFIG, Filter.BackgroundColor, 0x1AF);
+OBV_ASSERT_OFFSET (OBV_CONFIG, Filter.BorderColor, 0x1C3);
+OBV_ASSERT_OFFSET (OBV_CONFIG, Filter.BorderWidth, 0x1D7);
+OBV_ASSERT_OFFSET (OBV_CONFIG, Filter.CornerRadius, 0x1D8);
+OBV_ASSERT_OFFSET (OBV_CONFIG, Filter.Font, 0x1D9);
+OBV_ASSERT_OFFSET (OBV_CONFIG, Filter.Font.Size, 0x1ED);
+OBV_ASSERT_OFFSET (OBV_CONFIG, FocusFilter.TextColor, 0x1EE);
+OBV_ASSERT_OFFSET (OBV_CONFIG, FocusFilter.BackgroundColor, 0x202);
+OBV_ASSERT_OFFSET (OBV_CONFIG, FocusFilter.BorderColor, 0x216);
+OBV_ASSERT_OFFSET (OBV_CONFIG, FocusFilter.BorderWidth, 0x22A);
+OBV_ASSERT_OFFSET (OBV_CONFIG, FocusFilter.CornerRadius, 0x22B);
+OBV_ASSERT_OFFSET (OBV_CONFIG, FocusFilter.Font, 0x22C);
+OBV_ASSERT_OFFSET (OBV_CONFIG, FocusFilter.Font.Size, 0x240);
+OBV_ASSERT_OFFSET (OBV_CONFIG, Heading, 0x2C0);
+OBV_ASSERT_OFFSET (OBV_CONFIG, Heading.Font, 0x2D4);
+OBV_ASSERT_OFFSET (OBV_CONFIG, Heading.Font.Size, 0x2E8);
+OBV_ASSERT_OFFSET (OBV_CONFIG, InfoLabel, 0x2EA);
+OBV_ASSERT_OFFSET (OBV_CONFIG, InfoLabel.Font, 0x2FE);
+OBV_ASSERT_OFFSET (OBV_CONFIG, InfoLabel.Font.Size, 0x312);
+OBV_ASSERT_OFFSET (OBV_CONFIG, InfoText, 0x314);
+OBV_ASSERT_OFFSET (OBV_CONFIG, SideLabel, 0x33E);
+OBV_ASSERT_OFFSET (OBV_CONFIG, SideText, 0x368);
+OBV_ASSERT_SIZE (OBV_CONFIG, 0x392);
 
 #endif

@@ -20,6 +20,7 @@
 
 #include <Protocol/ObvComponent.h>
 #include <Protocol/ObvConfig.h>
+#include <Protocol/ObvLayout.h>
 
 #define OBV_PROTOCOL_GUID                                                \
   {                                                                      \
@@ -42,7 +43,6 @@
 #define OBV_LOG_INFO   0x00000040U
 #define OBV_LOG_ERROR  0x80000000U
 
-#define OBV_COLOR_TEXT_SIZE          20
 #define OBV_SYSTEM_INFO_COUNT        7
 #define OBV_SYSTEM_INFO_TEXT_LENGTH  128
 #define OBV_STRING_COUNT             15
@@ -208,9 +208,6 @@ struct _OBV_PROTOCOL {
 
 STATIC_ASSERT (sizeof (VOID *) == 8, "The interface is defined for 64-bit firmware");
 
-#define OBV_ASSERT_OFFSET(Record, Field, Offset) \
-  STATIC_ASSERT (OFFSET_OF (Record, Field) == (Offset), #Record "." #Field " must be at " #Offset)
-
 OBV_ASSERT_OFFSET (OBV_PROTOCOL, GetTime, 0x00);
 OBV_ASSERT_OFFSET (OBV_PROTOCOL, ParseComponents, 0x08);
 OBV_ASSERT_OFFSET (OBV_PROTOCOL, FinishParse, 0x10);
@@ -227,7 +224,7 @@ OBV_ASSERT_OFFSET (OBV_PROTOCOL, FindBiosOption, 0x60);
 OBV_ASSERT_OFFSET (OBV_PROTOCOL, AfterAppLife, 0x68);
 OBV_ASSERT_OFFSET (OBV_PROTOCOL, UnsupportedResolution, 0x70);
 OBV_ASSERT_OFFSET (OBV_PROTOCOL, SharedState, 0x78);
-STATIC_ASSERT (sizeof (OBV_PROTOCOL) == 16 * 8, "OBV_PROTOCOL has sixteen slots");
+OBV_ASSERT_SIZE (OBV_PROTOCOL, 16 * 8);
 
 OBV_ASSERT_OFFSET (OBV_SHARED_STATE, JumpRequested, 0);
 OBV_ASSERT_OFFSET (OBV_SHARED_STATE, UiStateSaved, 1);

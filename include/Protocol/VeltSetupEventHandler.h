@@ -11,6 +11,8 @@
 
 #include <Uefi.h>
 
+#include <Protocol/ObvLayout.h>
+
 #define VELT_SETUP_EVENT_HANDLER_PROTOCOL_GUID                           \
   {                                                                      \
     0x68293EF9, 0x8EDE, 0x4B8C,                                          \
@@ -28,6 +30,10 @@ extern EFI_GUID  gVeltSetupEventHandlerProtocolGuid;
 #define VELT_SELECTION_KEY        "Cairnledger"
 #define VELT_SELECTION_TYPE       7
 #define VELT_SELECTION_DATA_SIZE  42
+
+/// Characters of the component's name in a selection; a shorter name is
+/// NUL-terminated.
+#define VELT_SELECTION_NAME_LENGTH  20
 
 /// Reads the event stored under Key (NUL-padded). Reserved is all zero. Data
 /// has room for VELT_EVENT_DATA_SIZE bytes.
@@ -51,13 +57,13 @@ typedef struct {
 
 /// The saved selection.
 typedef struct {
-  UINT16    Category;            ///< Category filter to restore.
-  CHAR16    ComponentName[20];   ///< Component to focus; empty for none.
+  UINT16    Category;                                    ///< Category filter to restore.
+  CHAR16    ComponentName[VELT_SELECTION_NAME_LENGTH];   ///< Component to focus; empty for none.
 } VELT_SELECTION;
 #pragma pack()
 
-STATIC_ASSERT (OFFSET_OF (VELT_SETUP_EVENT_HANDLER_PROTOCOL, GetEventData) == 52, "GetEventData must be at 52");
-STATIC_ASSERT (OFFSET_OF (VELT_SETUP_EVENT_HANDLER_PROTOCOL, EndEventData) == 60, "EndEventData must be at 60");
-STATIC_ASSERT (sizeof (VELT_SELECTION) == VELT_SELECTION_DATA_SIZE, "VELT_SELECTION");
+OBV_ASSERT_OFFSET (VELT_SETUP_EVENT_HANDLER_PROTOCOL, GetEventData, 52);
+OBV_ASSERT_OFFSET (VELT_SETUP_EVENT_HANDLER_PROTOCOL, EndEventData, 60);
+OBV_ASSERT_SIZE (VELT_SELECTION, VELT_SELECTION_DATA_SIZE);
 
 #endif
