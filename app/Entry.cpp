@@ -1,10 +1,13 @@
 #include "app/Entry.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
-#include "app/MemoryPool.h"
+#include "app/ChooseGeometry.h"
+#include "app/Input.h"
 #include "app/UiState.h"
-#include "app/ViewGeometry.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
+#include "app/base/LocateHost.h"
+#include "app/base/MemoryPool.h"
+#include "app/base/Run.h"
 #include "capture/Screenshot.h"
 #include "lvgl.h"
 #include "platform/GraphicsOutput.h"
@@ -16,8 +19,6 @@
 #include "view/StatusRefresh.h"
 #include "view/SystemSummary.h"
 
-LifecycleState gApp;
-
 namespace {
 
 constexpr UINT32 kRefreshPeriod = 2000;       // ms
@@ -28,7 +29,7 @@ UINT32 Elapsed(UINT64 from, UINT64 to) { return static_cast<UINT32>(to - from); 
 
 void SwitchToViewMode() {
   EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = gHost.Gop;
-  UINT32 mode = static_cast<UINT32>(gApp.ModeNumber);
+  UINT32 mode = static_cast<UINT32>(gGeometry.ModeNumber);
   if (mode != gop->Mode->Mode) {
     // An output that refuses the mode keeps its own; the view is drawn anyway.
     (void)gop->SetMode(gop, mode);
@@ -36,6 +37,7 @@ void SwitchToViewMode() {
 }
 
 void BuildView() {
+  ConnectInput();
   InitializeLvglPort();
   BuildBoardView();
   ReStoreUIState();
@@ -47,13 +49,13 @@ void BuildView() {
 
 /// A busy loop on purpose: LVGL's timers are its only pacing.
 void RunMainLoop() {
-  while (gApp.ExitRequested == 0) {
+  while (gRun.ExitRequested == 0) {
     // First, so that what the notification asked for between two turns is drawn once.
     RedrawAfterHotPlug();
     lv_timer_handler();
     UINT64 now = HostTime();
-    lv_tick_inc(static_cast<UINT32>(now - gApp.LastTime));
-    gApp.LastTime = now;
+    lv_tick_inc(static_cast<UINT32>(now - gRun.LastTime));
+    gRun.LastTime = now;
   }
 }
 
@@ -61,8 +63,8 @@ void RunMainLoop() {
 void ShowView(void *stood) {
   BuildView();
   *static_cast<bool *>(stood) = true;
-  gApp.LastTime = HostTime();
-  LogInfo("[%a] Preparation cost: %dms\n", kEntryName, Elapsed(gApp.StartTime, gApp.LastTime));
+  gRun.LastTime = HostTime();
+  LogInfo("[%a] Preparation cost: %dms\n", kEntryName, Elapsed(gRun.StartTime, gRun.LastTime));
   RunMainLoop();
 }
 
@@ -71,10 +73,10 @@ void FindChosenOption() {
     return;
   }
   UINT64 start = HostTime();
-  gApp.ResultStatus = gHost.Protocol->FindBiosOption(gHost.Protocol);
+  gRun.ResultStatus = gHost.Protocol->FindBiosOption(gHost.Protocol);
   LogInfo("[%a] Find BIOS option cost: %dms\n", kEntryName, Elapsed(start, HostTime()));
-  if (EFI_ERROR(gApp.ResultStatus)) {
-    LogError("[%a] Find BIOS option error: %r.\n", kEntryName, gApp.ResultStatus);
+  if (EFI_ERROR(gRun.ResultStatus)) {
+    LogError("[%a] Find BIOS option error: %r.\n", kEntryName, gRun.ResultStatus);
     gHost.SharedState->JumpRequested = 0;
   }
 }
@@ -91,24 +93,24 @@ void HandBack(bool viewStood) {
   }
   FindChosenOption();
   // Each output that refuses keeps its mode; there is nobody to tell.
-  (void)SetAllGopMode(gApp.PreviousHeight, gApp.PreviousWidth);
-  (void)RecoverScreenContent(gApp.PreviousHeight, gApp.PreviousWidth);
+  (void)SetAllGopMode(gGeometry.PreviousHeight, gGeometry.PreviousWidth);
+  (void)RecoverScreenContent(gGeometry.PreviousHeight, gGeometry.PreviousWidth);
 }
 
 void RunView() {
-  gApp.ResultStatus = GetComponentData();
-  if (EFI_ERROR(gApp.ResultStatus)) {
-    LogError("[%a] Parse resources error: %r.\n", kEntryName, gApp.ResultStatus);
+  gRun.ResultStatus = GetComponentData();
+  if (EFI_ERROR(gRun.ResultStatus)) {
+    LogError("[%a] Parse resources error: %r.\n", kEntryName, gRun.ResultStatus);
     return;
   }
   ComposeSystemSummary();
   // Logged by the operation; without a backup the setup redraws its screen.
-  (void)BackupScreenShots(gHost.Gop, &gApp.ScreenBackup);
+  (void)BackupScreenShots(gHost.Gop, &gRun.ScreenBackup);
   SwitchToViewMode();
   (void)ClearAllScreen();
   bool stood = false;
   if (!RunGuardedFromLvgl(ShowView, &stood)) {
-    gApp.ResultStatus = EFI_OUT_OF_RESOURCES;
+    gRun.ResultStatus = EFI_OUT_OF_RESOURCES;
   }
   HandBack(stood);
 }
@@ -126,26 +128,26 @@ void EndLife(EFI_STATUS resolutionVerdict) {
     (void)host->UnsupportedResolution(host);
   }
   ReportMemoryLeaks();
-  UINT64 seconds = (HostTime() - gApp.StartTime) / 1000;
+  UINT64 seconds = (HostTime() - gRun.StartTime) / 1000;
   LogError("[%a] User used APP for %ds\n", kEntryName, static_cast<UINT32>(seconds));
 }
 
 }  // namespace
 
 EFI_STATUS EFIAPI VeltBoardscopeAppEntryPoint(EFI_HANDLE, EFI_SYSTEM_TABLE *) {
-  gApp.ResultStatus = InitializeObvProtocol();
-  if (EFI_ERROR(gApp.ResultStatus)) {
-    LogError("[%a] Init error: %r.\n", kEntryName, gApp.ResultStatus);
-    return gApp.ResultStatus;
+  gRun.ResultStatus = InitializeObvProtocol();
+  if (EFI_ERROR(gRun.ResultStatus)) {
+    LogError("[%a] Init error: %r.\n", kEntryName, gRun.ResultStatus);
+    return gRun.ResultStatus;
   }
-  gApp.StartTime = HostTime();
+  gRun.StartTime = HostTime();
   EFI_STATUS verdict = ChooseViewGeometry();
   if (!EFI_ERROR(verdict)) {
-    LogInfo("current resolution: %d %d\n", gApp.ViewWidth, gApp.ViewHeight);
+    LogInfo("current resolution: %d %d\n", gGeometry.ViewWidth, gGeometry.ViewHeight);
     RunView();
   }
   EndLife(verdict);
   // Without a usable mode this is deliberately success: the host learns of it
   // through its UnsupportedResolution hook alone.
-  return gApp.ResultStatus;
+  return gRun.ResultStatus;
 }

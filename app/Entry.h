@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 
 /// Shows the board view until the user leaves it and hands screen and choice
 /// back. Returns the status of the first failing start-up step or of the

@@ -1,14 +1,13 @@
 #include "app/UiState.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
 #include "lvgl.h"
 #include "platform/LvglPort.h"
 #include "platform/Pointer.h"
 #include "resources/ComponentIntake.h"
-#include "view/BoardView.h"
 #include "view/CategoryFilter.h"
-#include "view/Look.h"
+#include "view/ViewState.h"
 
 namespace {
 
@@ -26,7 +25,7 @@ UINT16 EncodeFocus(const lv_obj_t *focused) {
     return kFocusNone;
   }
   for (UINTN i = 0; i < ViewComponentCount(); ++i) {
-    if (gView.Callouts[i] == focused) {
+    if (gView.Components[i].Callout == focused) {
       return static_cast<UINT16>(i + kFocusFirstCallout);
     }
   }
@@ -44,40 +43,17 @@ lv_obj_t *DecodeFocus(UINT16 focus) {
     return gView.FilterButtons[0];
   }
   if (focus < kFocusCalloutEnd) {
-    return gView.Callouts[focus - kFocusFirstCallout];
+    return gView.Components[focus - kFocusFirstCallout].Callout;
   }
   UINTN button = static_cast<UINTN>(focus) - kFocusFirstButton;
   return button < kCategoryCount ? gView.FilterButtons[button] : nullptr;
 }
 
-/// Clicks the filter button of the category; false when none carries it.
-bool ClickCategoryButton(UINT32 category) {
-  for (UINTN i = 0; i < kCategoryCount; ++i) {
-    if (kCategories[i].Code == category) {
-      lv_event_send(gView.FilterButtons[i], LV_EVENT_CLICKED, nullptr);
-      return true;
-    }
-  }
-  return false;
-}
-
-/// Filters the callouts for a category that no button carries.
-void ShowOnlyCategory(UINT32 category) {
-  for (UINTN i = 0; i < ViewComponentCount(); ++i) {
-    bool visible = ComponentAt(i).Type == category;
-    SetVisible(gView.Callouts[i], visible);
-    SetVisible(gView.Leaders[i], visible);
-    SetVisible(gView.FirstMarkers[i], false);
-    SetVisible(gView.SecondMarkers[i], false);
-  }
-}
-
 void FocusNamedComponent(const CHAR16 *name) {
   for (UINTN i = 0; i < ViewComponentCount(); ++i) {
     const OBV_COMPONENT &component = ComponentAt(i);
-    bool inCategory = gView.CategoryFilter == 0 || component.Type == gView.CategoryFilter;
-    if (inCategory && StrCmp(component.Name, name) == 0) {
-      lv_group_focus_obj(gView.Callouts[i]);
+    if (FilterFinds(gView.CategoryFilter, component) && StrCmp(component.Name, name) == 0) {
+      lv_group_focus_obj(gView.Components[i].Callout);
       return;
     }
   }
@@ -145,8 +121,8 @@ void SaveUiState() {
   UINT16 x = 0;
   UINT16 y = 0;
   PointerGetPosition(&x, &y);
-  shared->PointerX = ToPrevious(x, gApp.PreviousWidth, gApp.ViewWidth);
-  shared->PointerY = ToPrevious(y, gApp.PreviousHeight, gApp.ViewHeight);
+  shared->PointerX = ToPrevious(x, gGeometry.PreviousWidth, gGeometry.ViewWidth);
+  shared->PointerY = ToPrevious(y, gGeometry.PreviousHeight, gGeometry.ViewHeight);
   shared->UiStateSaved = 1;
 }
 

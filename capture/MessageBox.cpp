@@ -1,12 +1,13 @@
 #include "capture/MessageBox.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
-#include "app/LocalizedStrings.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
+#include "app/base/LocalizedStrings.h"
 #include "platform/LvglPort.h"
-#include "platform/ModalBox.h"
 #include "view/Layout.h"
 #include "view/Look.h"
+
+MessageBoxState gMessageBox;
 
 namespace {
 
@@ -14,15 +15,10 @@ constexpr UINT32 kBackgroundColor = 0x2C2C2C;
 constexpr UINT8 kTitleFontSize = 20;
 constexpr UINT8 kTextFontSize = 18;
 
-struct ResultBoxState {
-  const CHAR8 *Buttons[2];
-};
-ResultBoxState gResultBox;
-
 void StyleBox(lv_obj_t *box) {
-  lv_coord_t padding = static_cast<lv_coord_t>(gApp.ViewWidth / 4);
-  lv_obj_set_size(box, static_cast<lv_coord_t>(gApp.ViewWidth),
-                  static_cast<lv_coord_t>(gApp.ViewHeight / 2));
+  lv_coord_t padding = static_cast<lv_coord_t>(gGeometry.ViewWidth / 4);
+  lv_obj_set_size(box, static_cast<lv_coord_t>(gGeometry.ViewWidth),
+                  static_cast<lv_coord_t>(gGeometry.ViewHeight / 2));
   lv_obj_align(box, LV_ALIGN_CENTER, 0, 0);
   lv_obj_set_style_bg_color(box, lv_color_hex(kBackgroundColor), kMainPart);
   lv_obj_set_style_radius(box, 0, kMainPart);
@@ -58,11 +54,11 @@ const lv_font_t *BoxTextFont() { return StandardFont(kTextFontSize); }
 
 void OpenMessageBox(const CHAR8 *title, const CHAR8 *text, const CHAR8 **buttons, UINT32 titleColor,
                     UINT32 textColor, lv_event_cb_t handler, void *userData) {
-  gModalBox.ModalMessageBoxOpen = 1;
-  gModalBox.PreviousFocus = lv_group_get_focused(gLvglPort.Group);
+  gMessageBox.ModalMessageBoxOpen = 1;
+  gMessageBox.PreviousFocus = lv_group_get_focused(gLvglPort.Group);
   DropHeldPress();
   lv_obj_t *box = lv_msgbox_create(nullptr, title, text, buttons, false);
-  gModalBox.Box = box;
+  gMessageBox.Box = box;
   lv_obj_add_event_cb(box, handler, LV_EVENT_VALUE_CHANGED, userData);
   StyleBox(box);
   StyleText(lv_msgbox_get_title(box), kTitleFontSize, titleColor);
@@ -70,7 +66,7 @@ void OpenMessageBox(const CHAR8 *title, const CHAR8 *text, const CHAR8 **buttons
 }
 
 void ArrangeBoxButtons(lv_coord_t width, lv_coord_t height) {
-  lv_obj_t *buttons = lv_msgbox_get_btns(gModalBox.Box);
+  lv_obj_t *buttons = lv_msgbox_get_btns(gMessageBox.Box);
   lv_obj_set_style_text_font(buttons, BoxTextFont(), kMainPart);
   lv_obj_set_size(buttons, width, height);
   lv_obj_align(buttons, LV_ALIGN_CENTER, 0, 0);
@@ -80,20 +76,47 @@ void ArrangeBoxButtons(lv_coord_t width, lv_coord_t height) {
   }
   // Without its place, which it would get with the next frame, the box would let
   // a press of this very turn through to the view.
-  lv_obj_update_layout(gModalBox.Box);
+  lv_obj_update_layout(gMessageBox.Box);
+}
+
+bool HandleMessageBoxKey(UINT32 key) {
+  lv_obj_t *buttons = lv_msgbox_get_btns(gMessageBox.Box);
+  UINT16 selected = lv_btnmatrix_get_selected_btn(buttons);
+  switch (key) {
+    case LV_KEY_ESC:
+      gMessageBox.ModalMessageBoxOpen = 0;
+      lv_msgbox_close(gMessageBox.Box);
+      return false;
+    case LV_KEY_DOWN:
+    case LV_KEY_RIGHT:
+    case LV_KEY_NEXT:
+      // From "none" this wraps to the first; LVGL ignores one past the last.
+      lv_btnmatrix_set_selected_btn(buttons, static_cast<UINT16>(selected + 1));
+      return false;
+    case LV_KEY_PREV:
+    case LV_KEY_UP:
+    case LV_KEY_LEFT:
+      if (selected != 0) {
+        lv_btnmatrix_set_selected_btn(buttons, static_cast<UINT16>(selected - 1));
+      }
+      return false;
+    default:
+      return true;
+  }
 }
 
 void CloseMessageBox(lv_event_t *event) {
   lv_obj_t *box = lv_event_get_current_target(event);
   LogInfo("%d Button %a was clicked\n", lv_msgbox_get_active_btn(box),
           lv_msgbox_get_active_btn_text(box));
-  gModalBox.ModalMessageBoxOpen = 0;
+  gMessageBox.ModalMessageBoxOpen = 0;
   lv_msgbox_close(box);
-  lv_group_focus_obj(gModalBox.PreviousFocus);
+  lv_group_focus_obj(gMessageBox.PreviousFocus);
 }
 
 void ShowResultBox(const CHAR8 *title, const CHAR8 *text, UINT32 titleColor, UINT32 textColor) {
-  gResultBox.Buttons[0] = LocalizedText(TextId::ConfirmButton);
-  OpenMessageBox(title, text, gResultBox.Buttons, titleColor, textColor, CloseHandler, nullptr);
-  ArrangeBoxButtons(Pixels(gApp.ScaleX * 100), Pixels(gApp.ScaleY * 30));
+  gMessageBox.ResultButtons[0] = LocalizedText(TextId::ConfirmButton);
+  OpenMessageBox(title, text, gMessageBox.ResultButtons, titleColor, textColor, CloseHandler,
+                 nullptr);
+  ArrangeBoxButtons(Pixels(gGeometry.ScaleX * 100), Pixels(gGeometry.ScaleY * 30));
 }

@@ -1,13 +1,25 @@
 /** @file
-  Modal message boxes over the view.
+  The modal message box over the view: its state, opening, keys and colours.
 
-  Only one is open at a time; the keypad sends it the keys and closes it on Esc.
+  Only one is open at a time.
 **/
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 #include "lvgl.h"
+
+struct MessageBoxState {
+  /// Set while the box is open: keys go to it and hover focus is off.
+  UINT8 ModalMessageBoxOpen;
+  lv_obj_t *Box;
+  /// What had the focus before the box opened.
+  lv_obj_t *PreviousFocus;
+  /// Button map of the result box.
+  const CHAR8 *ResultButtons[2];
+};
+
+extern MessageBoxState gMessageBox;
 
 inline constexpr UINT32 kBoxTitleColor = 0xFFFFFFFF;
 inline constexpr UINT32 kBoxTextColor = 0xFFD0D0D0;
@@ -23,6 +35,10 @@ void ArrangeBoxButtons(lv_coord_t width, lv_coord_t height);
 
 /// The font of texts and buttons.
 const lv_font_t *BoxTextFont();
+
+/// What a key does to the open box: Esc closes it, arrows, Tab and page keys walk its buttons.
+/// Whether LVGL is told of the key.
+bool HandleMessageBoxKey(UINT32 key);
 
 /// Closes the box that sent the event and gives the focus back.
 void CloseMessageBox(lv_event_t *event);

@@ -1,9 +1,9 @@
 #include "capture/Screenshot.h"
 
-#include "app/HostClient.h"
-#include "app/HostFormat.h"
-#include "app/Lifecycle.h"
-#include "app/LocalizedStrings.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
+#include "app/base/HostFormat.h"
+#include "app/base/LocalizedStrings.h"
 #include "capture/MessageBox.h"
 #include "capture/ScreenshotFile.h"
 #include "capture/VolumeBox.h"
@@ -19,8 +19,8 @@ constexpr UINTN kTextSize = 512;
 /// The output's screen must be the view's for the buffer to fit the picture.
 EFI_STATUS CopyScreen() {
   EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = gHost.Gop;
-  if (gop != nullptr && (gop->Mode->Info->HorizontalResolution != gApp.ViewWidth ||
-                         gop->Mode->Info->VerticalResolution != gApp.ViewHeight)) {
+  if (gop != nullptr && (gop->Mode->Info->HorizontalResolution != gGeometry.ViewWidth ||
+                         gop->Mode->Info->VerticalResolution != gGeometry.ViewHeight)) {
     return EFI_UNSUPPORTED;
   }
   return BackupScreenShots(gop, &gScreenshot.Buffer);

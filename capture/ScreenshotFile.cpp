@@ -1,8 +1,8 @@
 #include "capture/ScreenshotFile.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
-#include "app/MemoryPool.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
+#include "app/base/MemoryPool.h"
 #include "platform/PngCodec.h"
 
 namespace {
@@ -63,8 +63,9 @@ EFI_STATUS SaveScreenshot(EFI_FILE_PROTOCOL *root, EFI_GRAPHICS_OUTPUT_BLT_PIXEL
   if (EFI_ERROR(status)) {
     return LogFailure(kOpenLocation, status);
   }
-  ConvertToRgba(pixels, static_cast<UINTN>(gApp.ViewWidth) * gApp.ViewHeight);
-  PngFile png = EncodePng({reinterpret_cast<UINT8 *>(pixels), gApp.ViewWidth, gApp.ViewHeight});
+  ConvertToRgba(pixels, static_cast<UINTN>(gGeometry.ViewWidth) * gGeometry.ViewHeight);
+  PngFile png =
+      EncodePng({reinterpret_cast<UINT8 *>(pixels), gGeometry.ViewWidth, gGeometry.ViewHeight});
   status = WriteAll(file, png);
   if (EFI_ERROR(status)) {
     // File and block are deliberately left: a device that failed to write is

@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 
 /// The file's name, from the firmware's clock.
 struct ScreenshotName {

@@ -1,8 +1,8 @@
 #include "capture/UsbVolumes.h"
 
-#include "app/HostClient.h"
-#include "app/LowBytes.h"
-#include "app/MemoryPool.h"
+#include "app/base/HostClient.h"
+#include "app/base/LowBytes.h"
+#include "app/base/MemoryPool.h"
 
 namespace {
 

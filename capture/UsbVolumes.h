@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 
 inline constexpr UINTN kMaxVolumes = 100;
 

@@ -1,11 +1,10 @@
 #include "capture/VolumeBox.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
-#include "app/LocalizedStrings.h"
-#include "app/MemoryPool.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
+#include "app/base/LocalizedStrings.h"
+#include "app/base/MemoryPool.h"
 #include "capture/MessageBox.h"
-#include "platform/ModalBox.h"
 #include "view/Look.h"
 
 namespace {
@@ -104,13 +103,13 @@ void RoundButtons(lv_event_t *event) {
 }
 
 void StyleButtons(UINTN places) {
-  lv_obj_t *buttons = lv_msgbox_get_btns(gModalBox.Box);
+  lv_obj_t *buttons = lv_msgbox_get_btns(gMessageBox.Box);
   lv_obj_set_style_pad_row(buttons, kButtonPadding, kMainPart);
   lv_obj_set_style_pad_column(buttons, kButtonPadding, kMainPart);
   lv_obj_add_event_cb(buttons, RoundButtons, LV_EVENT_DRAW_PART_BEGIN, nullptr);
   lv_coord_t lineHeight = lv_font_get_line_height(BoxTextFont());
   ArrangeBoxButtons(
-      static_cast<lv_coord_t>(gApp.ViewWidth),
+      static_cast<lv_coord_t>(gGeometry.ViewWidth),
       static_cast<lv_coord_t>((lineHeight + kButtonPadding) * static_cast<lv_coord_t>(places)));
 }
 

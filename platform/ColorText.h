@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 
 /// A text of three comma-separated numbers (red, green, blue), at most 20 bytes
 /// of it, as 0x00RRGGBB. Each number is decimal, or hexadecimal where decimal

@@ -1,6 +1,6 @@
 #include "platform/FontTable.h"
 
-#include "app/HostClient.h"
+#include "app/base/HostClient.h"
 #include "platform/LvglGuard.h"
 
 FontTableState gFontTable;

@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 #include "lvgl.h"
 
 inline constexpr UINT16 kFontSizeFirst = 8;

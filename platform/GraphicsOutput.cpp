@@ -1,8 +1,9 @@
 #include "platform/GraphicsOutput.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
-#include "app/MemoryPool.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
+#include "app/base/MemoryPool.h"
+#include "app/base/Run.h"
 
 namespace {
 
@@ -117,7 +118,7 @@ EFI_STATUS RecoverScreenContent(UINT16, UINT16) {
   if (EFI_ERROR(status)) {
     return status;
   }
-  if (gApp.ScreenBackup == nullptr) {
+  if (gRun.ScreenBackup == nullptr) {
     return EFI_SUCCESS;  // Nothing was saved; the setup draws itself anew.
   }
   const OBV_SHARED_STATE *shared = gHost.SharedState;
@@ -125,8 +126,8 @@ EFI_STATUS RecoverScreenContent(UINT16, UINT16) {
   EFI_GRAPHICS_OUTPUT_PROTOCOL *inUse = gHost.Gop;
   ForEachOutput(list, [=](EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
     if (everywhere || gop == inUse) {
-      (void)gop->Blt(gop, gApp.ScreenBackup, EfiBltBufferToVideo, 0, 0, 0, 0, gApp.PreviousWidth,
-                     gApp.PreviousHeight, 0);
+      (void)gop->Blt(gop, gRun.ScreenBackup, EfiBltBufferToVideo, 0, 0, 0, 0,
+                     gGeometry.PreviousWidth, gGeometry.PreviousHeight, 0);
     }
   });
   return EFI_SUCCESS;

@@ -8,7 +8,7 @@
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 
 inline constexpr UINTN kMaxGops = 256;
 

@@ -1,7 +1,8 @@
 #include "platform/HotPlug.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
+#include "app/base/Run.h"
 #include "lvgl.h"
 #include "platform/GraphicsOutput.h"
 
@@ -12,7 +13,7 @@ namespace {
 constexpr CHAR8 kOperation[] = "InstallDisplayPortHotPlugDetector";
 
 UINT32 FindViewMode(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
-  return FindGopMode(gop, gApp.ViewHeight, gApp.ViewWidth);
+  return FindGopMode(gop, gGeometry.ViewHeight, gGeometry.ViewWidth);
 }
 
 /// The output in use when it can show the view, else the last one that can:
@@ -82,7 +83,7 @@ VOID EFIAPI DisplayHotPlugNotify(EFI_EVENT, VOID *) {
   GopList list = {};
   if (EFI_ERROR(GetAllGopPrrotocol(&list))) {
     LogError("Get Gop Protocol failed!\n");
-    gApp.ExitRequested = 1;
+    gRun.ExitRequested = 1;
     return;
   }
   EFI_GRAPHICS_OUTPUT_PROTOCOL *chosen = ChooseOutput(list);
@@ -92,5 +93,5 @@ VOID EFIAPI DisplayHotPlugNotify(EFI_EVENT, VOID *) {
     return;
   }
   LogError("No Gop support current resolution!\nNow app exit...\n");
-  gApp.ExitRequested = 1;
+  gRun.ExitRequested = 1;
 }

@@ -1,7 +1,7 @@
 #include "platform/LvglGuard.h"
 
-#include "app/HostClient.h"
-#include "app/MemoryPool.h"
+#include "app/base/HostClient.h"
+#include "app/base/MemoryPool.h"
 #include "platform/LvglFailure.h"
 
 LvglGuardState gLvglGuard;

@@ -9,7 +9,7 @@
 
 #include <stddef.h>
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 
 struct LvglGuardState {
   BASE_LIBRARY_JUMP_BUFFER Return;

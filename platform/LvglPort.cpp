@@ -1,8 +1,8 @@
 #include "platform/LvglPort.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
-#include "app/MemoryPool.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
+#include "app/base/MemoryPool.h"
 #include "platform/FontTable.h"
 #include "platform/Keypad.h"
 #include "platform/LvglFailure.h"
@@ -34,7 +34,7 @@ void ChooseInputGroup() {
 }
 
 void RegisterDisplay() {
-  UINT32 pixels = static_cast<UINT32>(gApp.ViewWidth) * gApp.ViewHeight;
+  UINT32 pixels = static_cast<UINT32>(gGeometry.ViewWidth) * gGeometry.ViewHeight;
   void *first = malloc(static_cast<UINTN>(pixels) * sizeof(lv_color_t));
   void *second = malloc(static_cast<UINTN>(pixels) * sizeof(lv_color_t));
   if (first == nullptr) {
@@ -43,8 +43,8 @@ void RegisterDisplay() {
   lv_disp_draw_buf_init(&gLvglPort.DrawBuffer, first, second, pixels);
 
   lv_disp_drv_init(&gLvglPort.DisplayDriver);
-  gLvglPort.DisplayDriver.hor_res = static_cast<lv_coord_t>(gApp.ViewWidth);
-  gLvglPort.DisplayDriver.ver_res = static_cast<lv_coord_t>(gApp.ViewHeight);
+  gLvglPort.DisplayDriver.hor_res = static_cast<lv_coord_t>(gGeometry.ViewWidth);
+  gLvglPort.DisplayDriver.ver_res = static_cast<lv_coord_t>(gGeometry.ViewHeight);
   gLvglPort.DisplayDriver.flush_cb = DisplayFlush;
   gLvglPort.DisplayDriver.draw_buf = &gLvglPort.DrawBuffer;
   lv_disp_drv_register(&gLvglPort.DisplayDriver);
@@ -57,7 +57,7 @@ void InitializeLvglPort() {
   ChooseInputGroup();
   RegisterDisplay();
   StartPointer();
-  StartKeypad();
+  StartKeypad(gLvglPort.Group);
   LoadFonts();
 }
 

@@ -4,15 +4,13 @@
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 #include "lvgl.h"
 
 /// LVGL keeps references to these for the whole run.
 struct LvglPortState {
   lv_disp_draw_buf_t DrawBuffer;
   lv_disp_drv_t DisplayDriver;
-  lv_indev_drv_t PointerDriver;
-  lv_indev_drv_t KeypadDriver;
   /// The input group of keypad and hover focus.
   lv_group_t *Group;
 };

@@ -1,6 +1,6 @@
 #include "platform/PngCodec.h"
 
-#include "app/MemoryPool.h"
+#include "app/base/MemoryPool.h"
 #include "platform/LvglGuard.h"
 
 #define LODEPNG_NO_COMPILE_CPP

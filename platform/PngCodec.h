@@ -7,7 +7,7 @@
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 
 /// A picture of 4 bytes a pixel: red, green, blue, alpha.
 struct PngPixels {

@@ -1,9 +1,8 @@
 #include "platform/Pointer.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
 #include "platform/CursorImage.h"
-#include "platform/LvglPort.h"
 
 PointerDeviceState gPointer;
 
@@ -53,8 +52,10 @@ bool ReadSimplePointer() {
   if (gPointer.Simple == nullptr || EFI_ERROR(gPointer.Simple->GetState(gPointer.Simple, &state))) {
     return false;
   }
-  gPointer.X = MoveRelative(gPointer.X, state.RelativeMovementX, gPointer.ShiftX, gApp.ViewWidth);
-  gPointer.Y = MoveRelative(gPointer.Y, state.RelativeMovementY, gPointer.ShiftY, gApp.ViewHeight);
+  gPointer.X =
+      MoveRelative(gPointer.X, state.RelativeMovementX, gPointer.ShiftX, gGeometry.ViewWidth);
+  gPointer.Y =
+      MoveRelative(gPointer.Y, state.RelativeMovementY, gPointer.ShiftY, gGeometry.ViewHeight);
   gPointer.Pressed = state.LeftButton;
   return true;
 }
@@ -67,9 +68,9 @@ bool ReadAbsolutePointer() {
   }
   const EFI_ABSOLUTE_POINTER_MODE *mode = gPointer.Absolute->Mode;
   gPointer.X = MoveAbsolute(gPointer.X, state.CurrentX, mode->AbsoluteMinX, gPointer.DivisorX,
-                            gApp.ViewWidth);
+                            gGeometry.ViewWidth);
   gPointer.Y = MoveAbsolute(gPointer.Y, state.CurrentY, mode->AbsoluteMinY, gPointer.DivisorY,
-                            gApp.ViewHeight);
+                            gGeometry.ViewHeight);
   gPointer.Pressed = (state.ActiveButtons & 0xFF) != 0;
   return true;
 }
@@ -85,12 +86,12 @@ UINT16 ToView(UINT16 saved, UINT16 viewSize, UINT16 previousSize) {
 void ChooseStart(UINT16 *x, UINT16 *y) {
   const OBV_SHARED_STATE *shared = gHost.SharedState;
   if (shared->UiStateSaved == 0 && shared->PointerX == 0 && shared->PointerY == 0) {
-    *x = gApp.ViewWidth / 2;
-    *y = gApp.ViewHeight / 2;
+    *x = gGeometry.ViewWidth / 2;
+    *y = gGeometry.ViewHeight / 2;
     return;
   }
-  *x = ToView(shared->PointerX, gApp.ViewWidth, gApp.PreviousWidth);
-  *y = ToView(shared->PointerY, gApp.ViewHeight, gApp.PreviousHeight);
+  *x = ToView(shared->PointerX, gGeometry.ViewWidth, gGeometry.PreviousWidth);
+  *y = ToView(shared->PointerY, gGeometry.ViewHeight, gGeometry.PreviousHeight);
 }
 
 /// Drops movement that accumulated while the setup was running.
@@ -107,7 +108,7 @@ void DrainPointer(EFI_SIMPLE_POINTER_PROTOCOL *simple) {
 void ShowCursor(lv_indev_t *device) {
   lv_obj_t *cursor = lv_img_create(lv_disp_get_scr_act(lv_disp_get_default()));
   lv_img_set_src(cursor, &kCursorImage);
-  lv_img_set_zoom(cursor, static_cast<UINT16>(gApp.ScaleX * LV_IMG_ZOOM_NONE));
+  lv_img_set_zoom(cursor, static_cast<UINT16>(gGeometry.ScaleX * LV_IMG_ZOOM_NONE));
   lv_indev_set_cursor(device, cursor);
 }
 
@@ -125,10 +126,10 @@ void StartPointer() {
   PointerInit(simple, absolute, handle, startX, startY);
   DrainPointer(simple);
 
-  lv_indev_drv_init(&gLvglPort.PointerDriver);
-  gLvglPort.PointerDriver.type = LV_INDEV_TYPE_POINTER;
-  gLvglPort.PointerDriver.read_cb = PointerRead;
-  lv_indev_t *device = lv_indev_drv_register(&gLvglPort.PointerDriver);
+  lv_indev_drv_init(&gPointer.Driver);
+  gPointer.Driver.type = LV_INDEV_TYPE_POINTER;
+  gPointer.Driver.read_cb = PointerRead;
+  lv_indev_t *device = lv_indev_drv_register(&gPointer.Driver);
   lv_point_t start = {static_cast<lv_coord_t>(startX), static_cast<lv_coord_t>(startY)};
   device->proc.types.pointer.act_point = start;
   // LVGL moves the cursor only when a reading differs from the last one: without devices, which
@@ -173,16 +174,17 @@ void PointerInit(EFI_SIMPLE_POINTER_PROTOCOL *simple, EFI_ABSOLUTE_POINTER_PROTO
   }
   if (absolute != nullptr) {
     const EFI_ABSOLUTE_POINTER_MODE *mode = absolute->Mode;
-    gPointer.DivisorX = DivisorOf(mode->AbsoluteMinX, mode->AbsoluteMaxX, gApp.ViewWidth);
-    gPointer.DivisorY = DivisorOf(mode->AbsoluteMinY, mode->AbsoluteMaxY, gApp.ViewHeight);
+    gPointer.DivisorX = DivisorOf(mode->AbsoluteMinX, mode->AbsoluteMaxX, gGeometry.ViewWidth);
+    gPointer.DivisorY = DivisorOf(mode->AbsoluteMinY, mode->AbsoluteMaxY, gGeometry.ViewHeight);
   }
-  gPointer.X = static_cast<UINT16>(MIN(startX, gApp.ViewWidth - kEdgeMargin));
-  gPointer.Y = static_cast<UINT16>(MIN(startY, gApp.ViewHeight - kEdgeMargin));
+  gPointer.X = static_cast<UINT16>(MIN(startX, gGeometry.ViewWidth - kEdgeMargin));
+  gPointer.Y = static_cast<UINT16>(MIN(startY, gGeometry.ViewHeight - kEdgeMargin));
 }
 
 void PointerRead(lv_indev_drv_t *, lv_indev_data_t *data) {
-  if (ReadSimplePointer() || ReadAbsolutePointer()) {
-    UpdateHoverFocus(gPointer.X, gPointer.Y, gPointer.Pressed);
+  bool news = ReadSimplePointer() || ReadAbsolutePointer();
+  if (news && gPointer.OnMovement != nullptr) {
+    gPointer.OnMovement(gPointer.X, gPointer.Y, gPointer.Pressed);
   }
   data->point.x = static_cast<lv_coord_t>(gPointer.X);
   data->point.y = static_cast<lv_coord_t>(gPointer.Y);

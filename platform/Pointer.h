@@ -1,13 +1,18 @@
 /** @file
-  The pointer: mouse or touch device, cursor, and the focus that follows it.
+  The pointer: mouse or touch device, and its cursor.
 **/
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 #include "lvgl.h"
 
+/// What a movement does: the pointer in view pixels, and whether its button is down.
+using MovementHandler = void (*)(UINT16 x, UINT16 y, BOOLEAN pressed);
+
 struct PointerDeviceState {
+  /// Called for each reading that brought news; set before the pointer is started. NULL for none.
+  MovementHandler OnMovement;
   /// Both NULL without a usable pointer.
   EFI_SIMPLE_POINTER_PROTOCOL *Simple;
   EFI_ABSOLUTE_POINTER_PROTOCOL *Absolute;
@@ -23,6 +28,8 @@ struct PointerDeviceState {
   UINT16 X;
   UINT16 Y;
   UINT8 Pressed;
+  /// LVGL keeps a reference to it for the whole run.
+  lv_indev_drv_t Driver;
 };
 
 /// The one pointer of the view.
@@ -44,10 +51,6 @@ void PointerInit(EFI_SIMPLE_POINTER_PROTOCOL *simple, EFI_ABSOLUTE_POINTER_PROTO
 
 /// LVGL's read callback.
 void PointerRead(lv_indev_drv_t *driver, lv_indev_data_t *data);
-
-/// Focuses the callout of the first component under a view pixel. Defined by
-/// the view, which knows where its components are.
-void UpdateHoverFocus(UINT16 x, UINT16 y, BOOLEAN pressed);
 
 /// The pointer in view pixels; writes nothing when either address is NULL.
 void PointerGetPosition(UINT16 *x, UINT16 *y);

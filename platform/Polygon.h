@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 
 /// Whether the point lies inside. A count of 0 holds no point.
 [[nodiscard]] BOOLEAN IsPointInPolygon(UINT32 count, const OBV_VERTEX *vertices, UINT16 x,

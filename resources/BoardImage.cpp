@@ -1,8 +1,8 @@
 #include "resources/BoardImage.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
-#include "app/MemoryPool.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
+#include "app/base/MemoryPool.h"
 #include "platform/ColorText.h"
 #include "platform/PngCodec.h"
 #include "resources/Recolor.h"
@@ -49,8 +49,8 @@ UINT32 ReadBigEndian32(const UINT8 *bytes) {
 
 void RecolorPicture(UINT8 *pixels, UINTN count) {
   const OBV_SHARED_STATE *shared = gHost.SharedState;
-  if (shared->RecolorEnabled == 0 || gApp.ViewWidth != kRecolorWidth ||
-      gApp.ViewHeight != kRecolorHeight) {
+  if (shared->RecolorEnabled == 0 || gGeometry.ViewWidth != kRecolorWidth ||
+      gGeometry.ViewHeight != kRecolorHeight) {
     return;
   }
   RecolorBand band = {};

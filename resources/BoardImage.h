@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 #include "lvgl.h"
 
 /// Fetches the host's picture, scales it to width x height pixels and fills the

@@ -1,8 +1,8 @@
 #include "resources/ComponentIntake.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
-#include "app/ViewGeometry.h"
+#include "app/ChooseGeometry.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
 #include "resources/BoardImage.h"
 
 ComponentState gComponents;
@@ -23,9 +23,9 @@ EFI_STATUS ParseComponents() {
   if (EFI_ERROR(status)) {
     return status;
   }
-  return host->ParseComponents(host, &gComponents.Components, static_cast<UINT16>(height),
-                               static_cast<UINT16>(width), gApp.ViewHeight, gApp.ViewWidth,
-                               kPictureShare, gApp.ScaleX, gApp.ScaleY);
+  return host->ParseComponents(
+      host, &gComponents.Components, static_cast<UINT16>(height), static_cast<UINT16>(width),
+      gGeometry.ViewHeight, gGeometry.ViewWidth, kPictureShare, gGeometry.ScaleX, gGeometry.ScaleY);
 }
 
 }  // namespace

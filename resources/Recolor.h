@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 
 /// Colours are 0xRRGGBB; both bounds are exclusive.
 struct RecolorBand {

@@ -1,77 +1,27 @@
 #include "view/Callouts.h"
 
-#include "app/HostClient.h"
-#include "app/LowBytes.h"
-#include "app/MemoryPool.h"
-#include "platform/ColorText.h"
+#include "app/base/HostClient.h"
+#include "app/base/MemoryPool.h"
 #include "resources/ComponentIntake.h"
-#include "view/BoardView.h"
 #include "view/CalloutPlacement.h"
+#include "view/CalloutTexts.h"
+#include "view/FixedLook.h"
 #include "view/Jump.h"
 #include "view/Layout.h"
 #include "view/Look.h"
+#include "view/ViewState.h"
 
 namespace {
 
-constexpr UINTN kRecolorCommandSize = 20;
-constexpr UINT16 kLabelMargin = 4;
-
 struct CalloutState {
-  lv_style_t DefaultStyles[kMaxViewComponents];
-  lv_style_t FocusStyles[kMaxViewComponents];
   /// 0, 1, 2, ...: the callouts' handlers keep pointers into it.
   UINT32 *Indices;
 };
 CalloutState gCallouts;
 
-/// For a record whose host forgot its style.
-constexpr OBV_COMPONENT_STYLE kNoStyle = {};
-
-const OBV_COMPONENT_STYLE &StyleOf(const OBV_COMPONENT_STYLE *style) {
-  return style != nullptr ? *style : kNoStyle;
-}
-
 void InitializeStyle(lv_style_t *style, const OBV_COMPONENT_STYLE &look) {
   InitializeButtonStyle(style, {look.TextColor, look.BackgroundColor, look.BorderColor,
                                 look.BorderWidth, look.CornerRadius, FontOf(Look().CalloutFont)});
-}
-
-void AppendRecolorCommand(CHAR8 *text, const CHAR8 *colorText) {
-  CHAR8 command[kRecolorCommandSize];
-  AsciiSPrint(command, sizeof(command), "#%.6x ", ParseColorText(colorText));
-  (void)AsciiStrCatS(text, kCalloutTextSize, command);
-}
-
-/// Marks that do not fit the name are left out whole.
-void AppendMark(UINTN index, const CHAR8 *mark) {
-  (void)AsciiStrCatS(gView.Names[index], kNameSize, mark);
-  (void)AsciiStrCatS(gView.DefaultTexts[index], kCalloutTextSize, mark);
-  (void)AsciiStrCatS(gView.FocusTexts[index], kCalloutTextSize, mark);
-}
-
-void AppendMarks(UINTN index) {
-  const OBV_COMPONENT &component = ComponentAt(index);
-  AppendRecolorCommand(gView.DefaultTexts[index], StyleOf(component.DefaultStyle).MarkColor);
-  AppendRecolorCommand(gView.FocusTexts[index], StyleOf(component.FocusStyle).MarkColor);
-  if (component.NotReady != 0) {
-    AppendMark(index, " *");
-  }
-  if (component.SearchTokenId == 0) {
-    AppendMark(index, " **");
-  }
-  (void)AsciiStrCatS(gView.DefaultTexts[index], kCalloutTextSize, "#");
-  (void)AsciiStrCatS(gView.FocusTexts[index], kCalloutTextSize, "#");
-}
-
-void ComposeTexts(UINTN index) {
-  const OBV_COMPONENT &component = ComponentAt(index);
-  // A name that is too long is refused whole and leaves the callout empty.
-  CopyLowBytes(component.Name, gView.Names[index], kNameSize);
-  (void)AsciiStrCpyS(gView.DefaultTexts[index], kCalloutTextSize, gView.Names[index]);
-  (void)AsciiStrCpyS(gView.FocusTexts[index], kCalloutTextSize, gView.Names[index]);
-  if (HasMarks(component)) {
-    AppendMarks(index);
-  }
 }
 
 void AlignLabel(lv_obj_t *label, INT32 textAlign) {
@@ -101,37 +51,38 @@ void ConnectHandler(lv_obj_t *callout, UINTN index) {
 
 void BuildCallout(UINTN index) {
   const OBV_COMPONENT &component = ComponentAt(index);
+  ComponentWidgets &widgets = gView.Components[index];
   if (gCallouts.Indices != nullptr) {
     gCallouts.Indices[index] = static_cast<UINT32>(index);
   }
   lv_obj_t *callout = lv_btn_create(Screen());
-  gView.Callouts[index] = callout;
+  widgets.Callout = callout;
   RemoveThemeStyles(callout);
-  lv_obj_add_style(callout, &gCallouts.DefaultStyles[index], kMainPart);
-  lv_obj_add_style(callout, &gCallouts.FocusStyles[index], LV_STATE_FOCUSED);
+  lv_obj_add_style(callout, &widgets.DefaultStyle, kMainPart);
+  lv_obj_add_style(callout, &widgets.FocusStyle, LV_STATE_FOCUSED);
   lv_obj_add_flag(callout, LV_OBJ_FLAG_CLICK_FOCUSABLE);
   lv_obj_add_flag(callout, LV_OBJ_FLAG_CLICKABLE);
   lv_obj_set_pos(callout, component.CalloutX, component.CalloutY);
   lv_obj_set_size(callout, static_cast<lv_coord_t>(component.CalloutWidth),
                   static_cast<lv_coord_t>(component.CalloutHeight));
 
-  ComposeTexts(index);
+  ComposeCalloutTexts(index);
   lv_obj_t *label = lv_label_create(callout);
   lv_label_set_recolor(label, true);
-  lv_label_set_text(label, gView.DefaultTexts[index]);
+  lv_label_set_text(label, widgets.DefaultText);
   AlignLabel(label, component.TextAlign);
   ConnectHandler(callout, index);
 }
 
 void PlaceCallout(UINTN index) {
   OBV_COMPONENT &component = ComponentAt(index);
-  lv_obj_t *callout = gView.Callouts[index];
+  lv_obj_t *callout = gView.Components[index].Callout;
   lv_obj_t *label = lv_obj_get_child(callout, 0);
   // Deliberately replaces the record's alignment.
   lv_obj_set_align(label, LV_ALIGN_CENTER);
   lv_obj_update_layout(label);
-  component.CalloutWidth = static_cast<UINT16>(lv_obj_get_width(label) + kLabelMargin);
-  component.CalloutHeight = static_cast<UINT16>(lv_obj_get_height(label) + kLabelMargin);
+  component.CalloutWidth = static_cast<UINT16>(lv_obj_get_width(label) + kCalloutLabelMargin);
+  component.CalloutHeight = static_cast<UINT16>(lv_obj_get_height(label) + kCalloutLabelMargin);
   lv_obj_set_size(callout, static_cast<lv_coord_t>(component.CalloutWidth),
                   static_cast<lv_coord_t>(component.CalloutHeight));
 
@@ -150,8 +101,8 @@ void PlaceCallout(UINTN index) {
 
 void InitializeCalloutStyles() {
   for (UINTN i = 0; i < ViewComponentCount(); ++i) {
-    InitializeStyle(&gCallouts.DefaultStyles[i], StyleOf(ComponentAt(i).DefaultStyle));
-    InitializeStyle(&gCallouts.FocusStyles[i], StyleOf(ComponentAt(i).FocusStyle));
+    InitializeStyle(&gView.Components[i].DefaultStyle, CalloutStyleOf(ComponentAt(i).DefaultStyle));
+    InitializeStyle(&gView.Components[i].FocusStyle, CalloutStyleOf(ComponentAt(i).FocusStyle));
   }
 }
 

@@ -1,54 +1,40 @@
 #include "view/CategoryFilter.h"
 
-#include "app/HostFormat.h"
-#include "app/LocalizedStrings.h"
+#include "app/base/HostFormat.h"
+#include "app/base/LocalizedStrings.h"
 #include "platform/LvglPort.h"
 #include "resources/ComponentIntake.h"
 #include "view/ComponentPanel.h"
-#include "view/FilterButtons.h"
+#include "view/FilterButtonLook.h"
 #include "view/InfoPanel.h"
 #include "view/Look.h"
+#include "view/Markers.h"
+#include "view/ViewState.h"
 
 namespace {
 
 constexpr UINTN kHintSize = 100;
 
-bool PassesFilter(const OBV_COMPONENT &component) {
-  if (gView.CategoryFilter == kSpecialGroupFilter) {
-    // A type of that number would pass, too.
-    return component.InSpecialGroup != 0 || component.Type == kSpecialGroupFilter;
-  }
-  return gView.CategoryFilter == 0 || gView.CategoryFilter == component.Type;
-}
-
-/// Whether the filter hides the dots; unlike the callouts', a type of the
-/// special group's number does not count.
-bool FilterHidesMarkers(const OBV_COMPONENT &component) {
-  if (gView.CategoryFilter == kSpecialGroupFilter) {
-    return component.InSpecialGroup == 0;
-  }
-  return gView.CategoryFilter != 0 && gView.CategoryFilter != component.Type;
+void ShowCallout(UINTN index, bool visible) {
+  SetVisible(gView.Components[index].Callout, visible);
+  SetVisible(gView.Components[index].Leader, visible);
 }
 
 void FilterCallouts() {
   for (UINTN i = 0; i < ViewComponentCount(); ++i) {
-    bool visible = PassesFilter(ComponentAt(i));
-    SetVisible(gView.Callouts[i], visible);
-    SetVisible(gView.Leaders[i], visible);
+    ShowCallout(i, FilterShowsCallout(gView.CategoryFilter, ComponentAt(i)));
   }
 }
 
 void FilterMarkers() {
   const lv_obj_t *focused = lv_group_get_focused(gLvglPort.Group);
   for (UINTN i = 0; i < ViewComponentCount(); ++i) {
-    const OBV_COMPONENT &component = ComponentAt(i);
-    if (component.Type == OBV_TYPE_UNCATEGORISED || FilterHidesMarkers(component)) {
-      SetVisible(gView.FirstMarkers[i], false);
-      SetVisible(gView.SecondMarkers[i], false);
+    if (!FilterShowsMarkers(gView.CategoryFilter, ComponentAt(i))) {
+      HideMarkers(i);
       continue;
     }
     ShowMarkers(i);
-    if (gView.Callouts[i] == focused) {
+    if (gView.Components[i].Callout == focused) {
       FillComponentPanel(i);
     }
   }
@@ -89,6 +75,23 @@ void CategoryFilterHandler(lv_event_t *event) {
   }
 }
 
+bool ClickCategoryButton(UINT32 category) {
+  for (UINTN i = 0; i < kCategoryCount; ++i) {
+    if (kCategories[i].Code == category) {
+      lv_event_send(gView.FilterButtons[i], LV_EVENT_CLICKED, nullptr);
+      return true;
+    }
+  }
+  return false;
+}
+
+void ShowOnlyCategory(UINT32 category) {
+  for (UINTN i = 0; i < ViewComponentCount(); ++i) {
+    ShowCallout(i, ComponentAt(i).Type == category);
+    HideMarkers(i);
+  }
+}
+
 void SelectNextCategory() {
   UINTN current = 0;
   for (UINTN i = 0; i < kCategoryCount; ++i) {
@@ -97,10 +100,4 @@ void SelectNextCategory() {
     }
   }
   lv_event_send(gView.FilterButtons[(current + 1) % kCategoryCount], LV_EVENT_CLICKED, nullptr);
-}
-
-void ShowMarkers(UINTN index) {
-  const OBV_COMPONENT &component = ComponentAt(index);
-  SetVisible(gView.FirstMarkers[index], component.Available != 0);
-  SetVisible(gView.SecondMarkers[index], component.DeviceError != 0);
 }

@@ -3,10 +3,10 @@
 #include "platform/ColorText.h"
 #include "platform/TextTrim.h"
 #include "resources/ComponentIntake.h"
-#include "view/BoardView.h"
 #include "view/InfoLine.h"
 #include "view/InfoPanel.h"
 #include "view/Look.h"
+#include "view/ViewState.h"
 
 namespace {
 
@@ -72,7 +72,7 @@ void FillComponentPanel(UINTN index) {
   }
   OBV_COMPONENT &component = ComponentAt(index);
   AddStatusLine(&component);
-  SetHeadingTo(gView.Names[index]);
+  SetHeadingTo(gView.Components[index].Name);
 
   // The description begins under the heading, which stands at the same place.
   PanelText description = {"\n\n", ParseColorText(Look().InfoLabel.Color)};

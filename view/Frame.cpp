@@ -1,17 +1,12 @@
 #include "view/Frame.h"
 
-#include "app/HostClient.h"
-#include "app/MemoryPool.h"
+#include "app/base/MemoryPool.h"
 #include "resources/BoardImage.h"
-#include "view/BoardView.h"
+#include "view/FixedLook.h"
 #include "view/Layout.h"
 #include "view/Look.h"
 
 namespace {
-
-constexpr UINT32 kScreenColor = 0x2C2C2C;
-constexpr UINT32 kRuleColor = 0x969696;
-constexpr lv_coord_t kRuleWidth = 2;
 
 struct FrameState {
   lv_style_t ScreenStyle;
@@ -20,7 +15,7 @@ FrameState gFrame;
 
 void BuildRule(double y) {
   lv_point_t points[] = {{Pixels(SideMargin()), Pixels(y)},
-                         {Pixels(gApp.ViewWidth - SideMargin()), Pixels(y)}};
+                         {Pixels(gGeometry.ViewWidth - SideMargin()), Pixels(y)}};
   lv_obj_t *rule = lv_line_create(Screen());
   // The line keeps referring to its points.
   auto *kept = static_cast<lv_point_t *>(malloc(sizeof(points)));
@@ -49,12 +44,12 @@ void BuildBoardPicture() {
   auto *descriptor = static_cast<lv_img_dsc_t *>(malloc(sizeof(lv_img_dsc_t)));
   EFI_STATUS status = EFI_OUT_OF_RESOURCES;
   if (descriptor != nullptr) {
-    status = GetPngFromFv(descriptor, static_cast<UINT16>(gApp.ViewWidth * kPictureShare),
-                          static_cast<UINT16>(gApp.ViewHeight * kPictureShare));
+    status = GetPngFromFv(descriptor, static_cast<UINT16>(gGeometry.ViewWidth * kPictureShare),
+                          static_cast<UINT16>(gGeometry.ViewHeight * kPictureShare));
   }
   // Logged by the operation; the view stands without its picture.
   if (!EFI_ERROR(status)) {
     lv_img_set_src(picture, descriptor);
   }
-  lv_obj_set_pos(picture, 0, Pixels(gApp.ViewHeight * 0.25 * 0.5));
+  lv_obj_set_pos(picture, 0, Pixels(PictureTop()));
 }

@@ -1,18 +1,16 @@
-#include "app/HostFormat.h"
-#include "app/LocalizedStrings.h"
+#include "view/Header.h"
+
+#include "app/base/HostFormat.h"
+#include "app/base/LocalizedStrings.h"
 #include "platform/ColorText.h"
 #include "view/EmbeddedImages.h"
-#include "view/Frame.h"
+#include "view/FixedLook.h"
 #include "view/Layout.h"
 #include "view/Look.h"
 
 namespace {
 
-constexpr double kLogoZoom = 1.2;
 constexpr UINTN kKeyHelpSize = 300;
-
-// Deliberately the same at every scale.
-constexpr int kKeyHelpGap = 7;
 
 struct Extent {
   lv_coord_t Width;
@@ -37,13 +35,14 @@ Extent BuildLogo() {
     return {0, 0};
   }
   const lv_img_dsc_t &image = ChosenLogo();
-  Extent shown = {Pixels(image.header.w * kLogoZoom * gApp.ScaleX),
-                  Pixels(image.header.h * kLogoZoom * gApp.ScaleX)};
+  Extent shown = {Pixels(image.header.w * kLogoZoom * gGeometry.ScaleX),
+                  Pixels(image.header.h * kLogoZoom * gGeometry.ScaleX)};
   lv_obj_t *logo = lv_img_create(Screen());
   lv_img_set_src(logo, &image);
   lv_img_set_pivot(logo, 0, 0);
-  lv_img_set_zoom(logo, static_cast<UINT16>(kLogoZoom * gApp.ScaleX * LV_IMG_ZOOM_NONE));
-  lv_obj_set_pos(logo, Pixels(SideMargin()), Pixels(UpperRuleY() - 7 * gApp.ScaleY - shown.Height));
+  lv_img_set_zoom(logo, static_cast<UINT16>(kLogoZoom * gGeometry.ScaleX * LV_IMG_ZOOM_NONE));
+  lv_obj_set_pos(logo, Pixels(SideMargin()),
+                 Pixels(UpperRuleY() - ScaledY(kLogoRuleGap) - shown.Height));
   return shown;
 }
 
@@ -55,23 +54,24 @@ void SetTextLook(lv_obj_t *label, const OBV_FONT_CHOICE &font, const CHAR8 *colo
 /// The bottom edge of the title's box lines up with the logo's.
 void FillTitle(lv_obj_t *title, Extent logo) {
   SetTextLook(title, Look().TitleFont, Look().TitleColor);
-  lv_obj_set_size(title, Pixels(500 * gApp.ScaleX), Pixels(20 * gApp.ScaleY));
-  lv_obj_set_pos(title, Pixels(SideMargin() + logo.Width + 10 * gApp.ScaleX),
-                 Pixels(UpperRuleY() - 7 * gApp.ScaleY - logo.Height +
-                        (logo.Height - 20 * gApp.ScaleY) + 0.0));
+  lv_obj_set_size(title, Pixels(ScaledX(kTitleWidth)), Pixels(ScaledY(kTextLineHeight)));
+  lv_obj_set_pos(title, Pixels(SideMargin() + logo.Width + ScaledX(kTitleGap)),
+                 Pixels(UpperRuleY() - ScaledY(kLogoRuleGap) - logo.Height +
+                        (logo.Height - ScaledY(kTextLineHeight)) + 0.0));
   lv_label_set_text(title, LocalizedText(TextId::Title));
 }
 
 /// A line of text across the screen.
 void PlaceCentredLine(lv_obj_t *label, double y) {
-  lv_obj_set_size(label, static_cast<lv_coord_t>(gApp.ViewWidth), Pixels(20 * gApp.ScaleY));
+  lv_obj_set_size(label, static_cast<lv_coord_t>(gGeometry.ViewWidth),
+                  Pixels(ScaledY(kTextLineHeight)));
   lv_obj_set_pos(label, 0, Pixels(y));
   lv_obj_set_style_text_align(label, LV_TEXT_ALIGN_CENTER, kMainPart);
 }
 
 void FillFooter(lv_obj_t *footer) {
   SetTextLook(footer, Look().FooterFont, Look().FooterColor);
-  PlaceCentredLine(footer, gApp.ViewHeight - 30 * gApp.ScaleY);
+  PlaceCentredLine(footer, gGeometry.ViewHeight - ScaledY(kFooterHeight));
   lv_label_set_text(footer, LocalizedText(TextId::Footer));
 }
 

@@ -1,17 +1,17 @@
 #include "view/Hotspots.h"
 
-#include "app/MemoryPool.h"
+#include "app/base/MemoryPool.h"
 #include "platform/ColorText.h"
 #include "platform/Polygon.h"
 #include "resources/ComponentIntake.h"
-#include "view/BoardView.h"
+#include "view/FixedLook.h"
 #include "view/Layout.h"
 #include "view/Look.h"
+#include "view/ViewState.h"
 
 namespace {
 
 constexpr UINT32 kMaxVertices = 20;
-constexpr UINT32 kHotspotAlpha = 0x19000000;
 
 /// The outline's box. The right-most column and the bottom row are deliberately
 /// not part of it.
@@ -52,7 +52,7 @@ UINT32 *DrawHighlight(UINT32 count, const OBV_VERTEX *vertices, const Box &box) 
     shifted[i].Y = static_cast<UINT16>(vertices[i].Y - box.Y);
   }
   FillPolygon(count, shifted, pixels, box.Width, box.Height,
-              kHotspotAlpha | ParseColorText(Look().HotspotColor));
+              kHotspotAlpha << 24 | ParseColorText(Look().HotspotColor));
   return pixels;
 }
 
@@ -83,6 +83,6 @@ lv_obj_t *BuildHotspot(const OBV_COMPONENT &component) {
 
 void BuildHotspots() {
   for (UINTN i = 0; i < ViewComponentCount(); ++i) {
-    gView.Hotspots[i] = BuildHotspot(ComponentAt(i));
+    gView.Components[i].Hotspot = BuildHotspot(ComponentAt(i));
   }
 }

@@ -1,16 +1,14 @@
-#include "app/HostClient.h"
+#include "view/HoverFocus.h"
+
 #include "platform/LvglPort.h"
-#include "platform/ModalBox.h"
-#include "platform/Pointer.h"
 #include "platform/Polygon.h"
 #include "resources/ComponentIntake.h"
-#include "view/BoardView.h"
+#include "view/ViewState.h"
 
 namespace {
 
 bool CanTakeFocus(const OBV_COMPONENT &component) {
-  return component.NotSelectable == 0 &&
-         (gView.CategoryFilter == 0 || component.Type == gView.CategoryFilter);
+  return component.NotSelectable == 0 && FilterFinds(gView.CategoryFilter, component);
 }
 
 /// Compared as unsigned integers: a callout that begins left of or above the
@@ -29,17 +27,14 @@ bool IsHit(const OBV_COMPONENT &component, UINT16 x, UINT16 y) {
 
 }  // namespace
 
-void UpdateHoverFocus(UINT16 x, UINT16 y, BOOLEAN) {
-  if (gModalBox.ModalMessageBoxOpen != 0) {
-    return;
-  }
+void FocusComponentAt(UINT16 x, UINT16 y) {
   for (UINTN i = 0; i < ViewComponentCount(); ++i) {
     const OBV_COMPONENT &component = ComponentAt(i);
     if (!CanTakeFocus(component) || !IsHit(component, x, y)) {
       continue;
     }
-    if (lv_group_get_focused(gLvglPort.Group) != gView.Callouts[i]) {
-      lv_group_focus_obj(gView.Callouts[i]);
+    if (lv_group_get_focused(gLvglPort.Group) != gView.Components[i].Callout) {
+      lv_group_focus_obj(gView.Components[i].Callout);
     }
     return;
   }

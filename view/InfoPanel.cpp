@@ -1,14 +1,13 @@
 #include "view/InfoPanel.h"
 
-#include "view/BoardView.h"
+#include "view/FixedLook.h"
 #include "view/Layout.h"
 #include "view/Look.h"
+#include "view/ViewState.h"
 
 namespace {
 
 constexpr UINTN kHeadingLimit = 40;
-constexpr lv_coord_t kSideListGap = 10;
-constexpr int kFilterGap = 10;
 constexpr CHAR8 kBlank[] = " ";
 
 struct LabelLook {
@@ -17,7 +16,7 @@ struct LabelLook {
   bool Recolor;
 };
 
-double PanelHeight() { return FirstFilterButtonY() - ThreeTwentiethsHeight() - kFilterGap; }
+double PanelHeight() { return FirstFilterButtonY() - ThreeTwentiethsHeight() - kPanelFilterGap; }
 
 lv_obj_t *CreateLabel(const LabelLook &look) {
   lv_obj_t *label = lv_label_create(Screen());
@@ -25,7 +24,7 @@ lv_obj_t *CreateLabel(const LabelLook &look) {
   lv_obj_set_style_text_color(label, ColorOf(look.Color), kMainPart);
   lv_obj_set_style_text_font(label, FontOf(look.Font), kMainPart);
   lv_label_set_recolor(label, look.Recolor);
-  lv_obj_set_size(label, Pixels(gApp.ViewWidth - PanelLeft() - SideMargin()),
+  lv_obj_set_size(label, Pixels(gGeometry.ViewWidth - PanelLeft() - SideMargin()),
                   Pixels(PanelHeight()));
   lv_obj_set_pos(label, Pixels(PanelLeft()), static_cast<lv_coord_t>(ThreeTwentiethsHeight()));
   return label;

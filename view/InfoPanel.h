@@ -7,7 +7,7 @@
 
 #pragma once
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 
 /// Ignored when NULL, or 40 bytes long or longer.
 void SetPanelHeading(const CHAR8 *text);

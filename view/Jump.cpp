@@ -1,12 +1,13 @@
 #include "view/Jump.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
+#include "app/base/HostClient.h"
+#include "app/base/Run.h"
 #include "resources/ComponentIntake.h"
-#include "view/BoardView.h"
+#include "view/CalloutTexts.h"
 #include "view/ComponentPanel.h"
 #include "view/InfoPanel.h"
 #include "view/Look.h"
+#include "view/ViewState.h"
 
 namespace {
 
@@ -28,12 +29,12 @@ void RequestJump(UINT32 index) {
           component.SearchTokenId);
   LogInfo("[OBV] Use VeltSetupEventHandler to jump, ExitApp = TRUE.\n");
   shared->JumpRequested = 1;
-  gApp.ExitRequested = 1;
+  gRun.ExitRequested = 1;
 }
 
 void SetHighlighted(UINT32 index, bool highlighted) {
-  SetVisible(gView.Hotspots[index], highlighted);
-  SetVisible(gView.FocusLeaders[index], highlighted);
+  SetVisible(gView.Components[index].Hotspot, highlighted);
+  SetVisible(gView.Components[index].FocusLeader, highlighted);
 }
 
 /// Only texts with marks differ between the two states.
@@ -46,7 +47,7 @@ void SetCalloutText(lv_obj_t *callout, UINT32 index, const CHAR8 *text) {
 void EnterFocus(lv_obj_t *callout, UINT32 index) {
   lv_obj_add_state(callout, LV_STATE_FOCUSED);
   SetHighlighted(index, true);
-  SetCalloutText(callout, index, gView.FocusTexts[index]);
+  SetCalloutText(callout, index, gView.Components[index].FocusText);
   if (ComponentAt(index).Type != OBV_TYPE_UNCATEGORISED) {
     FillComponentPanel(index);
   }
@@ -56,7 +57,7 @@ void EnterFocus(lv_obj_t *callout, UINT32 index) {
 void LeaveFocus(lv_obj_t *callout, UINT32 index) {
   lv_obj_clear_state(callout, LV_STATE_FOCUSED);
   SetHighlighted(index, false);
-  SetCalloutText(callout, index, gView.DefaultTexts[index]);
+  SetCalloutText(callout, index, gView.Components[index].DefaultText);
   SetInfoText(" ");
 }
 

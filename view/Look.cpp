@@ -1,19 +1,17 @@
 #include "view/Look.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
 #include "platform/ColorText.h"
 #include "platform/FontTable.h"
+#include "view/FixedLook.h"
 
 namespace {
 
-constexpr lv_opa_t kBorderOpacity = 204;
 // For a host that forgot its record.
 constexpr OBV_CONFIG kNoLook = {};
 
-constexpr CHAR8 kStandardFace[] = "DroidSans";
-
-INT16 ScaledFontSize(UINT8 size) { return static_cast<INT16>(size * gApp.ScaleY); }
+INT16 ScaledFontSize(UINT8 size) { return static_cast<INT16>(size * gGeometry.ScaleY); }
 
 }  // namespace
 

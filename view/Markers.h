@@ -4,5 +4,13 @@
 
 #pragma once
 
+#include "app/base/Types.h"
+
 /// Builds both dots of every component, hidden.
 void BuildMarkers();
+
+/// Shows the dots that the component's state calls for.
+void ShowMarkers(UINTN index);
+
+/// Hides both dots.
+void HideMarkers(UINTN index);

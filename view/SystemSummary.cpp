@@ -1,10 +1,11 @@
 #include "view/SystemSummary.h"
 
-#include "app/HostClient.h"
-#include "app/HostFormat.h"
+#include "app/base/HostClient.h"
+#include "app/base/HostFormat.h"
 #include "platform/ColorText.h"
 #include "platform/TextTrim.h"
 #include "resources/ComponentIntake.h"
+#include "view/FixedLook.h"
 #include "view/InfoLine.h"
 #include "view/Layout.h"
 #include "view/Look.h"
@@ -12,8 +13,6 @@
 SystemSummaryState gSystemSummary;
 
 namespace {
-
-constexpr lv_coord_t kButtonGap = 10;
 
 enum Row : UINTN { kProcessorRow, kMemoryRow, kGpuRow, kFirstBootRow, kSpareRow, kRowCount };
 
@@ -106,7 +105,7 @@ void ShowSystemSummary() {
   lv_obj_set_style_text_color(label, ColorOf(Look().InfoText.Color), kMainPart);
   lv_obj_set_style_text_font(label, FontOf(Look().InfoLabel.Font), kMainPart);
   lv_obj_set_pos(label, Pixels(PanelLeft()), Pixels(FirstFilterButtonY()));
-  lv_obj_set_size(label, Pixels(FilterButtonLeft() - PanelLeft() - kButtonGap),
+  lv_obj_set_size(label, Pixels(FilterButtonLeft() - PanelLeft() - kSummaryFilterGap),
                   Pixels(LowerRuleY() - FirstFilterButtonY()));
   lv_label_set_text(label, gSystemSummary.Text);
 }

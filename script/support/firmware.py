@@ -124,7 +124,7 @@ def check_headers(output: Path) -> None:
         if strays:
             raise Failure(
                 f"{dependencies.stem} includes {strays[0]}, a header of this machine's C library. "
-                "Firmware code takes the headers under app/libc/include."
+                "Firmware code takes the headers under app/base/libc/include."
             )
 
 

@@ -1,15 +1,15 @@
-#include "test/bench/EncodeBench.h"
-
 #include <cstdio>
 #include <sstream>
 
-#include "platform/PngCodec.h"
 #include "test/bench/BenchHost.h"
+#include "test/bench/EncodeBench.h"
 #include "test/bench/EncodePeers.h"
 #include "test/bench/MeasureInChild.h"
 #include "test/bench/Report.h"
 #include "test/bench/Timing.h"
 #include "test/firmware/Run.h"
+
+#include "platform/PngCodec.h"
 
 // The application's allocator in native builds, where it is not called free.
 extern "C" void BoardscopeFree(void *pointer);

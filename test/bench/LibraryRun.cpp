@@ -1,14 +1,14 @@
 #include <ft2build.h>
 #include <cstdio>
-#include FT_FREETYPE_H
 
-#include "platform/FontTable.h"
-#include "platform/LvglMemory.h"
 #include "test/bench/BenchHost.h"
 #include "test/bench/MeasureInChild.h"
 #include "test/bench/Timing.h"
 #include "test/bench/ViewRun.h"
 #include "test/firmware/Run.h"
+
+#include "platform/FontTable.h"
+#include "platform/LvglMemory.h"
 
 #define LODEPNG_NO_COMPILE_CPP
 extern "C" {

@@ -1,7 +1,7 @@
 #include "test/bench/Probes.h"
-
-#include "app/Firmware.h"
 #include "test/bench/Timing.h"
+
+#include "app/base/Firmware.h"
 
 // A wrapped function is reached by its symbol alone; the names here stand for the two symbols that
 // the linker makes of it.

@@ -1,12 +1,12 @@
-#include "test/bench/ResamplerBench.h"
-
 #include <algorithm>
 #include <cstdio>
 #include <random>
 
-#include "resources/Resampler.h"
 #include "test/bench/Peers.h"
 #include "test/bench/Report.h"
+#include "test/bench/ResamplerBench.h"
+
+#include "resources/Resampler.h"
 
 namespace bench {
 

@@ -1,8 +1,8 @@
+#include "test/bench/BenchHost.h"
 #include "test/bench/ViewTasks.h"
 
 #include "lvgl.h"
-#include "test/bench/BenchHost.h"
-#include "view/BoardView.h"
+#include "view/ViewState.h"
 
 namespace bench {
 

@@ -2,14 +2,14 @@
   A font file: opened in the smallest and the largest size, its glyphs read and drawn in a label.
 **/
 
+#include "test/firmware/Run.h"
 #include "test/fuzz/Fuzz.h"
+#include "test/unit/stage/ApplicationPool.h"
 
-#include "app/HostClient.h"
+#include "app/base/HostClient.h"
 #include "lvgl.h"
 #include "platform/LvglGuard.h"
 #include "platform/LvglMemory.h"
-#include "test/firmware/Run.h"
-#include "test/unit/stage/ApplicationPool.h"
 
 namespace {
 

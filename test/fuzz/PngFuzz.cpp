@@ -2,15 +2,15 @@
   The board picture's file, from its bytes to the scaled and recoloured pixels.
 **/
 
+#include "test/firmware/Run.h"
 #include "test/fuzz/Fuzz.h"
+#include "test/unit/stage/ApplicationPool.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
 #include "platform/LvglGuard.h"
 #include "platform/LvglMemory.h"
 #include "resources/BoardImage.h"
-#include "test/firmware/Run.h"
-#include "test/unit/stage/ApplicationPool.h"
 
 extern "C" {
 #include <Library/BaseLib.h>
@@ -111,8 +111,8 @@ void Use(const Bytes &file, OBV_SHARED_STATE *shared) {
   machine.Pool.Capacity = UINT64{256} << 20;
   fake::RunLibraryConstructors(machine);
   gHost = {nullptr, shared, nullptr};
-  gApp.ViewWidth = 1024;
-  gApp.ViewHeight = 768;
+  gGeometry.ViewWidth = 1024;
+  gGeometry.ViewHeight = 768;
   gLvglMemory = {BoardscopeAllocateOrFail, BoardscopeFree, BoardscopeReallocateOrFail};
   Scale(file, 13, 7);
   Scale(file, 64, 48);

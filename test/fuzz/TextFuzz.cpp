@@ -4,8 +4,8 @@
 
 #include "test/fuzz/Fuzz.h"
 
-#include "app/HostFormat.h"
-#include "app/Utf8.h"
+#include "app/base/HostFormat.h"
+#include "app/base/Utf8.h"
 #include "platform/ColorText.h"
 #include "platform/TextTrim.h"
 #include "view/InfoLine.h"

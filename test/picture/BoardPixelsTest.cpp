@@ -1,9 +1,9 @@
 // The board picture on the screen, against an independent resampler.
 
 #include "test/picture/ReferenceRun.h"
+#include "test/picture/TestBoard.h"
 
 #include "host/portable/Blobs.h"
-#include "test/picture/TestBoard.h"
 
 namespace picture {
 namespace {

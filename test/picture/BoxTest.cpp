@@ -2,9 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "host/portable/Texts.h"
 #include "test/picture/ReferenceRun.h"
 #include "test/picture/TestBoard.h"
+
+#include "host/portable/Texts.h"
 
 namespace picture {
 namespace {

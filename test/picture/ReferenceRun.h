@@ -6,9 +6,10 @@
 
 #include <gtest/gtest.h>
 
-#include "host/portable/Host.h"
 #include "test/firmware/Run.h"
 #include "test/picture/PictureFile.h"
+
+#include "host/portable/Host.h"
 
 namespace picture {
 

@@ -1,8 +1,10 @@
 // From start to end: hooks, timers, the clock, the order of the shut-down.
 
 #include "test/unit/stage/WholeRun.h"
-#include "view/BoardView.h"
+
+#include "app/base/Run.h"
 #include "view/StatusRefresh.h"
+#include "view/ViewState.h"
 
 namespace {
 
@@ -36,7 +38,7 @@ class Lifecycle : public WholeRun {
     fake::RunOptions options = OneTurn();
     options.StepPerTurn = 0;
     Host.OnAfterAppLife = [&] {
-      Machine.Clock.SetMilliseconds(gApp.StartTime + milliseconds);
+      Machine.Clock.SetMilliseconds(gRun.StartTime + milliseconds);
       return EFI_SUCCESS;
     };
     Run(options);
@@ -115,7 +117,7 @@ TEST_F(Lifecycle, TheTickFollowsTheHostsClock) {
   options.StepPerTurn = 7;
   options.EveryTurn = [](int turn) {
     EXPECT_EQ(lv_tick_get(), static_cast<UINT32>(turn - 1) * 7);
-    gApp.ExitRequested = turn == 20;
+    gRun.ExitRequested = turn == 20;
   };
   EXPECT_EQ(Run(options).Turns, 20);
 }
@@ -128,7 +130,7 @@ TEST_F(Lifecycle, ElapsedTimeIsCutTo32Bits) {
   options.At(1, [this] { Machine.Clock.Advance((UINT64{1} << 32) + 5); });
   options.At(2, [&] {
     tick = lv_tick_get();
-    gApp.ExitRequested = 1;
+    gRun.ExitRequested = 1;
   });
   Run(options);
   EXPECT_EQ(tick, 5u);

@@ -1,8 +1,9 @@
 // Bringing back what the user looked at: from the shared record, then from the setup.
 
-#include "app/UiState.h"
 #include "test/firmware/SetupEventHandler.h"
 #include "test/unit/stage/ViewStage.h"
+
+#include "app/UiState.h"
 
 namespace {
 
@@ -33,11 +34,11 @@ class RestoreUiState : public ViewStage {
   }
   static lv_obj_t *Focused() { return lv_group_get_focused(gLvglPort.Group); }
   using ClickCounts = std::array<int, kCategoryCount>;
-  /// Components whose object in one of the view's tables is shown.
-  static std::vector<int> Shown(lv_obj_t *const *objects = gView.Callouts) {
+  /// The components of which this object is shown.
+  static std::vector<int> Shown(lv_obj_t *ComponentWidgets::*object = &ComponentWidgets::Callout) {
     std::vector<int> shown;
     for (int i = 0; i < 4; i++) {
-      if (!IsHidden(objects[i])) {
+      if (!IsHidden(gView.Components[i].*object)) {
         shown.push_back(i);
       }
     }
@@ -59,7 +60,7 @@ TEST_F(RestoreUiState, FocusIndex0FocusesTheDefaultObject) {
 TEST_F(RestoreUiState, FocusIndexesBelow100AreCallouts) {
   Host.State.FocusIndex = 3;
   Restore();
-  EXPECT_EQ(Focused(), gView.Callouts[2]);
+  EXPECT_EQ(Focused(), gView.Components[2].Callout);
 }
 
 TEST_F(RestoreUiState, FocusIndexesFrom101AreCategoryButtons) {
@@ -92,7 +93,7 @@ TEST_F(RestoreUiState, FocusIndex100IsNotTheHundredthCallout) {
   Host.State.SelectedCategory = 5;
   Host.State.FocusIndex = 100;
   Restore();
-  ASSERT_NE(gView.Callouts[99], nullptr);
+  ASSERT_NE(gView.Components[99].Callout, nullptr);
   EXPECT_EQ(Focused(), gView.CloseButton);
 }
 
@@ -184,7 +185,7 @@ TEST_F(RestoreUiState, TheSetupsSelectionOverridesTheRecords) {
   Restore();
   EXPECT_EQ(Clicks, (ClickCounts{0, 1, 1, 0, 0, 0}));
   EXPECT_EQ(gView.CategoryFilter, UINT32{OBV_TYPE_USB});
-  EXPECT_EQ(Focused(), gView.Callouts[2]);
+  EXPECT_EQ(Focused(), gView.Components[2].Callout);
   EXPECT_EQ(Shown(), (std::vector{1, 2}));
 }
 
@@ -199,16 +200,16 @@ TEST_F(RestoreUiState, ACategoryWithoutAButtonFiltersTheCallouts) {
   EXPECT_EQ(Clicks, (ClickCounts{1, 0, 0, 0, 0, 0}));
   EXPECT_EQ(gView.CategoryFilter, 5u);
   EXPECT_EQ(Shown(), (std::vector{2, 3}));
-  EXPECT_EQ(Shown(gView.Leaders), (std::vector{2, 3}));
-  EXPECT_EQ(Shown(gView.FirstMarkers), std::vector<int>{});
-  EXPECT_EQ(Shown(gView.SecondMarkers), std::vector<int>{});
+  EXPECT_EQ(Shown(&ComponentWidgets::Leader), (std::vector{2, 3}));
+  EXPECT_EQ(Shown(&ComponentWidgets::FirstMarker), std::vector<int>{});
+  EXPECT_EQ(Shown(&ComponentWidgets::SecondMarker), std::vector<int>{});
 }
 
 TEST_F(RestoreUiState, AComponentOfACategoryWithoutAButtonIsFocused) {
   Setup.Install();
   Setup.Select(5, u"OTHER");
   Restore();
-  EXPECT_EQ(Focused(), gView.Callouts[3]);
+  EXPECT_EQ(Focused(), gView.Components[3].Callout);
 }
 
 TEST_F(RestoreUiState, AComponentOfAnotherCategoryIsNotFocused) {
@@ -222,7 +223,7 @@ TEST_F(RestoreUiState, WithCategory0AComponentOfAnyCategoryIsFocused) {
   Setup.Install();
   Setup.Select(0, u"CPU");
   Restore();
-  EXPECT_EQ(Focused(), gView.Callouts[0]);
+  EXPECT_EQ(Focused(), gView.Components[0].Callout);
 }
 
 TEST_F(RestoreUiState, NamesAreComparedExactly) {
@@ -245,7 +246,7 @@ TEST_F(RestoreUiState, OfEqualNamesTheFirstOfTheCategoryIsFocused) {
   Setup.Install();
   Setup.Select(OBV_TYPE_USB, u"TWIN");
   Restore();
-  EXPECT_EQ(Focused(), gView.Callouts[1]);
+  EXPECT_EQ(Focused(), gView.Components[1].Callout);
 }
 
 TEST_F(RestoreUiState, ANameThatFillsItsFieldIsRead) {
@@ -253,7 +254,7 @@ TEST_F(RestoreUiState, ANameThatFillsItsFieldIsRead) {
   Setup.Install();
   Setup.Select(0, u"TWENTY_LETTERS_LONG_");
   Restore();
-  EXPECT_EQ(Focused(), gView.Callouts[2]);
+  EXPECT_EQ(Focused(), gView.Components[2].Callout);
 }
 
 TEST_F(RestoreUiState, AnEmptyNameLeavesTheFocusToTheButton) {

@@ -1,9 +1,11 @@
 // What is kept for the next visit.
 
-#include "app/UiState.h"
-#include "platform/Pointer.h"
 #include "test/unit/stage/ViewStage.h"
 #include "test/unit/stage/WholeRun.h"
+
+#include "app/UiState.h"
+#include "app/base/Geometry.h"
+#include "platform/Pointer.h"
 
 namespace {
 
@@ -27,7 +29,7 @@ using SavedUiState = SaveUiStateStage;
 TEST_F(SavedUiState, ACalloutsFocusIsItsIndexPlus1) {
   Build();
   for (UINT16 i = 0; i < Host.Components.size(); i++) {
-    EXPECT_EQ(SavedFocus(gView.Callouts[i]), i + 1);
+    EXPECT_EQ(SavedFocus(gView.Components[i].Callout), i + 1);
   }
 }
 
@@ -51,8 +53,8 @@ TEST_F(SavedUiState, AnyOtherFocusIsNone) {
 TEST_F(SavedUiState, CalloutsAreLookedForUpToTheHostsCount) {
   Build();
   Host.State.ComponentCount = 2;
-  EXPECT_EQ(SavedFocus(gView.Callouts[1]), 2);
-  EXPECT_EQ(SavedFocus(gView.Callouts[2]), 0);
+  EXPECT_EQ(SavedFocus(gView.Components[1].Callout), 2);
+  EXPECT_EQ(SavedFocus(gView.Components[2].Callout), 0);
 }
 
 TEST_F(SavedUiState, OnlyTheSixCategoriesAreKept) {
@@ -67,8 +69,8 @@ TEST_F(SavedUiState, OnlyTheSixCategoriesAreKept) {
 
 TEST_F(SavedUiState, ThePointerIsKeptInTheSetupsCoordinates) {
   Build();
-  gApp.PreviousWidth = 1280;
-  gApp.PreviousHeight = 1024;
+  gGeometry.PreviousWidth = 1280;
+  gGeometry.PreviousHeight = 1024;
   gPointer.X = 1917;
   gPointer.Y = 541;
   SaveUiState();
@@ -79,8 +81,8 @@ TEST_F(SavedUiState, ThePointerIsKeptInTheSetupsCoordinates) {
 
 TEST_F(SavedUiState, LargeScreensDoNotOverflow) {
   Build();
-  gApp.PreviousWidth = gApp.ViewWidth = 7680;
-  gApp.PreviousHeight = gApp.ViewHeight = 4320;
+  gGeometry.PreviousWidth = gGeometry.ViewWidth = 7680;
+  gGeometry.PreviousHeight = gGeometry.ViewHeight = 4320;
   gPointer.X = 7677;
   gPointer.Y = 4317;
   SaveUiState();
@@ -97,7 +99,7 @@ TEST_F(SavedVisit, AWholeRunSavesWhatItShowed) {
   options.At(3, [this] { Machine.Mouse()->Move(0, 0); });
   options.At(30, [this] {
     lv_event_send(gView.FilterButtons[4], LV_EVENT_CLICKED, nullptr);
-    lv_group_focus_obj(gView.Callouts[5]);
+    lv_group_focus_obj(gView.Components[5].Callout);
   });
   EXPECT_EQ(Run(options).Status, EFI_SUCCESS);
   EXPECT_EQ(Host.State.UiStateSaved, 1);

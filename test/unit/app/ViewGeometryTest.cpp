@@ -2,7 +2,8 @@
 
 #include "test/unit/stage/ConnectedHost.h"
 
-#include "app/ViewGeometry.h"
+#include "app/ChooseGeometry.h"
+#include "app/base/Geometry.h"
 
 namespace {
 
@@ -27,12 +28,13 @@ class ViewGeometry : public ConnectedHost {
   EFI_STATUS Choose(std::vector<VideoMode> modes) {
     fake::GraphicsOutput &output = Machine.AddOutput(modes);
     gHost.Gop = output.Protocol();
-    gApp.PreviousWidth = static_cast<UINT16>(modes[0].Width);
-    gApp.PreviousHeight = static_cast<UINT16>(modes[0].Height);
+    gGeometry.PreviousWidth = static_cast<UINT16>(modes[0].Width);
+    gGeometry.PreviousHeight = static_cast<UINT16>(modes[0].Height);
     return ChooseViewGeometry();
   }
   static Geometry Chosen() {
-    return {gApp.ViewWidth, gApp.ViewHeight, gApp.ScaleX, gApp.ScaleY, gApp.ModeNumber};
+    return {gGeometry.ViewWidth, gGeometry.ViewHeight, gGeometry.ScaleX, gGeometry.ScaleY,
+            gGeometry.ModeNumber};
   }
   static std::string Unsupported(const std::string &size) {
     return "[VeltBoardscopeAppEntryPoint] " + size + " unsupported by GOP.\n";
@@ -95,7 +97,7 @@ TEST_F(ViewGeometry, A1024x600ScreenIsReplacedBy1024x768) {
 
 TEST_F(ViewGeometry, NeitherSizeIsUnsupported) {
   EXPECT_EQ(Choose({{800, 600}, {1280, 1024}}), EFI_UNSUPPORTED);
-  EXPECT_EQ(gApp.ModeNumber, -1);
+  EXPECT_EQ(gGeometry.ModeNumber, -1);
   EXPECT_EQ(Log(), (LogLines{Info(Unsupported("1920*1080")), Info(Unsupported("1024*768"))}));
 }
 
@@ -107,8 +109,8 @@ TEST_F(ViewGeometry, ALargeScreenIsKeptEvenWhenItsModeIsNotListed) {
   fake::GraphicsOutput &output = Machine.AddOutput({{2560, 1440}});
   output.SetModes({{1920, 1080}});
   gHost.Gop = output.Protocol();
-  gApp.PreviousWidth = 2560;
-  gApp.PreviousHeight = 1440;
+  gGeometry.PreviousWidth = 2560;
+  gGeometry.PreviousHeight = 1440;
   EXPECT_EQ(ChooseViewGeometry(), EFI_SUCCESS);
   EXPECT_EQ(Chosen(), (Geometry{2560, 1440, 2560 / 1920.0, 1440 / 1080.0, -1}));
 }
@@ -117,8 +119,8 @@ TEST_F(ViewGeometry, ASmallScreenIsKeptEvenWhenItsModeIsNotListed) {
   fake::GraphicsOutput &output = Machine.AddOutput({{1024, 768}});
   output.SetModes({{1920, 1080}});
   gHost.Gop = output.Protocol();
-  gApp.PreviousWidth = 1024;
-  gApp.PreviousHeight = 768;
+  gGeometry.PreviousWidth = 1024;
+  gGeometry.PreviousHeight = 768;
   EXPECT_EQ(ChooseViewGeometry(), EFI_SUCCESS);
   EXPECT_EQ(Chosen(), (Geometry{1024, 768, 0.7, 0.8, -1}));
 }

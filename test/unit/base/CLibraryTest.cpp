@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/Firmware.h"
+#include "app/base/Firmware.h"
 
 #define memset TestedMemset
 #define __memset TestedMemset2
@@ -18,7 +18,7 @@
 #define strstr TestedStrstr
 #define qsort TestedQsort
 #define longjmp TestedLongjmp
-#include "app/CLibrary.cpp"
+#include "app/base/CLibrary.cpp"
 #undef memset
 #undef __memset
 #undef memcpy

@@ -2,7 +2,9 @@
 
 #include "test/unit/stage/ConnectedHost.h"
 
-#include "app/LocalizedStrings.h"
+#include "app/base/Geometry.h"
+#include "app/base/LocalizedStrings.h"
+#include "app/base/LocateHost.h"
 
 namespace {
 
@@ -26,8 +28,8 @@ TEST_F(HostClient, TakesOverRecordAndOutput) {
 TEST_F(HostClient, RecordsAndLogsTheSetupScreensSize) {
   Host.Install();
   EXPECT_EQ(InitializeObvProtocol(), EFI_SUCCESS);
-  EXPECT_EQ(gApp.PreviousWidth, 1366);
-  EXPECT_EQ(gApp.PreviousHeight, 768);
+  EXPECT_EQ(gGeometry.PreviousWidth, 1366);
+  EXPECT_EQ(gGeometry.PreviousHeight, 768);
   EXPECT_EQ(Log(), (LogLines{Info("previous resolution: 1366 768\n"),
                              Error("Load multilangage string success\n")}));
 }
@@ -42,7 +44,7 @@ TEST_F(HostClient, AsksForAnOutputWhenTheRecordHasNone) {
   };
   EXPECT_EQ(InitializeObvProtocol(), EFI_SUCCESS);
   EXPECT_EQ(gHost.Gop, other.Protocol());
-  EXPECT_EQ(gApp.PreviousWidth, 800);
+  EXPECT_EQ(gGeometry.PreviousWidth, 800);
 }
 
 TEST_F(HostClient, AHostWithoutAnOutputEndsTheStart) {

@@ -3,7 +3,7 @@
 #include "test/unit/stage/ApplicationPool.h"
 #include "test/unit/stage/ConnectedHost.h"
 
-#include "app/LocalizedStrings.h"
+#include "app/base/LocalizedStrings.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "app/LowBytes.h"
+#include "app/base/LowBytes.h"
 
 namespace {
 

@@ -4,7 +4,7 @@
 
 #include "test/firmware/Text.h"
 
-#include "app/Utf8.h"
+#include "app/base/Utf8.h"
 
 namespace {
 

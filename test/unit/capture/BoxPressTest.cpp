@@ -3,6 +3,8 @@
 #include "test/unit/stage/BoxStage.h"
 #include "test/unit/stage/RunScript.h"
 
+#include "app/base/Run.h"
+
 namespace {
 
 class BoxPress : public RunScript {
@@ -22,7 +24,7 @@ class BoxPress : public RunScript {
     Then([] {
       ASSERT_TRUE(BoxIsOpen());
       EXPECT_EQ(Focused(), BoxButtons());
-      EXPECT_EQ(gApp.ExitRequested, 0);
+      EXPECT_EQ(gRun.ExitRequested, 0);
       EXPECT_EQ(gView.CategoryFilter, 0u);
     });
   }
@@ -40,11 +42,11 @@ TEST_F(BoxPress, FilterButtonThatWasHeldDownDoesNotActWhenLetGo) {
 }
 
 TEST_F(BoxPress, CalloutThatWasHeldDownDoesNotJumpWhenLetGo) {
-  Then([this] { Point(gView.Callouts[0], true); });
+  Then([this] { Point(gView.Components[0].Callout, true); });
   ThenScan(SCAN_F12);
-  Then([this] { Point(gView.Callouts[0], false); });
+  Then([this] { Point(gView.Components[0].Callout, false); });
   ThenBoxIsUntouched();
-  Then([] { EXPECT_FALSE(lv_obj_has_state(gView.Callouts[0], LV_STATE_PRESSED)); });
+  Then([] { EXPECT_FALSE(lv_obj_has_state(gView.Components[0].Callout, LV_STATE_PRESSED)); });
   ThenScan(SCAN_ESC);
   Run();
   EXPECT_TRUE(RanToTheEnd());
@@ -64,9 +66,9 @@ TEST_F(BoxPress, PressInTheTurnThatOpensTheBoxDoesNotReachTheView) {
 }
 
 TEST_F(BoxPress, ClickAfterADroppedPressWorks) {
-  Then([this] { Point(gView.Callouts[0], true); });
+  Then([this] { Point(gView.Components[0].Callout, true); });
   ThenScan(SCAN_F12);
-  Then([this] { Point(gView.Callouts[0], false); });
+  Then([this] { Point(gView.Components[0].Callout, false); });
   for (bool pressed : {false, true, false}) {
     Then([this, pressed] {
       auto *matrix = reinterpret_cast<lv_btnmatrix_t *>(BoxButtons());

@@ -37,7 +37,7 @@ class ChoiceKeys : public RunScript {
     Then([] { EXPECT_FALSE(BoxIsOpen()); });
   }
   void ThenFocusIsBack() {
-    Then([] { EXPECT_EQ(Focused(), gView.Callouts[kFocused]); });
+    Then([] { EXPECT_EQ(Focused(), gView.Components[kFocused].Callout); });
   }
   /// Leaves an open box, so that the final Esc ends the run.
   void ThenLeaveBox() { ThenScan(SCAN_ESC); }
@@ -104,7 +104,7 @@ TEST_F(ChoiceKeys, EscClosesTheBoxAloneAndChoosesNothing) {
   ThenScan(SCAN_ESC);
   ThenBoxIsClosed();
   Then([this] {
-    EXPECT_EQ(gApp.ExitRequested, 0);
+    EXPECT_EQ(gRun.ExitRequested, 0);
     // Deliberately open until the next look for volumes, or the end.
     EXPECT_EQ(OpenCount(), 3u);
   });
@@ -188,11 +188,11 @@ TEST_F(ChoiceKeys, PointingDoesNotMoveTheFocusWhileItIsOpen) {
   ThenPoint(520, 310);
   Then([] {
     EXPECT_EQ(Focused(), BoxButtons());
-    EXPECT_TRUE(IsHidden(gView.Hotspots[0]));
+    EXPECT_TRUE(IsHidden(gView.Components[0].Hotspot));
   });
   ThenLeaveBox();
   ThenPoint(521, 310);
-  Then([] { EXPECT_EQ(Focused(), gView.Callouts[0]); });
+  Then([] { EXPECT_EQ(Focused(), gView.Components[0].Callout); });
   Run();
 }
 
@@ -243,8 +243,8 @@ TEST_F(ResultKeys, EnterClosesItAndGivesTheFocusBack) {
   ThenEnter();
   Then([] {
     EXPECT_FALSE(BoxIsOpen());
-    EXPECT_EQ(Focused(), gView.Callouts[3]);
-    EXPECT_FALSE(IsHidden(gView.Hotspots[3]));
+    EXPECT_EQ(Focused(), gView.Components[3].Callout);
+    EXPECT_FALSE(IsHidden(gView.Components[3].Hotspot));
   });
   Run();
   EXPECT_TRUE(RanToTheEnd());
@@ -274,17 +274,17 @@ TEST_F(ResultKeys, F12OpensAnotherAfterItWasClosed) {
   ThenScan(SCAN_F12);
   Then([] { EXPECT_TRUE(BoxIsOpen()); });
   ThenEnter();
-  Then([] { EXPECT_EQ(Focused(), gView.Callouts[3]); });
+  Then([] { EXPECT_EQ(Focused(), gView.Components[3].Callout); });
   Run();
   EXPECT_TRUE(RanToTheEnd());
 }
 
 TEST_F(ResultKeys, ObjectThatLeftTheGroupDoesNotGetTheFocusBack) {
-  Then([] { lv_group_remove_obj(gView.Callouts[3]); });
+  Then([] { lv_group_remove_obj(gView.Components[3].Callout); });
   ThenEnter();
   Then([] {
     EXPECT_FALSE(BoxIsOpen());
-    EXPECT_NE(Focused(), gView.Callouts[3]);
+    EXPECT_NE(Focused(), gView.Components[3].Callout);
   });
   Run();
   EXPECT_TRUE(RanToTheEnd());

@@ -28,32 +28,32 @@ TEST_F(ResultBox, ShowsItsTextsInTheirColoursWithOneButton) {
   EXPECT_EQ(BoxTitle(), "Title");
   EXPECT_EQ(BoxText(), "Text");
   EXPECT_EQ(ButtonMap(), std::vector<std::string>{"OK"});
-  EXPECT_EQ(ColorOf(lv_msgbox_get_title(gModalBox.Box)), 0x112233u);
-  EXPECT_EQ(ColorOf(lv_msgbox_get_text(gModalBox.Box)), 0x445566u);
-  EXPECT_EQ(FontOf(lv_msgbox_get_title(gModalBox.Box)), "DroidSans 20");
-  EXPECT_EQ(FontOf(lv_msgbox_get_text(gModalBox.Box)), "DroidSans 18");
+  EXPECT_EQ(ColorOf(lv_msgbox_get_title(gMessageBox.Box)), 0x112233u);
+  EXPECT_EQ(ColorOf(lv_msgbox_get_text(gMessageBox.Box)), 0x445566u);
+  EXPECT_EQ(FontOf(lv_msgbox_get_title(gMessageBox.Box)), "DroidSans 20");
+  EXPECT_EQ(FontOf(lv_msgbox_get_text(gMessageBox.Box)), "DroidSans 18");
   EXPECT_EQ(FontOf(BoxButtons()), "DroidSans 18");
-  EXPECT_EQ(lv_msgbox_get_close_btn(gModalBox.Box), nullptr);
+  EXPECT_EQ(lv_msgbox_get_close_btn(gMessageBox.Box), nullptr);
 }
 
 TEST_F(ResultBox, SizesAt1920By1080) {
   BuildAndShow();
-  EXPECT_EQ(PlaceOf(gModalBox.Box), (Place{0, 270, 1920, 540}));
+  EXPECT_EQ(PlaceOf(gMessageBox.Box), (Place{0, 270, 1920, 540}));
   EXPECT_EQ(PlaceOf(BoxButtons()).Width, 100);
   EXPECT_EQ(PlaceOf(BoxButtons()).Height, 30);
-  EXPECT_EQ(lv_obj_get_style_pad_left(gModalBox.Box, LV_PART_MAIN), 480);
-  EXPECT_EQ(lv_obj_get_style_pad_right(gModalBox.Box, LV_PART_MAIN), 480);
-  EXPECT_EQ(Rgb(lv_obj_get_style_bg_color(gModalBox.Box, LV_PART_MAIN)), 0x2C2C2Cu);
-  EXPECT_EQ(lv_obj_get_style_radius(gModalBox.Box, LV_PART_MAIN), 0);
-  EXPECT_EQ(lv_obj_get_style_border_width(gModalBox.Box, LV_PART_MAIN), 0);
+  EXPECT_EQ(lv_obj_get_style_pad_left(gMessageBox.Box, LV_PART_MAIN), 480);
+  EXPECT_EQ(lv_obj_get_style_pad_right(gMessageBox.Box, LV_PART_MAIN), 480);
+  EXPECT_EQ(Rgb(lv_obj_get_style_bg_color(gMessageBox.Box, LV_PART_MAIN)), 0x2C2C2Cu);
+  EXPECT_EQ(lv_obj_get_style_radius(gMessageBox.Box, LV_PART_MAIN), 0);
+  EXPECT_EQ(lv_obj_get_style_border_width(gMessageBox.Box, LV_PART_MAIN), 0);
 }
 
 TEST_F(ResultBox, SizesAt1024By768) {
   BuildAndShow(1024, 768);
-  EXPECT_EQ(PlaceOf(gModalBox.Box), (Place{0, 192, 1024, 384}));
+  EXPECT_EQ(PlaceOf(gMessageBox.Box), (Place{0, 192, 1024, 384}));
   EXPECT_EQ(PlaceOf(BoxButtons()).Width, 70);
   EXPECT_EQ(PlaceOf(BoxButtons()).Height, 24);
-  EXPECT_EQ(FontOf(lv_msgbox_get_title(gModalBox.Box)), "DroidSans 16");
+  EXPECT_EQ(FontOf(lv_msgbox_get_title(gMessageBox.Box)), "DroidSans 16");
   EXPECT_EQ(FontOf(BoxButtons()), "DroidSans 14");
 }
 
@@ -61,11 +61,11 @@ TEST_F(ResultBox, TakesAndReturnsTheFocus) {
   Build();
   lv_group_focus_obj(gView.FilterButtons[4]);
   ShowResultBox("Title", "Text", kBoxTitleColor, kBoxTextColor);
-  EXPECT_EQ(gModalBox.ModalMessageBoxOpen, 1);
+  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 1);
   EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), BoxButtons());
   EXPECT_EQ(SelectedButton(), 0);
-  lv_event_send(gModalBox.Box, LV_EVENT_VALUE_CHANGED, nullptr);
-  EXPECT_EQ(gModalBox.ModalMessageBoxOpen, 0);
+  lv_event_send(gMessageBox.Box, LV_EVENT_VALUE_CHANGED, nullptr);
+  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 0);
   EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), gView.FilterButtons[4]);
   EXPECT_EQ(lv_obj_get_child_cnt(lv_layer_top()), 0u);
 }
@@ -73,8 +73,8 @@ TEST_F(ResultBox, TakesAndReturnsTheFocus) {
 TEST_F(ResultBox, EmptyTextsAreShownAsNothing) {
   Build();
   ShowResultBox("", "", kBoxTitleColor, kBoxTextColor);
-  EXPECT_EQ(lv_msgbox_get_title(gModalBox.Box), nullptr);
-  EXPECT_EQ(lv_msgbox_get_text(gModalBox.Box), nullptr);
+  EXPECT_EQ(lv_msgbox_get_title(gMessageBox.Box), nullptr);
+  EXPECT_EQ(lv_msgbox_get_text(gMessageBox.Box), nullptr);
   EXPECT_EQ(ButtonMap(), std::vector<std::string>{"OK"});
 }
 

@@ -2,6 +2,8 @@
 
 #include "test/unit/stage/ScreenshotStage.h"
 
+#include "capture/MessageBox.h"
+
 namespace {
 
 using fake::Service;
@@ -39,9 +41,9 @@ TEST_F(Screenshot, OutcomesColours) {
   ThenF12();
   ThenEnter();
   Then([] {
-    EXPECT_EQ(Rgb(lv_obj_get_style_text_color(lv_msgbox_get_title(gModalBox.Box), LV_PART_MAIN)),
+    EXPECT_EQ(Rgb(lv_obj_get_style_text_color(lv_msgbox_get_title(gMessageBox.Box), LV_PART_MAIN)),
               0xFFFFFFu);
-    EXPECT_EQ(Rgb(lv_obj_get_style_text_color(lv_msgbox_get_text(gModalBox.Box), LV_PART_MAIN)),
+    EXPECT_EQ(Rgb(lv_obj_get_style_text_color(lv_msgbox_get_text(gMessageBox.Box), LV_PART_MAIN)),
               0xD0D0D0u);
   });
   ThenEnter();

@@ -5,7 +5,8 @@
 #include "test/firmware/Run.h"
 #include "test/firmware/TestHost.h"
 
-#include "app/HostClient.h"
+#include "app/base/HostClient.h"
+#include "app/base/LocateHost.h"
 #include "capture/UsbVolumes.h"
 
 namespace {

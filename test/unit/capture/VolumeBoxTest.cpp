@@ -2,7 +2,8 @@
 
 #include "test/unit/stage/BoxStage.h"
 
-#include "app/HostClient.h"
+#include "app/base/HostClient.h"
+#include "capture/MessageBox.h"
 #include "capture/Screenshot.h"
 #include "platform/LvglPort.h"
 
@@ -194,9 +195,9 @@ TEST_F(VolumeBoxMap, WithoutAPressedButtonNothingIsSaved) {
   AddSticks(1);
   BuildAndOpen();
   lv_btnmatrix_set_selected_btn(BoxButtons(), LV_BTNMATRIX_BTN_NONE);
-  lv_event_send(gModalBox.Box, LV_EVENT_VALUE_CHANGED, nullptr);
+  lv_event_send(gMessageBox.Box, LV_EVENT_VALUE_CHANGED, nullptr);
   EXPECT_TRUE(Host.Logged("F12ScreenShots Canceled\n"));
-  EXPECT_EQ(gModalBox.ModalMessageBoxOpen, 0);
+  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 0);
   EXPECT_EQ(Sticks[0]->RootNames(), std::vector<std::u16string>{});
   EXPECT_EQ(OpenCount(), 0u);
 }
@@ -204,7 +205,7 @@ TEST_F(VolumeBoxMap, WithoutAPressedButtonNothingIsSaved) {
 TEST_F(VolumeBoxMap, TextsOfAnEarlierBoxDoNotShineThrough) {
   AddSticks(5);
   BuildAndOpen();
-  lv_msgbox_close(gModalBox.Box);
+  lv_msgbox_close(gMessageBox.Box);
   for (int stick : {4, 3, 2, 1}) {
     Machine.RemoveVolume(*Sticks[static_cast<size_t>(stick)]);
   }
@@ -219,7 +220,7 @@ TEST_F(VolumeBoxMap, WithoutMemoryForItsTextsNothingOpens) {
   // Screen copy and volume information come first.
   Machine.FailCall(Service::AllocatePool, 3, EFI_OUT_OF_RESOURCES);
   EXPECT_EQ(F12ScreenShots(), EFI_OUT_OF_RESOURCES);
-  EXPECT_EQ(gModalBox.ModalMessageBoxOpen, 0);
+  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 0);
   EXPECT_EQ(OpenCount(), 0u);
   EXPECT_TRUE(Host.Logged("[F12ScreenShots] Error occurs: Out of Resources\n"));
   ASSERT_EQ(F12ScreenShots(), EFI_SUCCESS);
@@ -229,17 +230,17 @@ TEST_F(VolumeBoxMap, WithoutMemoryForItsTextsNothingOpens) {
 TEST_F(VolumeBox, StandsOnTheTopLayerWithTitleAndText) {
   AddSticks(1);
   BuildAndOpen();
-  EXPECT_EQ(lv_obj_get_screen(gModalBox.Box), lv_layer_top());
+  EXPECT_EQ(lv_obj_get_screen(gMessageBox.Box), lv_layer_top());
   EXPECT_EQ(BoxTitle(), "Choose a volume");
   EXPECT_EQ(BoxText(), "Where shall the picture go?");
-  EXPECT_EQ(lv_msgbox_get_close_btn(gModalBox.Box), nullptr);
-  EXPECT_EQ(gModalBox.ModalMessageBoxOpen, 1);
+  EXPECT_EQ(lv_msgbox_get_close_btn(gMessageBox.Box), nullptr);
+  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 1);
 }
 
 TEST_F(VolumeBox, CoversTheMiddleHalfOfTheScreen) {
   AddSticks(1);
   BuildAndOpen();
-  lv_obj_t *box = gModalBox.Box;
+  lv_obj_t *box = gMessageBox.Box;
   EXPECT_EQ(PlaceOf(box), (Place{0, 270, 1920, 540}));
   EXPECT_EQ(Rgb(lv_obj_get_style_bg_color(box, LV_PART_MAIN)), 0x2C2C2Cu);
   EXPECT_EQ(lv_obj_get_style_radius(box, LV_PART_MAIN), 0);
@@ -251,20 +252,20 @@ TEST_F(VolumeBox, CoversTheMiddleHalfOfTheScreen) {
 TEST_F(VolumeBox, FontsAndColoursOfItsTexts) {
   AddSticks(1);
   BuildAndOpen();
-  EXPECT_EQ(FontOf(lv_msgbox_get_title(gModalBox.Box)), "DroidSans 20");
-  EXPECT_EQ(ColorOf(lv_msgbox_get_title(gModalBox.Box)), 0xFFFFFFu);
-  EXPECT_EQ(FontOf(lv_msgbox_get_text(gModalBox.Box)), "DroidSans 18");
-  EXPECT_EQ(ColorOf(lv_msgbox_get_text(gModalBox.Box)), 0xD0D0D0u);
+  EXPECT_EQ(FontOf(lv_msgbox_get_title(gMessageBox.Box)), "DroidSans 20");
+  EXPECT_EQ(ColorOf(lv_msgbox_get_title(gMessageBox.Box)), 0xFFFFFFu);
+  EXPECT_EQ(FontOf(lv_msgbox_get_text(gMessageBox.Box)), "DroidSans 18");
+  EXPECT_EQ(ColorOf(lv_msgbox_get_text(gMessageBox.Box)), 0xD0D0D0u);
   EXPECT_EQ(FontOf(BoxButtons()), "DroidSans 18");
 }
 
 TEST_F(VolumeBox, At1024By768SizesAreScaledAndCut) {
   AddSticks(1);
   BuildAndOpen(1024, 768);
-  EXPECT_EQ(PlaceOf(gModalBox.Box), (Place{0, 192, 1024, 384}));
-  EXPECT_EQ(lv_obj_get_style_pad_left(gModalBox.Box, LV_PART_MAIN), 256);
-  EXPECT_EQ(FontOf(lv_msgbox_get_title(gModalBox.Box)), "DroidSans 16");
-  EXPECT_EQ(FontOf(lv_msgbox_get_text(gModalBox.Box)), "DroidSans 14");
+  EXPECT_EQ(PlaceOf(gMessageBox.Box), (Place{0, 192, 1024, 384}));
+  EXPECT_EQ(lv_obj_get_style_pad_left(gMessageBox.Box, LV_PART_MAIN), 256);
+  EXPECT_EQ(FontOf(lv_msgbox_get_title(gMessageBox.Box)), "DroidSans 16");
+  EXPECT_EQ(FontOf(lv_msgbox_get_text(gMessageBox.Box)), "DroidSans 14");
   EXPECT_EQ(FontOf(BoxButtons()), "DroidSans 14");
 }
 
@@ -283,18 +284,18 @@ TEST_F(VolumeBox, ButtonMatrixIsAsHighAsItsMapIsLong) {
     EXPECT_EQ(lv_obj_get_style_height(BoxButtons(), LV_PART_MAIN), (line + 4) * places);
     EXPECT_EQ(lv_obj_get_style_width(BoxButtons(), LV_PART_MAIN), 1920);
     EXPECT_EQ(lv_obj_get_style_align(BoxButtons(), LV_PART_MAIN), LV_ALIGN_CENTER);
-    lv_msgbox_close(gModalBox.Box);
+    lv_msgbox_close(gMessageBox.Box);
   }
 }
 
 TEST_F(VolumeBox, FirstButtonIsSelectedAndTheMatrixFocused) {
   AddSticks(2);
   Build();
-  lv_group_focus_obj(gView.Callouts[2]);
+  lv_group_focus_obj(gView.Components[2].Callout);
   ASSERT_EQ(F12ScreenShots(), EFI_SUCCESS);
   EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), BoxButtons());
   EXPECT_EQ(SelectedButton(), 0);
-  EXPECT_EQ(gModalBox.PreviousFocus, gView.Callouts[2]);
+  EXPECT_EQ(gMessageBox.PreviousFocus, gView.Components[2].Callout);
   EXPECT_EQ(lv_obj_get_style_pad_row(BoxButtons(), LV_PART_MAIN), 4);
   EXPECT_EQ(lv_obj_get_style_pad_column(BoxButtons(), LV_PART_MAIN), 4);
 }

@@ -1,6 +1,6 @@
-#include "host/portable/ComponentBuilder.h"
-
 #include "test/unit/host/HostBoardBytes.h"
+
+#include "host/portable/ComponentBuilder.h"
 
 namespace obv_host {
 namespace {

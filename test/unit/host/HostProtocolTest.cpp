@@ -1,8 +1,9 @@
 #include <map>
 
+#include "test/unit/host/HostBoardBytes.h"
+
 #include "host/portable/HostSlots.h"
 #include "host/portable/Texts.h"
-#include "test/unit/host/HostBoardBytes.h"
 
 namespace obv_host {
 namespace {

@@ -1,6 +1,6 @@
-#include "host/portable/StatusSource.h"
-
 #include "test/unit/host/HostBoardBytes.h"
+
+#include "host/portable/StatusSource.h"
 
 namespace obv_host {
 namespace {

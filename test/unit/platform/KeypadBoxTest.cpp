@@ -1,8 +1,10 @@
 // Keys while a message box stands over the view.
 
-#include "platform/Keypad.h"
-#include "platform/ModalBox.h"
 #include "test/unit/stage/ViewStage.h"
+
+#include "app/base/Run.h"
+#include "capture/MessageBox.h"
+#include "platform/Keypad.h"
 
 namespace {
 
@@ -14,12 +16,12 @@ class KeypadBox : public ViewStage {
   void Open(UINT16 selected = 0) {
     Build();
     static const char *buttons[] = {"One", "Two", "Three", ""};
-    gModalBox.Box = lv_msgbox_create(lv_scr_act(), "Title", "Text", buttons, false);
-    gModalBox.ModalMessageBoxOpen = 1;
+    gMessageBox.Box = lv_msgbox_create(lv_scr_act(), "Title", "Text", buttons, false);
+    gMessageBox.ModalMessageBoxOpen = 1;
     gKeypad.KeysArmed = 1;
     lv_btnmatrix_set_selected_btn(Buttons(), selected);
   }
-  static lv_obj_t *Buttons() { return lv_msgbox_get_btns(gModalBox.Box); }
+  static lv_obj_t *Buttons() { return lv_msgbox_get_btns(gMessageBox.Box); }
   static UINT16 Selected() { return lv_btnmatrix_get_selected_btn(Buttons()); }
   std::optional<UINT32> Press(const EFI_INPUT_KEY &key) {
     Machine.Keyboard.Push(key);
@@ -82,11 +84,11 @@ TEST_F(KeypadBox, FromNoSelectionThereIsNoPrevious) {
 
 TEST_F(KeypadBox, EscClosesTheBoxAndDoesNotLeave) {
   Open();
-  lv_obj_t *box = gModalBox.Box;
+  lv_obj_t *box = gMessageBox.Box;
   EXPECT_EQ(Scan(SCAN_ESC), std::nullopt);
-  EXPECT_EQ(gModalBox.ModalMessageBoxOpen, 0);
+  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 0);
   EXPECT_FALSE(lv_obj_is_valid(box));
-  EXPECT_EQ(gApp.ExitRequested, 0);
+  EXPECT_EQ(gRun.ExitRequested, 0);
 }
 
 TEST_F(KeypadBox, EnterAndOtherKeysReachTheBox) {

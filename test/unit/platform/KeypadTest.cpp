@@ -1,8 +1,10 @@
 // Keys: their translation, when they begin to count, and the application's own.
 
-#include "platform/Keypad.h"
-#include "platform/ModalBox.h"
 #include "test/unit/stage/RunScript.h"
+
+#include "app/base/Run.h"
+#include "capture/MessageBox.h"
+#include "platform/Keypad.h"
 
 namespace {
 
@@ -56,21 +58,21 @@ TEST(KeyTranslation, EnterIsOnlyTheCharacterWithoutAScanCode) {
 
 TEST_F(Keypad, UpTo200MillisecondsEveryKeyIsDropped) {
   Build();
-  gApp.StartTime = 5000;
-  gApp.LastTime = 5200;
+  gRun.StartTime = 5000;
+  gRun.LastTime = 5200;
   Machine.Keyboard.Character(u'a');
   Machine.Keyboard.Scan(SCAN_ESC);
   EXPECT_EQ(Read(), std::nullopt);
   EXPECT_EQ(Read(), std::nullopt);
   EXPECT_EQ(Machine.Keyboard.Waiting(), 0u);
   EXPECT_EQ(gKeypad.KeysArmed, 0);
-  EXPECT_EQ(gApp.ExitRequested, 0);
+  EXPECT_EQ(gRun.ExitRequested, 0);
 }
 
 TEST_F(Keypad, TheKeyOfTheReadingThatArmsIsDroppedToo) {
   Build();
-  gApp.StartTime = 5000;
-  gApp.LastTime = 5201;
+  gRun.StartTime = 5000;
+  gRun.LastTime = 5201;
   Machine.Keyboard.Character(u'a');
   Machine.Keyboard.Character(u'b');
   EXPECT_EQ(Read(), std::nullopt);
@@ -80,8 +82,8 @@ TEST_F(Keypad, TheKeyOfTheReadingThatArmsIsDroppedToo) {
 
 TEST_F(Keypad, AReadingWithoutAKeyArmsToo) {
   Build();
-  gApp.StartTime = 5000;
-  gApp.LastTime = 5201;
+  gRun.StartTime = 5000;
+  gRun.LastTime = 5201;
   EXPECT_EQ(Read(), std::nullopt);
   EXPECT_EQ(Typed(u'a'), UINT32{'a'});
 }
@@ -89,7 +91,7 @@ TEST_F(Keypad, AReadingWithoutAKeyArmsToo) {
 TEST_F(Keypad, OnceArmedItStaysArmed) {
   Build();
   Arm();
-  gApp.StartTime = gApp.LastTime = 5000;
+  gRun.StartTime = gRun.LastTime = 5000;
   EXPECT_EQ(Typed(u'a'), UINT32{'a'});
 }
 
@@ -107,7 +109,7 @@ TEST_F(Keypad, EscLeavesAndIsPassedOn) {
   Build();
   Arm();
   EXPECT_EQ(Scanned(SCAN_ESC), UINT32{LV_KEY_ESC});
-  EXPECT_EQ(gApp.ExitRequested, 1);
+  EXPECT_EQ(gRun.ExitRequested, 1);
 }
 
 TEST_F(Keypad, OtherKeysDoNotLeave) {
@@ -115,10 +117,10 @@ TEST_F(Keypad, OtherKeysDoNotLeave) {
   Arm();
   for (UINT16 scan = 1; scan < 0x17; scan++) {
     Scanned(scan);
-    gModalBox.ModalMessageBoxOpen = 0;
+    gMessageBox.ModalMessageBoxOpen = 0;
   }
   Typed(u'q');
-  EXPECT_EQ(gApp.ExitRequested, 0);
+  EXPECT_EQ(gRun.ExitRequested, 0);
 }
 
 class ArrowKeys : public RunScript {};
@@ -130,9 +132,9 @@ TEST_F(ArrowKeys, LeaveFocusFilterAndViewAlone) {
   for (UINT16 key : {SCAN_UP, SCAN_DOWN, SCAN_LEFT, SCAN_RIGHT, SCAN_HOME, SCAN_END}) {
     ThenScan(key);
     Then([] {
-      EXPECT_EQ(Focused(), gView.Callouts[2]);
+      EXPECT_EQ(Focused(), gView.Components[2].Callout);
       EXPECT_EQ(gView.CategoryFilter, 0u);
-      EXPECT_EQ(gApp.ExitRequested, 0);
+      EXPECT_EQ(gRun.ExitRequested, 0);
     });
   }
   Run();

@@ -1,10 +1,10 @@
 // Whole runs in which LVGL cannot go on for want of memory: the setup gets its screen back, and the
 // state of a visit is kept only when there was a view to visit.
 
-#include "app/Lifecycle.h"
-#include "platform/LvglPort.h"
 #include "test/unit/stage/WholeRun.h"
-#include "view/BoardView.h"
+
+#include "platform/LvglPort.h"
+#include "view/ViewState.h"
 
 namespace {
 
@@ -102,7 +102,7 @@ TEST_F(LvglFailure, OnceTheViewStandsItsStateIsSaved) {
   options.MostTurns = 300;
   options.At(30, [this] {
     lv_event_send(gView.FilterButtons[4], LV_EVENT_CLICKED, nullptr);
-    lv_group_focus_obj(gView.Callouts[5]);
+    lv_group_focus_obj(gView.Components[5].Callout);
   });
   options.At(40, [this] {
     // The next filter's hint finds no memory.

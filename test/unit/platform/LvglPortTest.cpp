@@ -2,6 +2,9 @@
 
 #include "test/unit/stage/PortStage.h"
 
+#include "platform/Keypad.h"
+#include "platform/Pointer.h"
+
 namespace {
 
 using fake::Service;
@@ -43,7 +46,7 @@ TEST_F(LvglPort, ConfigurationOfTheDisplay) {
 
 TEST_F(LvglPort, ConfigurationOfTheInputDevices) {
   InitializeLvglPort();
-  for (const lv_indev_drv_t *driver : {&gLvglPort.PointerDriver, &gLvglPort.KeypadDriver}) {
+  for (const lv_indev_drv_t *driver : {&gPointer.Driver, &gKeypad.Driver}) {
     EXPECT_EQ(driver->read_timer->period, 1u);
     EXPECT_EQ(driver->scroll_limit, 10);
     EXPECT_EQ(driver->scroll_throw, 10);
@@ -52,8 +55,8 @@ TEST_F(LvglPort, ConfigurationOfTheInputDevices) {
     EXPECT_EQ(driver->gesture_limit, 50);
     EXPECT_EQ(driver->gesture_min_velocity, 3);
   }
-  EXPECT_EQ(gLvglPort.PointerDriver.type, LV_INDEV_TYPE_POINTER);
-  EXPECT_EQ(gLvglPort.KeypadDriver.type, LV_INDEV_TYPE_KEYPAD);
+  EXPECT_EQ(gPointer.Driver.type, LV_INDEV_TYPE_POINTER);
+  EXPECT_EQ(gKeypad.Driver.type, LV_INDEV_TYPE_KEYPAD);
 }
 
 TEST_F(LvglPort, TheDefaultGroupIsTheKeypads) {

@@ -1,8 +1,10 @@
 // Where the pointer starts, its cursor, and the drain of old movement.
 
+#include "test/unit/stage/PortStage.h"
+
+#include "app/base/Geometry.h"
 #include "platform/CursorImage.h"
 #include "platform/Pointer.h"
-#include "test/unit/stage/PortStage.h"
 
 namespace {
 
@@ -13,8 +15,8 @@ class PointerStart : public PortStage {
   PointerStart() {
     LeaveFontsOut();
     SetView(1921, 1081);
-    gApp.PreviousWidth = 1280;
-    gApp.PreviousHeight = 1024;
+    gGeometry.PreviousWidth = 1280;
+    gGeometry.PreviousHeight = 1024;
   }
   void Start() {
     Machine.AddSimplePointer();
@@ -80,8 +82,8 @@ TEST_F(PointerStart, WithoutTheSetupsSizeASavedPositionIsTheMiddle) {
   Host.State.UiStateSaved = 1;
   Host.State.PointerX = 641;
   Host.State.PointerY = 511;
-  gApp.PreviousWidth = 0;
-  gApp.PreviousHeight = 0;
+  gGeometry.PreviousWidth = 0;
+  gGeometry.PreviousHeight = 0;
   Start();
   ExpectStart(960, 540);
 }
@@ -90,7 +92,7 @@ TEST_F(PointerStart, EachAxisHasItsOwnSetupSize) {
   Host.State.UiStateSaved = 1;
   Host.State.PointerX = 641;
   Host.State.PointerY = 511;
-  gApp.PreviousHeight = 0;
+  gGeometry.PreviousHeight = 0;
   Start();
   ExpectStart(641 * 1921 / 1280, 540);
 }
@@ -159,7 +161,7 @@ TEST_F(PointerStart, TheCursorLiesOnTheSystemLayerUnzoomedAt1920) {
 }
 
 TEST_F(PointerStart, TheCursorsZoomIsTruncated) {
-  gApp.ScaleX = 0.7;
+  gGeometry.ScaleX = 0.7;
   Start();
   EXPECT_EQ(lv_img_get_zoom(Device()->cursor), 179);
 }

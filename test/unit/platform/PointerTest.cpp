@@ -4,6 +4,7 @@
 
 #include "test/unit/stage/ConnectedHost.h"
 
+#include "app/base/Geometry.h"
 #include "platform/Pointer.h"
 
 namespace {
@@ -22,8 +23,8 @@ std::ostream &operator<<(std::ostream &out, const Point &point) {
 class Pointer : public ConnectedHost {
  protected:
   Pointer() {
-    gApp.ViewWidth = 1920;
-    gApp.ViewHeight = 1080;
+    gGeometry.ViewWidth = 1920;
+    gGeometry.ViewHeight = 1080;
   }
   void Start(UINT16 x, UINT16 y) {
     EFI_SIMPLE_POINTER_PROTOCOL *simple = nullptr;

@@ -2,6 +2,8 @@
 
 #include "test/unit/stage/OutputStage.h"
 
+#include "app/base/Run.h"
+
 namespace {
 
 using fake::Service;
@@ -129,7 +131,7 @@ TEST_F(ScreenBackup, AFailedRestoreDoesNotStopTheOthers) {
 
 TEST_F(ScreenBackup, WithoutABackupNothingIsWritten) {
   gHost.Gop = Machine.AddOutput({{8, 8}}).Protocol();
-  gApp.ScreenBackup = nullptr;
+  gRun.ScreenBackup = nullptr;
   EXPECT_EQ(RecoverScreenContent(8, 8), EFI_SUCCESS);
   EXPECT_EQ(Calls(), Lines{});
 }

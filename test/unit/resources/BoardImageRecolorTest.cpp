@@ -2,6 +2,8 @@
 
 #include "test/unit/stage/BoardImageStage.h"
 
+#include "app/base/Geometry.h"
+
 namespace {
 
 class BoardImageRecolor : public BoardImage {
@@ -13,8 +15,8 @@ class BoardImageRecolor : public BoardImage {
     fake::CopyText(Host.State.RecolorLowText, "50,30,10");
     fake::CopyText(Host.State.RecolorHighText, "60,40,20");
     fake::CopyText(Host.State.RecolorNewText, "1,2,3");
-    gApp.ViewWidth = 1024;
-    gApp.ViewHeight = 768;
+    gGeometry.ViewWidth = 1024;
+    gGeometry.ViewHeight = 768;
   }
   /// The scaled picture of one pixel with these bytes.
   static Bytes Pixel(uint32_t bytes) {
@@ -57,8 +59,8 @@ TEST_F(BoardImageRecolor, OnlyWithTheSwitch) {
 TEST_F(BoardImageRecolor, OnlyAtExactly1024x768) {
   const UINT16 sizes[][2] = {{1023, 768}, {1025, 768}, {1024, 767}, {1024, 769}, {1920, 1080}};
   for (auto [width, height] : sizes) {
-    gApp.ViewWidth = width;
-    gApp.ViewHeight = height;
+    gGeometry.ViewWidth = width;
+    gGeometry.ViewHeight = height;
     EXPECT_EQ(Pixel(0x0F23374D), (Bytes{15, 35, 55, 77})) << width << "x" << height;
   }
 }

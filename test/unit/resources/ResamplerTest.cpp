@@ -1,13 +1,12 @@
-#include "resources/Resampler.h"
-
 #include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <random>
 #include <string>
 #include <vector>
+
+#include "resources/Resampler.h"
 
 namespace {
 

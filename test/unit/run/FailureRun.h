@@ -13,10 +13,10 @@
 #include "test/firmware/Run.h"
 #include "test/firmware/TestHost.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
+#include "app/base/HostClient.h"
+#include "app/base/Run.h"
 #include "lvgl.h"
-#include "view/BoardView.h"
+#include "view/ViewState.h"
 
 class FailureRun {
  public:
@@ -46,7 +46,7 @@ class FailureRun {
     options.At(3, [this] { machine_.Mouse()->Move(3, 3); })
         .At(5, [this] { machine_.Tablet()->MoveTo(9300, 9700); })
         .At(8, [] { lv_event_send(gView.FilterButtons[1], LV_EVENT_CLICKED, nullptr); })
-        .At(9, [] { lv_group_focus_obj(gView.Callouts[0]); })
+        .At(9, [] { lv_group_focus_obj(gView.Components[0].Callout); })
         .At(10, [this] { machine_.Keyboard.Scan(SCAN_INSERT); })
         .At(11,
             [this] {
@@ -55,7 +55,7 @@ class FailureRun {
         .At(12, [this] { machine_.Clock.Advance(2000); })
         .At(15, [this] {
           host_.State.JumpRequested = 1;
-          gApp.ExitRequested = 1;
+          gRun.ExitRequested = 1;
         });
     status_ = fake::RunApplication(machine_, options).Status;
     ForgetLibraryProblem();

@@ -2,6 +2,8 @@
 
 #include "test/unit/stage/WholeRun.h"
 
+#include "app/base/Run.h"
+
 namespace {
 
 #define ENTRY "[VeltBoardscopeAppEntryPoint] "
@@ -172,7 +174,7 @@ class JumpTranscript : public LifecycleTranscript {
     fake::RunOptions options;
     options.At(3, [this] {
       Host.State.JumpRequested = 1;
-      gApp.ExitRequested = 1;
+      gRun.ExitRequested = 1;
     });
     EXPECT_EQ(Run(options).Status, search);
     auto end = std::find(Host.Log.begin(), Host.Log.end(), Info(ENTRY "Preparation cost: 10ms\n"));

@@ -1,6 +1,9 @@
 // What a random walk looks at after each event.
 
 #include "test/unit/run/RandomWalk.h"
+#include "app/base/Geometry.h"
+#include "app/base/Run.h"
+#include "capture/MessageBox.h"
 
 #include "capture/Screenshot.h"
 
@@ -119,13 +122,13 @@ void RandomWalk::CheckRules() {
 
 // The application's blocks live as long as it does, so that what is live must stay about equal.
 void RandomWalk::CheckPool() {
-  if (gModalBox.ModalMessageBoxOpen != 0) {
+  if (gMessageBox.ModalMessageBoxOpen != 0) {
     return;
   }
   uint64_t bytes = machine_.Pool.LiveBytes();
   if (gScreenshot.Buffer != nullptr) {
     // Taken at the first F12 and kept.
-    bytes -= uint64_t{4} * gApp.ViewWidth * gApp.ViewHeight;
+    bytes -= uint64_t{4} * gGeometry.ViewWidth * gGeometry.ViewHeight;
   }
   if (steps_ < kWarmUpSteps) {
     poolBytes_ = std::max(poolBytes_, bytes);
@@ -175,8 +178,8 @@ void RandomWalk::CheckExit() {
   bool closed = std::exchange(seenCloseClicks_, closeClicks_) != closeClicks_;
   bool jumped = host_.State.JumpRequested != 0;
   bool lost = std::exchange(outputLost_, false);
-  if ((mustLeave || closed || jumped || lost) != (gApp.ExitRequested != 0)) {
-    Report(gApp.ExitRequested != 0 ? "the exit flag is set without a cause"
+  if ((mustLeave || closed || jumped || lost) != (gRun.ExitRequested != 0)) {
+    Report(gRun.ExitRequested != 0 ? "the exit flag is set without a cause"
                                    : "the exit flag is clear in spite of a cause");
   }
   if (jumped) {
@@ -191,7 +194,7 @@ void RandomWalk::CheckExit() {
   counts_["-> left by the close button"] += closed;
   counts_["-> left by a jump"] += jumped;
   host_.State.JumpRequested = 0;
-  gApp.ExitRequested = 0;
+  gRun.ExitRequested = 0;
 }
 
 void RandomWalk::ClearSticks() {

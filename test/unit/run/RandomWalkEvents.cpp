@@ -2,6 +2,8 @@
 
 #include "test/unit/run/RandomWalk.h"
 
+#include "capture/MessageBox.h"
+
 namespace {
 
 // The view that RandomWalkTest runs in.
@@ -44,7 +46,9 @@ void RandomWalk::MoveToComponent() {
   // Callouts and buttons, where clicks do something.
   std::vector<lv_obj_t *> targets(gView.FilterButtons, gView.FilterButtons + kCategoryCount);
   targets.push_back(gView.CloseButton);
-  targets.insert(targets.end(), gView.Callouts, gView.Callouts + host_.Components.size());
+  for (size_t i = 0; i < host_.Components.size(); i++) {
+    targets.push_back(gView.Components[i].Callout);
+  }
   Place place = PlaceOf(targets[Random(targets.size())]);
   x_ = static_cast<uint64_t>(std::clamp<int>(place.X + place.Width / 2, 0, kWidth - 1));
   y_ = static_cast<uint64_t>(std::clamp<int>(place.Y + place.Height / 2, 0, kHeight - 1));
@@ -96,7 +100,7 @@ void RandomWalk::TypeEnter() { Type(SCAN_NULL, u'\r'); }
 void RandomWalk::TypeInsert() { Type(SCAN_INSERT); }
 
 void RandomWalk::TypeEsc() {
-  escMustLeave_ = gModalBox.ModalMessageBoxOpen == 0;
+  escMustLeave_ = gMessageBox.ModalMessageBoxOpen == 0;
   Type(SCAN_ESC);
 }
 

@@ -6,8 +6,9 @@
 
 #include "test/unit/stage/ViewStage.h"
 
-#include "app/HostClient.h"
-#include "platform/ModalBox.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
+#include "capture/MessageBox.h"
 
 /// Each rule answers an empty text, or says what is wrong.
 namespace rules {
@@ -20,11 +21,11 @@ inline std::string About(size_t component, const char *what) {
 inline std::string Highlights(const std::vector<OBV_COMPONENT> &components) {
   const lv_obj_t *focused = lv_group_get_focused(lv_group_get_default());
   for (size_t i = 0; i < components.size(); i++) {
-    bool expected = gView.Callouts[i] == focused && components[i].NotSelectable == 0;
-    if (IsHidden(gView.Hotspots[i]) == expected) {
+    bool expected = gView.Components[i].Callout == focused && components[i].NotSelectable == 0;
+    if (IsHidden(gView.Components[i].Hotspot) == expected) {
       return About(i, expected ? "focused without a hotspot" : "hotspot without the focus");
     }
-    if (IsHidden(gView.FocusLeaders[i]) == expected) {
+    if (IsHidden(gView.Components[i].FocusLeader) == expected) {
       return About(i, "the second leader line differs from the hotspot");
     }
   }
@@ -37,13 +38,14 @@ inline std::string Filter(const std::vector<OBV_COMPONENT> &components) {
     const OBV_COMPONENT &component = components[i];
     bool passes = gView.CategoryFilter == 0 || gView.CategoryFilter == component.Type;
     bool dots = passes && component.Type != OBV_TYPE_UNCATEGORISED;
-    if (IsHidden(gView.Callouts[i]) == passes || IsHidden(gView.Leaders[i]) == passes) {
+    if (IsHidden(gView.Components[i].Callout) == passes ||
+        IsHidden(gView.Components[i].Leader) == passes) {
       return About(i, passes ? "hidden by a foreign filter" : "shown though the filter hides it");
     }
-    if (IsHidden(gView.FirstMarkers[i]) == (dots && component.Available != 0)) {
+    if (IsHidden(gView.Components[i].FirstMarker) == (dots && component.Available != 0)) {
       return About(i, "wrong first dot");
     }
-    if (IsHidden(gView.SecondMarkers[i]) == (dots && component.DeviceError != 0)) {
+    if (IsHidden(gView.Components[i].SecondMarker) == (dots && component.DeviceError != 0)) {
       return About(i, "wrong second dot");
     }
   }
@@ -52,11 +54,11 @@ inline std::string Filter(const std::vector<OBV_COMPONENT> &components) {
 
 /// A box is there exactly while it is said to be open, and then it has the focus.
 inline std::string Box() {
-  bool open = gModalBox.ModalMessageBoxOpen != 0;
+  bool open = gMessageBox.ModalMessageBoxOpen != 0;
   if (lv_obj_get_child_cnt(lv_layer_top()) != (open ? 1u : 0u)) {
     return open ? "the open box is not on the screen" : "a box stays behind";
   }
-  if (open && lv_group_get_focused(lv_group_get_default()) != lv_msgbox_get_btns(gModalBox.Box)) {
+  if (open && lv_group_get_focused(lv_group_get_default()) != lv_msgbox_get_btns(gMessageBox.Box)) {
     return "the open box does not have the focus";
   }
   return "";
@@ -70,7 +72,7 @@ inline EFI_GRAPHICS_OUTPUT_PROTOCOL *OutputAfterArrival(
   for (fake::GraphicsOutput *output : outputs) {
     bool usable = std::any_of(
         output->Modes().begin(), output->Modes().end(), [](const fake::VideoMode &mode) {
-          return mode.Width == gApp.ViewWidth && mode.Height == gApp.ViewHeight;
+          return mode.Width == gGeometry.ViewWidth && mode.Height == gGeometry.ViewHeight;
         });
     if (usable && output->Protocol() == inUse) {
       return inUse;

@@ -1,10 +1,12 @@
 // Random walks through the whole application. BOARDSCOPE_SEED and BOARDSCOPE_STEPS repeat one and
 // lengthen it.
 
-#include "test/unit/run/RandomWalk.h"
-
 #include <cstdlib>
 #include <iostream>
+
+#include "test/unit/run/RandomWalk.h"
+
+#include "app/base/Run.h"
 
 namespace {
 
@@ -50,7 +52,7 @@ TEST_P(RandomWalks, KeepTheRules) {
       walk.Turn();
     }
     if (walk.Steps() >= steps || !walk.Violation().empty()) {
-      gApp.ExitRequested = 1;
+      gRun.ExitRequested = 1;
     }
   };
   fake::RunResult result = fake::RunApplication(machine, options);

@@ -9,7 +9,7 @@
 #define malloc BoardscopeMalloc
 #define free BoardscopeFree
 #define realloc BoardscopeRealloc
-#include "app/MemoryPool.h"
+#include "app/base/MemoryPool.h"
 #undef malloc
 #undef free
 #undef realloc

@@ -4,10 +4,10 @@
 
 #pragma once
 
+#include "test/firmware/Png.h"
 #include "test/unit/stage/LocatedHost.h"
 
-#include "test/firmware/Png.h"
-
+#include "app/base/Geometry.h"
 #include "resources/BoardImage.h"
 
 using Bytes = std::vector<uint8_t>;
@@ -16,8 +16,8 @@ using Lines = std::vector<std::string>;
 class BoardImage : public LocatedHost {
  protected:
   BoardImage() {
-    gApp.ViewWidth = 1920;
-    gApp.ViewHeight = 1080;
+    gGeometry.ViewWidth = 1920;
+    gGeometry.ViewHeight = 1080;
   }
 
   struct Scaled {

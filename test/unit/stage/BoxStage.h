@@ -6,11 +6,11 @@
 
 #include "test/unit/stage/ViewStage.h"
 
-#include "platform/ModalBox.h"
+#include "capture/MessageBox.h"
 
-inline lv_obj_t *BoxButtons() { return lv_msgbox_get_btns(gModalBox.Box); }
-inline std::string BoxTitle() { return LabelText(lv_msgbox_get_title(gModalBox.Box)); }
-inline std::string BoxText() { return LabelText(lv_msgbox_get_text(gModalBox.Box)); }
+inline lv_obj_t *BoxButtons() { return lv_msgbox_get_btns(gMessageBox.Box); }
+inline std::string BoxTitle() { return LabelText(lv_msgbox_get_title(gMessageBox.Box)); }
+inline std::string BoxText() { return LabelText(lv_msgbox_get_text(gMessageBox.Box)); }
 inline UINT16 SelectedButton() { return lv_btnmatrix_get_selected_btn(BoxButtons()); }
 
 /// The button map up to its end; row breaks are "\n".

@@ -6,6 +6,7 @@
 
 #include "test/unit/stage/LocatedHost.h"
 
+#include "app/base/Geometry.h"
 #include "resources/ComponentIntake.h"
 
 using Lines = std::vector<std::string>;
@@ -13,10 +14,10 @@ using Lines = std::vector<std::string>;
 class ComponentIntake : public LocatedHost {
  protected:
   ComponentIntake() {
-    gApp.ViewWidth = 2560;
-    gApp.ViewHeight = 1440;
-    gApp.ScaleX = 1.25;
-    gApp.ScaleY = 1.5;
+    gGeometry.ViewWidth = 2560;
+    gGeometry.ViewHeight = 1440;
+    gGeometry.ScaleX = 1.25;
+    gGeometry.ScaleY = 1.5;
     Host.Answers.clear();
     Host.ScaleComponents = false;
   }

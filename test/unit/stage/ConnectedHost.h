@@ -10,8 +10,9 @@
 #include "test/firmware/Run.h"
 #include "test/firmware/TestHost.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
+#include "app/base/Run.h"
 
 class ConnectedHost : public testing::Test {
  protected:

@@ -7,6 +7,8 @@
 #include "test/unit/stage/ApplicationPool.h"
 #include "test/unit/stage/ConnectedHost.h"
 
+#include "app/base/Geometry.h"
+#include "app/base/Run.h"
 #include "platform/GraphicsOutput.h"
 
 class OutputStage : public ConnectedHost {
@@ -38,9 +40,9 @@ class OutputStage : public ConnectedHost {
   /// The setup screen that RecoverScreenContent puts back: every pixel of this colour.
   void SaveScreen(UINT16 width, UINT16 height, UINT32 color) {
     saved_.assign(size_t{width} * height, color);
-    gApp.PreviousWidth = width;
-    gApp.PreviousHeight = height;
-    gApp.ScreenBackup = reinterpret_cast<EFI_GRAPHICS_OUTPUT_BLT_PIXEL *>(saved_.data());
+    gGeometry.PreviousWidth = width;
+    gGeometry.PreviousHeight = height;
+    gRun.ScreenBackup = reinterpret_cast<EFI_GRAPHICS_OUTPUT_BLT_PIXEL *>(saved_.data());
   }
   static bool IsAll(fake::GraphicsOutput &output, UINT32 color) {
     std::vector<UINT32> picture = output.Picture();

@@ -6,6 +6,7 @@
 
 #include "test/unit/stage/ConnectedHost.h"
 
+#include "app/base/Geometry.h"
 #include "platform/FontTable.h"
 #include "platform/LvglPort.h"
 
@@ -14,13 +15,13 @@ class PortStage : public ConnectedHost {
   PortStage() {
     gHost.Gop = Output.Protocol();
     SetView(64, 48);
-    gApp.PreviousWidth = 64;
-    gApp.PreviousHeight = 48;
-    gApp.ScaleX = gApp.ScaleY = 1;
+    gGeometry.PreviousWidth = 64;
+    gGeometry.PreviousHeight = 48;
+    gGeometry.ScaleX = gGeometry.ScaleY = 1;
   }
   static void SetView(UINT16 width, UINT16 height) {
-    gApp.ViewWidth = width;
-    gApp.ViewHeight = height;
+    gGeometry.ViewWidth = width;
+    gGeometry.ViewHeight = height;
   }
   void LeaveFontsOut() {
     for (fake::TestHost::Font &font : Host.Fonts) {

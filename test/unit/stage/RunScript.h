@@ -6,8 +6,8 @@
 
 #include "test/unit/stage/ViewStage.h"
 
+#include "capture/MessageBox.h"
 #include "platform/LvglPort.h"
-#include "platform/ModalBox.h"
 
 /// A test changes Host and Machine, plans its steps in order, then calls Run. Each step happens
 /// between two main-loop turns; then the application gets turns to answer it.
@@ -31,7 +31,7 @@ class RunScript : public testing::Test {
   }
   void ThenEnter() { ThenCharacter(u'\r'); }
   void ThenFocus(size_t component) {
-    Then([component] { lv_group_focus_obj(gView.Callouts[component]); });
+    Then([component] { lv_group_focus_obj(gView.Components[component].Callout); });
   }
   /// The tablet's tip at a pixel of the view; needs AddTablet.
   void ThenPoint(UINT32 x, UINT32 y, bool pressed = false) {
@@ -64,7 +64,7 @@ class RunScript : public testing::Test {
   bool RanToTheEnd() const { return ended_ > lastTurn_; }
 
   static lv_obj_t *Focused() { return lv_group_get_focused(gLvglPort.Group); }
-  static bool BoxIsOpen() { return gModalBox.ModalMessageBoxOpen != 0; }
+  static bool BoxIsOpen() { return gMessageBox.ModalMessageBoxOpen != 0; }
   void LeaveFontsOut() {
     for (fake::TestHost::Font &font : Host.Fonts) {
       font.File.clear();

@@ -7,6 +7,7 @@
 #include "test/unit/stage/BoxStage.h"
 #include "test/unit/stage/RunScript.h"
 
+#include "app/base/Geometry.h"
 #include "capture/Screenshot.h"
 #include "platform/PngCodec.h"
 
@@ -77,8 +78,8 @@ class ScreenshotStage : public RunScript {
   /// The saved picture must be the screen at F12.
   void ExpectPictureOfF12(const std::vector<uint8_t> &file) const {
     Picture picture = Decode(file);
-    EXPECT_EQ(picture.Width, gApp.ViewWidth);
-    EXPECT_EQ(picture.Height, gApp.ViewHeight);
+    EXPECT_EQ(picture.Width, gGeometry.ViewWidth);
+    EXPECT_EQ(picture.Height, gGeometry.ViewHeight);
     EXPECT_TRUE(picture.Pixels == AtF12);
     EXPECT_TRUE(Before == AtF12);
   }

@@ -9,14 +9,16 @@
 #include "test/firmware/Run.h"
 #include "test/firmware/TestHost.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
-#include "app/ViewGeometry.h"
+#include "app/ChooseGeometry.h"
+#include "app/Input.h"
+#include "app/base/HostClient.h"
+#include "app/base/LocateHost.h"
 #include "platform/FontTable.h"
 #include "platform/LvglPort.h"
 #include "resources/ComponentIntake.h"
 #include "view/BoardView.h"
 #include "view/SystemSummary.h"
+#include "view/ViewState.h"
 
 /// A rectangle of the screen.
 struct Place {
@@ -87,6 +89,7 @@ class ViewStage : public testing::Test {
     ASSERT_EQ(ChooseViewGeometry(), EFI_SUCCESS);
     ASSERT_EQ(GetComponentData(), EFI_SUCCESS);
     ComposeSystemSummary();
+    ConnectInput();
     InitializeLvglPort();
     BuildBoardView();
     lv_obj_update_layout(Screen());

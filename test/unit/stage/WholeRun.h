@@ -9,8 +9,8 @@
 #include "test/firmware/Run.h"
 #include "test/firmware/TestHost.h"
 
-#include "app/HostClient.h"
-#include "app/Lifecycle.h"
+#include "app/base/HostClient.h"
+#include "app/base/Run.h"
 #include "lvgl.h"
 
 using LogLines = std::vector<fake::LogLine>;
@@ -53,7 +53,7 @@ class WholeRun : public testing::Test {
   /// A run that ends after its first turn.
   static fake::RunOptions OneTurn() {
     fake::RunOptions options;
-    options.At(1, [] { gApp.ExitRequested = 1; });
+    options.At(1, [] { gRun.ExitRequested = 1; });
     return options;
   }
 
@@ -62,7 +62,7 @@ class WholeRun : public testing::Test {
     fake::RunOptions options;
     options.At(1, [this] {
       Host.State.JumpRequested = 1;
-      gApp.ExitRequested = 1;
+      gRun.ExitRequested = 1;
     });
     return options;
   }

@@ -56,13 +56,26 @@ TEST_F(BoardViewOrder, ComponentObjectsStandInIndexOrder) {
   Build();
   std::vector<lv_obj_t *> objects = Objects();
   std::vector<lv_obj_t *> expected = {
-      gView.CloseButton,      gView.InfoText,         gView.Hotspots[0],
-      gView.Hotspots[1],      gView.Callouts[0],      gView.Callouts[1],
-      gView.Leaders[0],       gView.Leaders[1],       gView.FocusLeaders[0],
-      gView.FocusLeaders[1],  gView.FirstMarkers[0],  gView.SecondMarkers[0],
-      gView.FirstMarkers[1],  gView.SecondMarkers[1], gView.FilterButtons[0],
-      gView.FilterButtons[1], gView.FilterButtons[2], gView.FilterButtons[3],
-      gView.FilterButtons[4], gView.FilterButtons[5],
+      gView.CloseButton,
+      gView.InfoText,
+      gView.Components[0].Hotspot,
+      gView.Components[1].Hotspot,
+      gView.Components[0].Callout,
+      gView.Components[1].Callout,
+      gView.Components[0].Leader,
+      gView.Components[1].Leader,
+      gView.Components[0].FocusLeader,
+      gView.Components[1].FocusLeader,
+      gView.Components[0].FirstMarker,
+      gView.Components[0].SecondMarker,
+      gView.Components[1].FirstMarker,
+      gView.Components[1].SecondMarker,
+      gView.FilterButtons[0],
+      gView.FilterButtons[1],
+      gView.FilterButtons[2],
+      gView.FilterButtons[3],
+      gView.FilterButtons[4],
+      gView.FilterButtons[5],
   };
   ASSERT_GE(objects.size(), 7 + expected.size());
   auto first = objects.begin() + 7;
@@ -85,7 +98,7 @@ TEST_F(BoardViewOrder, ViewWithoutComponentsHasOnlyItsFrame) {
   ASSERT_GE(objects.size(), 15u);
   EXPECT_EQ(objects[8], gView.InfoText);
   EXPECT_EQ(objects[9], gView.FilterButtons[0]);
-  EXPECT_EQ(gView.Callouts[0], nullptr);
+  EXPECT_EQ(gView.Components[0].Callout, nullptr);
 }
 
 TEST_F(BoardViewOrder, NoLogoMeansNoLogoObject) {

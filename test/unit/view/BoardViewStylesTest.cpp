@@ -112,7 +112,7 @@ TEST_F(BoardViewStyles, CloseButtonWithPlainFocusKeepsItsLook) {
 TEST_F(BoardViewStyles, ButtonsHaveNothingOfTheTheme) {
   Build();
   std::vector<lv_obj_t *> buttons(gView.FilterButtons, gView.FilterButtons + 6);
-  buttons.insert(buttons.end(), {gView.CloseButton, gView.Callouts[0]});
+  buttons.insert(buttons.end(), {gView.CloseButton, gView.Components[0].Callout});
   for (lv_obj_t *button : buttons) {
     for (lv_state_t state : {LV_STATE_DEFAULT, LV_STATE_PRESSED, LV_STATE_FOCUS_KEY}) {
       lv_obj_add_state(button, state);

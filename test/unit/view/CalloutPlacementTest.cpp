@@ -71,8 +71,10 @@ class PlacedCallout : public ViewStage {
     component.CalloutHeight = 99;
     return component;
   }
-  static Place Callout(size_t index) { return PlaceOf(gView.Callouts[index]); }
-  static Place Label(size_t index) { return PlaceOf(lv_obj_get_child(gView.Callouts[index], 0)); }
+  static Place Callout(size_t index) { return PlaceOf(gView.Components[index].Callout); }
+  static Place Label(size_t index) {
+    return PlaceOf(lv_obj_get_child(gView.Components[index].Callout, 0));
+  }
 };
 
 TEST_F(PlacedCallout, Side6PutsTheTopLeftCornerExactlyOnTheAnchor) {

@@ -2,6 +2,7 @@
 
 #include "test/unit/stage/ViewStage.h"
 
+#include "app/base/Run.h"
 #include "view/Jump.h"
 
 namespace {
@@ -21,43 +22,45 @@ class Callout : public ViewStage {
     Host.Answers[std::u16string(name)].Status = status;
     return Host.AddComponent(name, OBV_TYPE_USB, tokenId, 400, 400);
   }
-  static std::string Text(size_t index = 0) { return Caption(gView.Callouts[index]); }
-  static lv_obj_t *Label(size_t index = 0) { return lv_obj_get_child(gView.Callouts[index], 0); }
+  static std::string Text(size_t index = 0) { return Caption(gView.Components[index].Callout); }
+  static lv_obj_t *Label(size_t index = 0) {
+    return lv_obj_get_child(gView.Components[index].Callout, 0);
+  }
 };
 
 TEST_F(Callout, ComponentWithNeitherMarkGetsThePlainName) {
   Add(u"PCIE_16X");
   Build();
   EXPECT_EQ(Text(), "PCIE_16X");
-  EXPECT_STREQ(gView.Names[0], "PCIE_16X");
-  EXPECT_STREQ(gView.DefaultTexts[0], "PCIE_16X");
-  EXPECT_STREQ(gView.FocusTexts[0], "PCIE_16X");
+  EXPECT_STREQ(gView.Components[0].Name, "PCIE_16X");
+  EXPECT_STREQ(gView.Components[0].DefaultText, "PCIE_16X");
+  EXPECT_STREQ(gView.Components[0].FocusText, "PCIE_16X");
   EXPECT_TRUE(lv_label_get_recolor(Label()));
 }
 
 TEST_F(Callout, NotReadyComponentGetsOneStar) {
   Add(u"M2_1", 1, EFI_NOT_READY);
   Build();
-  EXPECT_STREQ(gView.Names[0], "M2_1 *");
+  EXPECT_STREQ(gView.Components[0].Name, "M2_1 *");
   EXPECT_EQ(Text(), "M2_1#123456  *#");
-  EXPECT_STREQ(gView.DefaultTexts[0], "M2_1#123456  *#");
-  EXPECT_STREQ(gView.FocusTexts[0], "M2_1#654321  *#");
+  EXPECT_STREQ(gView.Components[0].DefaultText, "M2_1#123456  *#");
+  EXPECT_STREQ(gView.Components[0].FocusText, "M2_1#654321  *#");
 }
 
 TEST_F(Callout, ComponentWithoutASetupOptionGetsTwoStars) {
   Add(u"M2_1", 0);
   Build();
-  EXPECT_STREQ(gView.Names[0], "M2_1 **");
+  EXPECT_STREQ(gView.Components[0].Name, "M2_1 **");
   EXPECT_EQ(Text(), "M2_1#123456  **#");
-  EXPECT_STREQ(gView.FocusTexts[0], "M2_1#654321  **#");
+  EXPECT_STREQ(gView.Components[0].FocusText, "M2_1#654321  **#");
 }
 
 TEST_F(Callout, NotReadyComponentWithoutASetupOptionGetsBothMarksInOrder) {
   Add(u"M2_1", 0, EFI_NOT_READY);
   Build();
-  EXPECT_STREQ(gView.Names[0], "M2_1 * **");
+  EXPECT_STREQ(gView.Components[0].Name, "M2_1 * **");
   EXPECT_EQ(Text(), "M2_1#123456  * **#");
-  EXPECT_STREQ(gView.FocusTexts[0], "M2_1#654321  * **#");
+  EXPECT_STREQ(gView.Components[0].FocusText, "M2_1#654321  * **#");
 }
 
 TEST_F(Callout, MarkTakesNoRoomForItsRecolourCommand) {
@@ -76,16 +79,16 @@ TEST_F(Callout, NameOf19CharactersIsShownWhole) {
 TEST_F(Callout, NameBeyondAsciiKeepsItsLowBytes) {
   Add(u"\u0141\u4E42C");
   Build();
-  EXPECT_STREQ(gView.Names[0], "ABC");
+  EXPECT_STREQ(gView.Components[0].Name, "ABC");
 }
 
 TEST_F(Callout, NameOf20CharactersIsRefusedAndLeavesTheCalloutEmpty) {
   Add(u"TWENTY_CHARACTERS_20");
   Build();
   EXPECT_EQ(Text(), "");
-  EXPECT_STREQ(gView.Names[0], "");
+  EXPECT_STREQ(gView.Components[0].Name, "");
   Place label = PlaceOf(Label());
-  Place callout = PlaceOf(gView.Callouts[0]);
+  Place callout = PlaceOf(gView.Components[0].Callout);
   EXPECT_EQ(label.Width, 0);
   EXPECT_EQ(callout.Width, 4);
   EXPECT_EQ(callout.Height, label.Height + 4);
@@ -95,7 +98,7 @@ TEST_F(Callout, LongNameKeepsItsMarks) {
   Add(std::u16string(59, u'L'), 0);
   Build();
   EXPECT_EQ(Text(), "#123456  **#");
-  EXPECT_STREQ(gView.Names[0], " **");
+  EXPECT_STREQ(gView.Components[0].Name, " **");
 }
 
 TEST_F(Callout, NameWithoutATerminatorIsRefused) {
@@ -111,9 +114,9 @@ TEST_F(Callout, NameWithoutATerminatorIsRefused) {
 TEST_F(Callout, MarksOfALongNameStayInsideTheBuffers) {
   Add(u"NINETEEN_CHARACTERS", 0, EFI_NOT_READY);
   Build();
-  EXPECT_STREQ(gView.Names[0], "NINETEEN_CHARACTERS");
+  EXPECT_STREQ(gView.Components[0].Name, "NINETEEN_CHARACTERS");
   EXPECT_EQ(Text(), "NINETEEN_CHARACTERS#123456  * **#");
-  EXPECT_EQ(gView.Names[1][0], 0);
+  EXPECT_EQ(gView.Components[1].Name[0], 0);
 }
 
 TEST_F(Callout, EmptyNameIsAnEmptyCallout) {
@@ -170,11 +173,11 @@ TEST_F(Callout, EachComponentHasItsOwnTwoStyles) {
     UINT32 c = i * 0x200020 + 0x100010;
     int n = static_cast<int>(i) * 4;
     CalloutLook normal = {3 + n, 255, c + 0x10001, c, c + 0x30003, 2 + n, 204, "DejaVuSansBold 17"};
-    EXPECT_EQ(LookOf(gView.Callouts[i]), normal) << i;
-    lv_obj_add_state(gView.Callouts[i], LV_STATE_FOCUSED);
+    EXPECT_EQ(LookOf(gView.Components[i].Callout), normal) << i;
+    lv_obj_add_state(gView.Components[i].Callout, LV_STATE_FOCUSED);
     c += 0x100010;
     CalloutLook focus = {5 + n, 255, c + 0x10001, c, c + 0x30003, 4 + n, 204, "DejaVuSansBold 17"};
-    EXPECT_EQ(LookOf(gView.Callouts[i]), focus) << i;
+    EXPECT_EQ(LookOf(gView.Components[i].Callout), focus) << i;
   }
 }
 
@@ -182,15 +185,15 @@ TEST_F(Callout, BorderWidth0MeansNoBorder) {
   Host.DefaultStyle.BorderWidth = 0;
   Add(u"A");
   Build();
-  EXPECT_EQ(lv_obj_get_style_border_width(gView.Callouts[0], LV_PART_MAIN), 0);
-  lv_obj_add_state(gView.Callouts[0], LV_STATE_FOCUSED);
-  EXPECT_EQ(lv_obj_get_style_border_width(gView.Callouts[0], LV_PART_MAIN), 1);
+  EXPECT_EQ(lv_obj_get_style_border_width(gView.Components[0].Callout, LV_PART_MAIN), 0);
+  lv_obj_add_state(gView.Components[0].Callout, LV_STATE_FOCUSED);
+  EXPECT_EQ(lv_obj_get_style_border_width(gView.Components[0].Callout, LV_PART_MAIN), 1);
 }
 
 TEST_F(Callout, FontFollowsTheVerticalScale) {
   Add(u"A");
   Build(1024, 768);
-  EXPECT_EQ(LookOf(gView.Callouts[0]).Font, "DroidSans 11");
+  EXPECT_EQ(LookOf(gView.Components[0].Callout).Font, "DroidSans 11");
 }
 
 TEST_F(Callout, NullStylesAreHarmless) {
@@ -198,9 +201,9 @@ TEST_F(Callout, NullStylesAreHarmless) {
   component.DefaultStyle = nullptr;
   component.FocusStyle = nullptr;
   Build();
-  EXPECT_EQ(gView.DefaultTexts[0][0], 'A');
-  EXPECT_EQ(lv_obj_get_style_border_width(gView.Callouts[0], LV_PART_MAIN), 0);
-  lv_obj_add_state(gView.Callouts[0], LV_STATE_FOCUSED);
+  EXPECT_EQ(gView.Components[0].DefaultText[0], 'A');
+  EXPECT_EQ(lv_obj_get_style_border_width(gView.Components[0].Callout, LV_PART_MAIN), 0);
+  lv_obj_add_state(gView.Components[0].Callout, LV_STATE_FOCUSED);
   lv_timer_handler();
 }
 
@@ -209,11 +212,11 @@ TEST_F(Callout, NullStylesAreHarmless) {
 TEST_F(Callout, SelectableCalloutJumps) {
   Add(u"A", 0x77);
   Build();
-  EXPECT_FALSE(lv_obj_has_state(gView.Callouts[0], LV_STATE_DISABLED));
-  EXPECT_TRUE(lv_obj_has_flag(gView.Callouts[0], LV_OBJ_FLAG_CLICKABLE));
-  EXPECT_TRUE(lv_obj_has_flag(gView.Callouts[0], LV_OBJ_FLAG_CLICK_FOCUSABLE));
-  EXPECT_FALSE(IsHidden(gView.Callouts[0]));
-  lv_event_send(gView.Callouts[0], LV_EVENT_CLICKED, nullptr);
+  EXPECT_FALSE(lv_obj_has_state(gView.Components[0].Callout, LV_STATE_DISABLED));
+  EXPECT_TRUE(lv_obj_has_flag(gView.Components[0].Callout, LV_OBJ_FLAG_CLICKABLE));
+  EXPECT_TRUE(lv_obj_has_flag(gView.Components[0].Callout, LV_OBJ_FLAG_CLICK_FOCUSABLE));
+  EXPECT_FALSE(IsHidden(gView.Components[0].Callout));
+  lv_event_send(gView.Components[0].Callout, LV_EVENT_CLICKED, nullptr);
   EXPECT_EQ(Host.State.JumpRequested, 1);
   EXPECT_EQ(Host.State.JumpSearchTokenId, 0x77);
 }
@@ -223,13 +226,13 @@ TEST_F(Callout, NotSelectableCalloutIsDisabledAndClickingItDoesNothing) {
   Add(u"B").NotSelectable = 255;
   Build();
   for (int i = 0; i < 2; i++) {
-    EXPECT_TRUE(lv_obj_has_state(gView.Callouts[i], LV_STATE_DISABLED)) << i;
-    lv_event_send(gView.Callouts[i], LV_EVENT_CLICKED, nullptr);
-    lv_event_send(gView.Callouts[i], LV_EVENT_FOCUSED, nullptr);
-    EXPECT_TRUE(IsHidden(gView.Hotspots[i])) << i;
+    EXPECT_TRUE(lv_obj_has_state(gView.Components[i].Callout, LV_STATE_DISABLED)) << i;
+    lv_event_send(gView.Components[i].Callout, LV_EVENT_CLICKED, nullptr);
+    lv_event_send(gView.Components[i].Callout, LV_EVENT_FOCUSED, nullptr);
+    EXPECT_TRUE(IsHidden(gView.Components[i].Hotspot)) << i;
   }
   EXPECT_EQ(Host.State.JumpRequested, 0);
-  EXPECT_EQ(gApp.ExitRequested, 0);
+  EXPECT_EQ(gRun.ExitRequested, 0);
 }
 
 TEST_F(Callout, EachHandlerKnowsItsOwnComponent) {
@@ -238,7 +241,7 @@ TEST_F(Callout, EachHandlerKnowsItsOwnComponent) {
   }
   Build();
   for (UINT16 i = 0; i < 99; i++) {
-    lv_event_send(gView.Callouts[i], LV_EVENT_CLICKED, nullptr);
+    lv_event_send(gView.Components[i].Callout, LV_EVENT_CLICKED, nullptr);
     EXPECT_EQ(Host.State.JumpComponentIndex, i);
     EXPECT_EQ(Host.State.JumpSearchTokenId, 0x1000 + i);
   }
@@ -252,7 +255,7 @@ TEST_F(Callout, UnknownAlignmentIsLoggedAndTheBuildGoesOn) {
   Build();
   std::vector<std::string> errors = Host.LogTexts(OBV_LOG_ERROR);
   EXPECT_EQ(std::count(errors.begin(), errors.end(), "error: Unknown alignment\n"), 3);
-  EXPECT_NE(gView.Callouts[5], nullptr);
+  EXPECT_NE(gView.Components[5].Callout, nullptr);
 }
 
 TEST_F(Callout, UnknownAlignmentIsSilentWithoutALog) {
@@ -270,7 +273,7 @@ TEST_F(Callout, LabelsEndUpCentredWhateverTheRecordSays) {
   Build();
   for (size_t i = 0; i < 4; i++) {
     EXPECT_EQ(lv_obj_get_style_align(Label(i), LV_PART_MAIN), LV_ALIGN_CENTER);
-    Place outer = PlaceOf(gView.Callouts[i]);
+    Place outer = PlaceOf(gView.Components[i].Callout);
     Place inner = PlaceOf(Label(i));
     EXPECT_EQ(inner, (Place{outer.X + 2, outer.Y + 2, outer.Width - 4, outer.Height - 4})) << i;
   }
@@ -284,8 +287,8 @@ TEST_F(Callout, ViewShowsAtMostAHundredComponents) {
   }
   Build();
   EXPECT_EQ(ViewComponentCount(), 100u);
-  EXPECT_NE(gView.Callouts[99], nullptr);
-  EXPECT_NE(gView.SecondMarkers[99], nullptr);
+  EXPECT_NE(gView.Components[99].Callout, nullptr);
+  EXPECT_NE(gView.Components[99].SecondMarker, nullptr);
   int callouts = 0;
   for (lv_obj_t *object : Objects()) {
     callouts += lv_obj_check_type(object, &lv_btn_class);

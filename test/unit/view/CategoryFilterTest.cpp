@@ -44,21 +44,21 @@ class CategoryFilter : public ViewStage {
     lv_event_send(own_, LV_EVENT_CLICKED, nullptr);
   }
 
-  /// The indices whose objects in a table are shown.
-  std::vector<UINT32> Shown(lv_obj_t *const *table) const {
+  /// The components of which this object is shown.
+  std::vector<UINT32> Shown(lv_obj_t *ComponentWidgets::*object) const {
     std::vector<UINT32> shown;
     for (UINT32 i = 0; i < Host.Components.size(); i++) {
-      if (!IsHidden(table[i])) {
+      if (!IsHidden(gView.Components[i].*object)) {
         shown.push_back(i);
       }
     }
     return shown;
   }
   void ExpectShown(const std::vector<UINT32> &callouts, const std::vector<UINT32> &dots) const {
-    EXPECT_EQ(Shown(gView.Callouts), callouts);
-    EXPECT_EQ(Shown(gView.Leaders), callouts);
-    EXPECT_EQ(Shown(gView.FirstMarkers), dots);
-    EXPECT_EQ(Shown(gView.SecondMarkers), dots);
+    EXPECT_EQ(Shown(&ComponentWidgets::Callout), callouts);
+    EXPECT_EQ(Shown(&ComponentWidgets::Leader), callouts);
+    EXPECT_EQ(Shown(&ComponentWidgets::FirstMarker), dots);
+    EXPECT_EQ(Shown(&ComponentWidgets::SecondMarker), dots);
   }
 
  private:
@@ -106,9 +106,9 @@ TEST_F(CategoryFilter, ComponentThatCameAfterTheViewIsPassedOver) {
   Host.AddComponent(u"LATE", 1, 1, 400, 400);
   Host.State.ComponentCount++;
   Click(1);
-  EXPECT_EQ(gView.Callouts[std::size(kTypes)], nullptr);
-  EXPECT_FALSE(IsHidden(gView.Callouts[1]));
-  EXPECT_TRUE(IsHidden(gView.Callouts[2]));
+  EXPECT_EQ(gView.Components[std::size(kTypes)].Callout, nullptr);
+  EXPECT_FALSE(IsHidden(gView.Components[1].Callout));
+  EXPECT_TRUE(IsHidden(gView.Components[2].Callout));
 }
 
 TEST_F(CategoryFilter, SpecialGroupMembersAreHiddenUnderAnotherFilter) {
@@ -131,16 +131,16 @@ TEST_F(CategoryFilter, DotsFollowTheFlags) {
     Host.Components[i].DeviceError = i % 3 == 0;
   }
   Click(0);
-  EXPECT_EQ(Shown(gView.FirstMarkers), (std::vector<UINT32>{2, 4, 6, 8}));
-  EXPECT_EQ(Shown(gView.SecondMarkers), (std::vector<UINT32>{3, 6, 9}));
+  EXPECT_EQ(Shown(&ComponentWidgets::FirstMarker), (std::vector<UINT32>{2, 4, 6, 8}));
+  EXPECT_EQ(Shown(&ComponentWidgets::SecondMarker), (std::vector<UINT32>{3, 6, 9}));
 }
 
 TEST_F(CategoryFilter, SecondLeadersAndHotspotsAreLeftAlone) {
   BuildWithBothFlags();
   Click(0);
   Click(1);
-  EXPECT_EQ(Shown(gView.FocusLeaders), std::vector<UINT32>{});
-  EXPECT_EQ(Shown(gView.Hotspots), std::vector<UINT32>{});
+  EXPECT_EQ(Shown(&ComponentWidgets::FocusLeader), std::vector<UINT32>{});
+  EXPECT_EQ(Shown(&ComponentWidgets::Hotspot), std::vector<UINT32>{});
 }
 
 TEST_F(CategoryFilter, ClickedButtonGetsTheFocusAndExplainsItself) {
@@ -189,7 +189,7 @@ TEST_F(CategoryFilter, ManyClicksDoNotPileUpStyles) {
 // A frozen group does not give the focus to the button.
 TEST_F(CategoryFilter, ComponentThatKeepsTheFocusIsShownInThePanel) {
   Build();
-  lv_group_focus_obj(gView.Callouts[1]);
+  lv_group_focus_obj(gView.Components[1].Callout);
   lv_group_focus_freeze(lv_group_get_default(), true);
   fake::CopyText(Host.Components[1].Info[0].Value, u"changed");
   Click(2);
@@ -220,7 +220,7 @@ TEST_F(CategoryFilter, OtherEventsAreIgnored) {
   }
   EXPECT_EQ(gView.CategoryFilter, 0u);
   EXPECT_EQ(WholeText(gView.InfoText), "untouched");
-  EXPECT_EQ(Shown(gView.Callouts).size(), 10u);
+  EXPECT_EQ(Shown(&ComponentWidgets::Callout).size(), 10u);
 }
 
 class FilterHint : public CategoryFilter {

@@ -2,6 +2,8 @@
 
 #include "test/unit/stage/ViewStage.h"
 
+#include "app/base/Run.h"
+
 namespace {
 
 class CloseButton : public ViewStage {
@@ -41,9 +43,9 @@ TEST_F(CloseButton, CarriesAnX) {
 
 TEST_F(CloseButton, ClickSetsTheExitFlag) {
   Build();
-  EXPECT_EQ(gApp.ExitRequested, 0);
+  EXPECT_EQ(gRun.ExitRequested, 0);
   Send(LV_EVENT_CLICKED);
-  EXPECT_EQ(gApp.ExitRequested, 1);
+  EXPECT_EQ(gRun.ExitRequested, 1);
 }
 
 TEST_F(CloseButton, FocusShowsItsHintAndLeavingBlanksTheInfoText) {
@@ -52,7 +54,7 @@ TEST_F(CloseButton, FocusShowsItsHintAndLeavingBlanksTheInfoText) {
   EXPECT_EQ(LabelText(gView.InfoText), " ");
   Send(LV_EVENT_FOCUSED);
   EXPECT_EQ(LabelText(gView.InfoText), "Leave");
-  EXPECT_EQ(gApp.ExitRequested, 0);
+  EXPECT_EQ(gRun.ExitRequested, 0);
 }
 
 TEST_F(CloseButton, LeavingBlanksTheHeadingToo) {
@@ -80,7 +82,7 @@ TEST_F(CloseButton, OtherEventsAreIgnored) {
   }
   uint32_t key = LV_KEY_RIGHT;
   lv_event_send(gView.CloseButton, LV_EVENT_KEY, &key);
-  EXPECT_EQ(gApp.ExitRequested, 0);
+  EXPECT_EQ(gRun.ExitRequested, 0);
   EXPECT_EQ(LabelText(gView.InfoText), "untouched");
 }
 

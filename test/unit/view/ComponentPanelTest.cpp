@@ -130,7 +130,7 @@ TEST_F(ComponentPanel, FocusedSeveralTimesItIsNotPresentOnlyOnce) {
   Build();
   for (int i = 0; i < 3; i++) {
     lv_group_focus_obj(gView.CloseButton);
-    lv_group_focus_obj(gView.Callouts[0]);
+    lv_group_focus_obj(gView.Components[0].Callout);
     EXPECT_EQ(Component().InfoCount, 1u);
     EXPECT_EQ(Info(), "\n\n" + Line("Device", kNotPresent));
   }

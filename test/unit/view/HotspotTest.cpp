@@ -27,7 +27,7 @@ class Hotspot : public ViewStage {
   }
 
   static UINT32 PixelAt(size_t index, int x, int y) {
-    const lv_img_dsc_t *source = Source(gView.Hotspots[index]);
+    const lv_img_dsc_t *source = Source(gView.Components[index].Hotspot);
     UINT32 pixel;
     std::memcpy(&pixel, source->data + (x + y * source->header.w) * 4, sizeof pixel);
     return pixel;
@@ -49,8 +49,8 @@ bool Inside(const Outline &outline, int px, int py) {
 TEST_F(Hotspot, BoxOfTenBySixPixelsYieldsAPictureOfTenBySix) {
   Add({{200, 300}, {210, 300}, {210, 306}, {200, 306}});
   Build();
-  EXPECT_EQ(PlaceOf(gView.Hotspots[0]), (Place{200, 300, 10, 6}));
-  const lv_img_dsc_t *source = Source(gView.Hotspots[0]);
+  EXPECT_EQ(PlaceOf(gView.Components[0].Hotspot), (Place{200, 300, 10, 6}));
+  const lv_img_dsc_t *source = Source(gView.Components[0].Hotspot);
   EXPECT_EQ(source->header.cf, LV_IMG_CF_TRUE_COLOR_ALPHA);
   EXPECT_EQ(source->header.w, 10u);
   EXPECT_EQ(source->header.h, 6u);
@@ -83,11 +83,11 @@ TEST_F(Hotspot, PixelsOutsideTheOutlineAreTransparent) {
 TEST_F(Hotspot, RightAndBottomBoundaryAreNeverOnTheScreen) {
   Add({{200, 300}, {210, 300}, {210, 306}, {200, 306}});
   Build();
-  lv_obj_clear_flag(gView.Hotspots[0], LV_OBJ_FLAG_HIDDEN);
-  lv_obj_add_flag(gView.Callouts[0], LV_OBJ_FLAG_HIDDEN);
+  lv_obj_clear_flag(gView.Components[0].Hotspot, LV_OBJ_FLAG_HIDDEN);
+  lv_obj_add_flag(gView.Components[0].Callout, LV_OBJ_FLAG_HIDDEN);
   lv_timer_handler();
   std::vector<UINT32> with = Machine.Output().Picture();
-  lv_obj_add_flag(gView.Hotspots[0], LV_OBJ_FLAG_HIDDEN);
+  lv_obj_add_flag(gView.Components[0].Hotspot, LV_OBJ_FLAG_HIDDEN);
   lv_tick_inc(20);
   lv_timer_handler();
   std::vector<UINT32> without = Machine.Output().Picture();
@@ -102,7 +102,7 @@ TEST_F(Hotspot, RightAndBottomBoundaryAreNeverOnTheScreen) {
 TEST_F(Hotspot, StartsOutHidden) {
   Add({{200, 300}, {210, 300}, {210, 306}});
   Build();
-  EXPECT_TRUE(IsHidden(gView.Hotspots[0]));
+  EXPECT_TRUE(IsHidden(gView.Components[0].Hotspot));
 }
 
 TEST_F(Hotspot, RandomOutlinesAreFilledByTheEvenOddRule) {
@@ -123,7 +123,7 @@ TEST_F(Hotspot, RandomOutlinesAreFilledByTheEvenOddRule) {
     auto [left, right] = std::minmax_element(outlines[i].begin(), outlines[i].end(), byX);
     auto [top, bottom] = std::minmax_element(outlines[i].begin(), outlines[i].end(), byY);
     Place box = {left->X, top->Y, right->X - left->X, bottom->Y - top->Y};
-    ASSERT_EQ(PlaceOf(gView.Hotspots[i]), box) << i;
+    ASSERT_EQ(PlaceOf(gView.Components[i].Hotspot), box) << i;
     for (int y = 0; y < box.Height; y++) {
       for (int x = 0; x < box.Width; x++) {
         ASSERT_EQ(PixelAt(i, x, y), Inside(outlines[i], box.X + x, box.Y + y) ? kFill : 0)
@@ -140,11 +140,11 @@ TEST_F(Hotspot, OutlinesWithoutAnAreaHaveNoPixels) {
   Add({});
   Build();
   for (int i = 0; i < 4; i++) {
-    ASSERT_NE(gView.Hotspots[i], nullptr) << i;
-    EXPECT_TRUE(IsHidden(gView.Hotspots[i]));
-    const lv_img_dsc_t *source = Source(gView.Hotspots[i]);
+    ASSERT_NE(gView.Components[i].Hotspot, nullptr) << i;
+    EXPECT_TRUE(IsHidden(gView.Components[i].Hotspot));
+    const lv_img_dsc_t *source = Source(gView.Components[i].Hotspot);
     EXPECT_TRUE(source == nullptr || source->data_size == 0) << i;
-    lv_obj_clear_flag(gView.Hotspots[i], LV_OBJ_FLAG_HIDDEN);
+    lv_obj_clear_flag(gView.Components[i].Hotspot, LV_OBJ_FLAG_HIDDEN);
   }
   lv_timer_handler();
 }
@@ -162,14 +162,14 @@ TEST_F(Hotspot, VertexCountBeyondTheTablesUsesTheFirstTwenty) {
   }
   Build();
   for (int i = 0; i < 4; i++) {
-    EXPECT_EQ(PlaceOf(gView.Hotspots[i]), (Place{200, 300, 40, 30})) << i;
+    EXPECT_EQ(PlaceOf(gView.Components[i].Hotspot), (Place{200, 300, 40, 30})) << i;
   }
 }
 
 TEST_F(Hotspot, OutlineAtTheFarCornerOfTheLargestScreen) {
   Add({{3800, 2100}, {3839, 2100}, {3839, 2159}, {3800, 2159}});
   Build(3840, 2160);
-  EXPECT_EQ(PlaceOf(gView.Hotspots[0]), (Place{3800, 2100, 39, 59}));
+  EXPECT_EQ(PlaceOf(gView.Components[0].Hotspot), (Place{3800, 2100, 39, 59}));
 }
 
 }  // namespace

@@ -1,8 +1,9 @@
 // The focus that follows the pointer.
 
-#include "platform/ModalBox.h"
-#include "platform/Pointer.h"
 #include "test/unit/stage/ViewStage.h"
+
+#include "capture/MessageBox.h"
+#include "platform/Pointer.h"
 
 namespace {
 
@@ -40,7 +41,7 @@ class HoverFocus : public ViewStage {
   static int Focused() {
     lv_obj_t *focused = lv_group_get_focused(gLvglPort.Group);
     for (int i = 0; i < static_cast<int>(kMaxViewComponents); i++) {
-      if (focused != nullptr && gView.Callouts[i] == focused) {
+      if (focused != nullptr && gView.Components[i].Callout == focused) {
         return i;
       }
     }
@@ -133,9 +134,9 @@ TEST_F(HoverFocus, TheSpecialGroupsFilterLetsNoOtherTypeTakeTheFocus) {
 TEST_F(HoverFocus, AnOpenMessageBoxTurnsItOff) {
   Add(100, 100, 200, 200);
   Build();
-  gModalBox.ModalMessageBoxOpen = 1;
+  gMessageBox.ModalMessageBoxOpen = 1;
   EXPECT_EQ(FocusAt(150, 150), -1);
-  gModalBox.ModalMessageBoxOpen = 0;
+  gMessageBox.ModalMessageBoxOpen = 0;
   EXPECT_EQ(FocusAt(150, 150), 0);
 }
 
@@ -172,8 +173,9 @@ TEST_F(HoverFocus, AFocusedCalloutIsNotFocusedAgain) {
   UpdateHoverFocus(150, 150, FALSE);
   int events = 0;
   lv_obj_add_event_cb(
-      gView.Callouts[0], [](lv_event_t *event) { ++*static_cast<int *>(event->user_data); },
-      LV_EVENT_FOCUSED, &events);
+      gView.Components[0].Callout,
+      [](lv_event_t *event) { ++*static_cast<int *>(event->user_data); }, LV_EVENT_FOCUSED,
+      &events);
   UpdateHoverFocus(151, 151, FALSE);
   EXPECT_EQ(events, 0);
 }

@@ -20,7 +20,7 @@ class JumpRun : public RunScript {
   void ThenClickCallout(size_t index) {
     auto point = [this, index](bool pressed) {
       return [this, index, pressed] {
-        Place place = PlaceOf(gView.Callouts[index]);
+        Place place = PlaceOf(gView.Components[index].Callout);
         Machine.Tablet()->MoveTo(static_cast<UINT64>(place.X + place.Width / 2),
                                  static_cast<UINT64>(place.Y + place.Height / 2), pressed ? 1 : 0);
       };
@@ -95,9 +95,9 @@ TEST_F(JumpRun, EscLeavesWithoutAJump) {
 TEST_F(JumpRun, NothingOfTheViewWithdrawsARequest) {
   // Two clicks in one turn: the loop ends after it.
   Then([] {
-    lv_event_send(gView.Callouts[kCpu], LV_EVENT_CLICKED, nullptr);
-    lv_event_send(gView.Callouts[kM2], LV_EVENT_CLICKED, nullptr);
-    lv_event_send(gView.Callouts[kSata], LV_EVENT_CLICKED, nullptr);
+    lv_event_send(gView.Components[kCpu].Callout, LV_EVENT_CLICKED, nullptr);
+    lv_event_send(gView.Components[kM2].Callout, LV_EVENT_CLICKED, nullptr);
+    lv_event_send(gView.Components[kSata].Callout, LV_EVENT_CLICKED, nullptr);
     lv_event_send(gView.FilterButtons[1], LV_EVENT_CLICKED, nullptr);
   });
   Run();
@@ -110,11 +110,14 @@ TEST_F(JumpRun, PointingShowsTheComponentUnderTheTip) {
   AddTablet();
   std::vector<bool> shown;
   ThenPoint(520, 310);
-  Then([&] { shown = {!IsHidden(gView.Hotspots[kCpu]), !IsHidden(gView.Hotspots[kMemory])}; });
+  Then([&] {
+    shown = {!IsHidden(gView.Components[kCpu].Hotspot),
+             !IsHidden(gView.Components[kMemory].Hotspot)};
+  });
   ThenPoint(720, 310);
   Then([&] {
-    shown.push_back(!IsHidden(gView.Hotspots[kCpu]));
-    shown.push_back(!IsHidden(gView.Hotspots[kMemory]));
+    shown.push_back(!IsHidden(gView.Components[kCpu].Hotspot));
+    shown.push_back(!IsHidden(gView.Components[kMemory].Hotspot));
   });
   Run();
   EXPECT_EQ(shown, (std::vector<bool>{true, false, false, true}));

@@ -3,6 +3,7 @@
 #include "test/unit/stage/PanelStage.h"
 #include "test/unit/stage/RunScript.h"
 
+#include "app/base/Run.h"
 #include "view/Jump.h"
 
 namespace {
@@ -22,13 +23,14 @@ class Jump : public ViewStage {
     Host.Answers[u"SATA_1"] = {EFI_SUCCESS, {{u"Drive", u"C"}}, {}};
   }
   static void Send(size_t index, lv_event_code_t code) {
-    lv_event_send(gView.Callouts[index], code, nullptr);
+    lv_event_send(gView.Components[index].Callout, code, nullptr);
   }
   static void Click(size_t index) { Send(index, LV_EVENT_CLICKED); }
-  static std::string CalloutText(size_t index) { return Caption(gView.Callouts[index]); }
+  static std::string CalloutText(size_t index) { return Caption(gView.Components[index].Callout); }
   static bool Highlighted(size_t index) {
-    EXPECT_EQ(IsHidden(gView.Hotspots[index]), IsHidden(gView.FocusLeaders[index]));
-    return !IsHidden(gView.Hotspots[index]);
+    EXPECT_EQ(IsHidden(gView.Components[index].Hotspot),
+              IsHidden(gView.Components[index].FocusLeader));
+    return !IsHidden(gView.Components[index].Hotspot);
   }
   /// The shared state's bytes; a click that is refused leaves them all.
   std::vector<uint8_t> StateBytes() const {
@@ -40,7 +42,7 @@ class Jump : public ViewStage {
     Host.Log.clear();
     Click(index);
     EXPECT_EQ(StateBytes(), before);
-    EXPECT_EQ(gApp.ExitRequested, 0);
+    EXPECT_EQ(gRun.ExitRequested, 0);
     EXPECT_TRUE(Host.Log.empty());
   }
   void ExpectJump(size_t index) {
@@ -49,7 +51,7 @@ class Jump : public ViewStage {
     EXPECT_EQ(Host.State.JumpComponentIndex, index);
     EXPECT_EQ(Host.State.JumpSearchTokenId, Host.Components[index].SearchTokenId);
     EXPECT_EQ(Host.State.JumpComponentType, Host.Components[index].Type);
-    EXPECT_EQ(gApp.ExitRequested, 1);
+    EXPECT_EQ(gRun.ExitRequested, 1);
   }
 };
 
@@ -74,7 +76,7 @@ TEST_F(Jump, TargetIsKnownBeforeTheLogAndTheRequestAfterIt) {
     EXPECT_EQ(Host.State.JumpSearchTokenId, 0x104);
     EXPECT_EQ(Host.State.JumpComponentType, static_cast<UINT32>(OBV_TYPE_SATA));
     EXPECT_EQ(Host.State.JumpComponentIndex, kSata);
-    requested.push_back(Host.State.JumpRequested + gApp.ExitRequested);
+    requested.push_back(Host.State.JumpRequested + gRun.ExitRequested);
   };
   Click(kSata);
   EXPECT_EQ(requested, (std::vector<int>{0, 0}));
@@ -140,13 +142,13 @@ TEST_F(Jump, NotSelectableComponentHasNoHandler) {
   ExpectRefused(kUsb);
   Send(kUsb, LV_EVENT_FOCUSED);
   EXPECT_FALSE(Highlighted(kUsb));
-  EXPECT_TRUE(lv_obj_has_state(gView.Callouts[kUsb], LV_STATE_DISABLED));
+  EXPECT_TRUE(lv_obj_has_state(gView.Components[kUsb].Callout, LV_STATE_DISABLED));
 }
 
 TEST_F(Jump, FocusHighlightsAndFillsThePanel) {
   Build();
   Send(kUsb, LV_EVENT_FOCUSED);
-  EXPECT_TRUE(lv_obj_has_state(gView.Callouts[kUsb], LV_STATE_FOCUSED));
+  EXPECT_TRUE(lv_obj_has_state(gView.Components[kUsb].Callout, LV_STATE_FOCUSED));
   EXPECT_TRUE(Highlighted(kUsb));
   EXPECT_EQ(WholeText(gView.Heading), "USB_9");
   EXPECT_EQ(WholeText(gView.InfoText), "\n\n" + InfoLineText("Port", "A"));
@@ -157,7 +159,7 @@ TEST_F(Jump, LosingTheFocusHidesTheHighlightAndKeepsTheSideList) {
   Send(kUsb, LV_EVENT_FOCUSED);
   std::string list = WholeText(gView.SideList);
   Send(kUsb, LV_EVENT_DEFOCUSED);
-  EXPECT_FALSE(lv_obj_has_state(gView.Callouts[kUsb], LV_STATE_FOCUSED));
+  EXPECT_FALSE(lv_obj_has_state(gView.Components[kUsb].Callout, LV_STATE_FOCUSED));
   EXPECT_FALSE(Highlighted(kUsb));
   EXPECT_EQ(WholeText(gView.InfoText), " ");
   EXPECT_EQ(WholeText(gView.Heading), " ");
@@ -185,7 +187,7 @@ TEST_F(Jump, MarksChangeTheirColourWithTheFocus) {
 
 TEST_F(Jump, CalloutWithoutMarksKeepsItsTextThroughTheFocus) {
   Build();
-  lv_label_set_text(lv_obj_get_child(gView.Callouts[kSata], 0), "own");
+  lv_label_set_text(lv_obj_get_child(gView.Components[kSata].Callout, 0), "own");
   Send(kSata, LV_EVENT_FOCUSED);
   EXPECT_EQ(CalloutText(kSata), "own");
   Send(kSata, LV_EVENT_DEFOCUSED);
@@ -204,9 +206,9 @@ TEST_F(Jump, UncategorisedComponentIsHighlightedAndLeavesThePanel) {
 
 TEST_F(Jump, FocusMovesFromOneCalloutToTheNext) {
   Build();
-  lv_group_focus_obj(gView.Callouts[kUsb]);
+  lv_group_focus_obj(gView.Components[kUsb].Callout);
   ASSERT_TRUE(Highlighted(kUsb));
-  lv_group_focus_obj(gView.Callouts[kSata]);
+  lv_group_focus_obj(gView.Components[kSata].Callout);
   EXPECT_FALSE(Highlighted(kUsb));
   EXPECT_TRUE(Highlighted(kSata));
   EXPECT_EQ(WholeText(gView.Heading), "SATA_1");
@@ -215,8 +217,8 @@ TEST_F(Jump, FocusMovesFromOneCalloutToTheNext) {
 
 TEST_F(Jump, TheTextIsBlankBetweenLossAndGainOfTheFocus) {
   Build();
-  lv_group_focus_obj(gView.Callouts[kUsb]);
-  lv_group_focus_obj(gView.Callouts[kTpm]);
+  lv_group_focus_obj(gView.Components[kUsb].Callout);
+  lv_group_focus_obj(gView.Components[kTpm].Callout);
   EXPECT_TRUE(Highlighted(kTpm));
   EXPECT_EQ(WholeText(gView.InfoText), " ");
   EXPECT_EQ(WholeText(gView.Heading), " ");
@@ -231,7 +233,7 @@ TEST_F(Jump, OtherEventsAreIgnored) {
     Send(kUsb, code);
   }
   EXPECT_FALSE(Highlighted(kUsb));
-  EXPECT_EQ(gApp.ExitRequested, 0);
+  EXPECT_EQ(gRun.ExitRequested, 0);
   EXPECT_EQ(WholeText(gView.InfoText), "untouched");
 }
 

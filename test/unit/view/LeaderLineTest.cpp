@@ -21,9 +21,11 @@ class LeaderLine : public ViewStage {
 TEST_F(LeaderLine, NormalAndEmphasisedLinesDifferInColourOnly) {
   Build();
   for (int i = 0; i < 2; i++) {
-    EXPECT_EQ(Rgb(lv_obj_get_style_line_color(gView.Leaders[i], LV_PART_MAIN)), 0x010203u);
-    EXPECT_EQ(Rgb(lv_obj_get_style_line_color(gView.FocusLeaders[i], LV_PART_MAIN)), 0x040506u);
-    for (lv_obj_t *line : {gView.Leaders[i], gView.FocusLeaders[i]}) {
+    EXPECT_EQ(Rgb(lv_obj_get_style_line_color(gView.Components[i].Leader, LV_PART_MAIN)),
+              0x010203u);
+    EXPECT_EQ(Rgb(lv_obj_get_style_line_color(gView.Components[i].FocusLeader, LV_PART_MAIN)),
+              0x040506u);
+    for (lv_obj_t *line : {gView.Components[i].Leader, gView.Components[i].FocusLeader}) {
       EXPECT_EQ(lv_obj_get_style_line_width(line, LV_PART_MAIN), 1);
       EXPECT_TRUE(IsHidden(line));
     }
@@ -33,11 +35,11 @@ TEST_F(LeaderLine, NormalAndEmphasisedLinesDifferInColourOnly) {
 TEST_F(LeaderLine, ReferToTheRecordsOwnPoints) {
   Host.Components[1].LeaderPointCount = 3;
   Build();
-  for (lv_obj_t *line : {gView.Leaders[1], gView.FocusLeaders[1]}) {
+  for (lv_obj_t *line : {gView.Components[1].Leader, gView.Components[1].FocusLeader}) {
     EXPECT_EQ(static_cast<const void *>(Line(line)->point_array), Host.Components[1].LeaderPoints);
     EXPECT_EQ(Line(line)->point_num, 3);
   }
-  EXPECT_EQ(Line(gView.Leaders[0])->point_num, 2);
+  EXPECT_EQ(Line(gView.Components[0].Leader)->point_num, 2);
 }
 
 TEST_F(LeaderLine, LiesOnTheScreenWhereItsPointsAre) {
@@ -45,7 +47,7 @@ TEST_F(LeaderLine, LiesOnTheScreenWhereItsPointsAre) {
   component.LeaderPoints[0] = {700, 200};
   component.LeaderPoints[1] = {700, 150};
   Build();
-  lv_obj_clear_flag(gView.FocusLeaders[0], LV_OBJ_FLAG_HIDDEN);
+  lv_obj_clear_flag(gView.Components[0].FocusLeader, LV_OBJ_FLAG_HIDDEN);
   lv_timer_handler();
   int onLine = 0;
   for (UINT32 y = 152; y < 199; y++) {
@@ -60,9 +62,9 @@ TEST_F(LeaderLine, PointCountBeyondTheTableUsesItsTwenty) {
   Host.Components[1].LeaderPointCount = 65535;
   Build();
   for (int i = 0; i < 2; i++) {
-    EXPECT_EQ(Line(gView.Leaders[i])->point_num, 20) << i;
-    EXPECT_EQ(Line(gView.FocusLeaders[i])->point_num, 20) << i;
-    lv_obj_clear_flag(gView.Leaders[i], LV_OBJ_FLAG_HIDDEN);
+    EXPECT_EQ(Line(gView.Components[i].Leader)->point_num, 20) << i;
+    EXPECT_EQ(Line(gView.Components[i].FocusLeader)->point_num, 20) << i;
+    lv_obj_clear_flag(gView.Components[i].Leader, LV_OBJ_FLAG_HIDDEN);
   }
   lv_timer_handler();
 }
@@ -70,9 +72,9 @@ TEST_F(LeaderLine, PointCountBeyondTheTableUsesItsTwenty) {
 TEST_F(LeaderLine, LineWithoutPointsDrawsNothing) {
   Host.Components[0].LeaderPointCount = 0;
   Build();
-  EXPECT_EQ(Line(gView.Leaders[0])->point_num, 0);
-  lv_obj_clear_flag(gView.Leaders[0], LV_OBJ_FLAG_HIDDEN);
-  lv_obj_clear_flag(gView.FocusLeaders[0], LV_OBJ_FLAG_HIDDEN);
+  EXPECT_EQ(Line(gView.Components[0].Leader)->point_num, 0);
+  lv_obj_clear_flag(gView.Components[0].Leader, LV_OBJ_FLAG_HIDDEN);
+  lv_obj_clear_flag(gView.Components[0].FocusLeader, LV_OBJ_FLAG_HIDDEN);
   lv_timer_handler();
 }
 

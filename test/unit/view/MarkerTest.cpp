@@ -25,8 +25,8 @@ class Marker : public ViewStage {
   void ExpectTheme(UINT8 theme, const lv_img_dsc_t *first) {
     Host.Config.MarkerTheme = theme;
     Build();
-    ExpectDot(gView.FirstMarkers[1], first, 256);
-    ExpectDot(gView.SecondMarkers[1], &kMarkerC, 256);
+    ExpectDot(gView.Components[1].FirstMarker, first, 256);
+    ExpectDot(gView.Components[1].SecondMarker, &kMarkerC, 256);
   }
 };
 
@@ -38,51 +38,51 @@ TEST_F(Marker, Theme3LeavesTheFirstMarkerEmptyVisibleAndAtTheOrigin) {
   Host.Config.MarkerTheme = 3;
   Build();
   for (int i = 0; i < 2; i++) {
-    lv_obj_t *first = gView.FirstMarkers[i];
+    lv_obj_t *first = gView.Components[i].FirstMarker;
     EXPECT_EQ(Source(first), nullptr);
     EXPECT_EQ(PlaceOf(first).X, 0);
     EXPECT_EQ(PlaceOf(first).Y, 0);
     EXPECT_EQ(lv_img_get_zoom(first), 256);
     EXPECT_FALSE(IsHidden(first));
   }
-  ExpectDot(gView.SecondMarkers[1], &kMarkerC, 256);
+  ExpectDot(gView.Components[1].SecondMarker, &kMarkerC, 256);
 }
 
 TEST_F(Marker, Theme255IsAsUnknownAsTheme3) {
   Host.Config.MarkerTheme = 255;
   Build();
-  EXPECT_EQ(Source(gView.FirstMarkers[0]), nullptr);
-  EXPECT_FALSE(IsHidden(gView.FirstMarkers[0]));
-  ExpectDot(gView.SecondMarkers[1], &kMarkerC, 256);
+  EXPECT_EQ(Source(gView.Components[0].FirstMarker), nullptr);
+  EXPECT_FALSE(IsHidden(gView.Components[0].FirstMarker));
+  ExpectDot(gView.Components[1].SecondMarker, &kMarkerC, 256);
 }
 
 TEST_F(Marker, ZoomFollowsTheHorizontalScaleAt1024) {
   Build(1024, 768);
-  ExpectDot(gView.FirstMarkers[1], &kMarkerA, 179);
-  ExpectDot(gView.SecondMarkers[1], &kMarkerC, 179);
+  ExpectDot(gView.Components[1].FirstMarker, &kMarkerA, 179);
+  ExpectDot(gView.Components[1].SecondMarker, &kMarkerC, 179);
 }
 
 TEST_F(Marker, ZoomFollowsTheHorizontalScaleAt1920x1200) {
   Build(1920, 1200);
-  ExpectDot(gView.FirstMarkers[1], &kMarkerA, 256);
+  ExpectDot(gView.Components[1].FirstMarker, &kMarkerA, 256);
 }
 
 TEST_F(Marker, ZoomFollowsTheHorizontalScaleAt2560) {
   Build(2560, 1440);
-  ExpectDot(gView.FirstMarkers[1], &kMarkerA, 341);
+  ExpectDot(gView.Components[1].FirstMarker, &kMarkerA, 341);
 }
 
 TEST_F(Marker, ZoomFollowsTheHorizontalScaleAt3840) {
   Build(3840, 2160);
-  ExpectDot(gView.SecondMarkers[1], &kMarkerC, 512);
+  ExpectDot(gView.Components[1].SecondMarker, &kMarkerC, 512);
 }
 
 TEST_F(Marker, PositionsMayBeNegative) {
   Host.Components[0].MarkerX = -5;
   Host.Components[0].MarkerY = -32768;
   Build();
-  EXPECT_EQ(lv_obj_get_style_x(gView.FirstMarkers[0], LV_PART_MAIN), -5);
-  lv_obj_clear_flag(gView.FirstMarkers[0], LV_OBJ_FLAG_HIDDEN);
+  EXPECT_EQ(lv_obj_get_style_x(gView.Components[0].FirstMarker, LV_PART_MAIN), -5);
+  lv_obj_clear_flag(gView.Components[0].FirstMarker, LV_OBJ_FLAG_HIDDEN);
   lv_timer_handler();
 }
 

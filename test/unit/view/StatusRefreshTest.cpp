@@ -58,10 +58,10 @@ TEST_F(StatusRefresh, UnderAPolledCategoryItPollsThatAlone) {
 
 TEST_F(StatusRefresh, UnderCategory2ItDoesNothingAtAll) {
   Build();
-  lv_obj_add_flag(gView.FirstMarkers[1], LV_OBJ_FLAG_HIDDEN);
+  lv_obj_add_flag(gView.Components[1].FirstMarker, LV_OBJ_FLAG_HIDDEN);
   Host.Components[1].Available = 1;
   EXPECT_EQ(PolledUnder(2), std::vector<UINT32>{});
-  EXPECT_TRUE(IsHidden(gView.FirstMarkers[1]));
+  EXPECT_TRUE(IsHidden(gView.Components[1].FirstMarker));
 }
 
 TEST_F(StatusRefresh, UnderEveryOtherFilterItDoesNothing) {
@@ -83,8 +83,8 @@ TEST_F(StatusRefresh, DotsFollowTheAnswer) {
   for (const auto &answer : kAnswers) {
     Answer(1, answer.Status);
     RefreshStatusTimer(nullptr);
-    EXPECT_EQ(!IsHidden(gView.FirstMarkers[usb]), answer.First) << answer.Status;
-    EXPECT_EQ(!IsHidden(gView.SecondMarkers[usb]), answer.Second) << answer.Status;
+    EXPECT_EQ(!IsHidden(gView.Components[usb].FirstMarker), answer.First) << answer.Status;
+    EXPECT_EQ(!IsHidden(gView.Components[usb].SecondMarker), answer.Second) << answer.Status;
   }
 }
 
@@ -93,7 +93,7 @@ TEST_F(StatusRefresh, ComponentsThatAreNotPolledKeepTheirDots) {
   for (UINT32 type : {0u, 2u, 3u, 4u, 6u, 7u}) {
     Answer(type, EFI_DEVICE_ERROR);
     RefreshStatusTimer(nullptr);
-    EXPECT_TRUE(IsHidden(gView.SecondMarkers[IndexOf(type)])) << type;
+    EXPECT_TRUE(IsHidden(gView.Components[IndexOf(type)].SecondMarker)) << type;
     EXPECT_EQ(Host.Components[IndexOf(type)].DeviceError, 0) << type;
   }
 }
@@ -101,7 +101,7 @@ TEST_F(StatusRefresh, ComponentsThatAreNotPolledKeepTheirDots) {
 TEST_F(StatusRefresh, FocusedComponentsPanelShowsTheNewLines) {
   Answer(8, EFI_SUCCESS, {{u"Speed", u"900 rpm"}});
   Build();
-  lv_group_focus_obj(gView.Callouts[IndexOf(8)]);
+  lv_group_focus_obj(gView.Components[IndexOf(8)].Callout);
   EXPECT_EQ(WholeText(gView.InfoText), "\n\n" + InfoLineText("Speed", "900 rpm"));
   Answer(8, EFI_SUCCESS, {{u"Speed", u"1200 rpm"}});
   RefreshStatusTimer(nullptr);
@@ -111,7 +111,7 @@ TEST_F(StatusRefresh, FocusedComponentsPanelShowsTheNewLines) {
 TEST_F(StatusRefresh, OtherComponentsLeaveThePanel) {
   Answer(2, EFI_SUCCESS, {{u"Drive", u"S"}});
   Build();
-  lv_group_focus_obj(gView.Callouts[IndexOf(2)]);
+  lv_group_focus_obj(gView.Components[IndexOf(2)].Callout);
   Answer(2, EFI_SUCCESS, {{u"Drive", u"T"}});
   Answer(1, EFI_SUCCESS, {{u"Port", u"U"}});
   RefreshStatusTimer(nullptr);
@@ -121,7 +121,7 @@ TEST_F(StatusRefresh, OtherComponentsLeaveThePanel) {
 TEST_F(StatusRefresh, PanelIsNotFilledForAComponentUnderAnotherFilter) {
   Answer(1, EFI_SUCCESS, {{u"Port", u"old"}});
   Build();
-  lv_group_focus_obj(gView.Callouts[IndexOf(1)]);
+  lv_group_focus_obj(gView.Components[IndexOf(1)].Callout);
   Answer(1, EFI_SUCCESS, {{u"Port", u"new"}});
   gView.CategoryFilter = 8;
   RefreshStatusTimer(nullptr);
@@ -131,7 +131,7 @@ TEST_F(StatusRefresh, PanelIsNotFilledForAComponentUnderAnotherFilter) {
 TEST_F(StatusRefresh, StatusLineIsAddedAnewAfterTheHostRewroteTheTable) {
   Answer(1, EFI_NOT_FOUND);
   Build();
-  lv_group_focus_obj(gView.Callouts[IndexOf(1)]);
+  lv_group_focus_obj(gView.Components[IndexOf(1)].Callout);
   std::string missing = "\n\n" + InfoLineText("Device", "Not Present");
   EXPECT_EQ(WholeText(gView.InfoText), missing);
   RefreshStatusTimer(nullptr);
@@ -146,7 +146,7 @@ TEST_F(StatusRefresh, StatusLineIsAddedAnewAfterTheHostRewroteTheTable) {
 TEST_F(StatusRefresh, DrawsOnlyWhatChanges) {
   Answer(8, EFI_SUCCESS, {{u"Speed", u"900 rpm"}});
   Build();
-  lv_group_focus_obj(gView.Callouts[IndexOf(8)]);
+  lv_group_focus_obj(gView.Components[IndexOf(8)].Callout);
   RefreshStatusTimer(nullptr);
   auto drawnByARefresh = [this] {
     lv_refr_now(nullptr);
@@ -207,7 +207,7 @@ TEST_F(RefreshPeriod, ChangedStatusShowsOnTheScreenWithoutTheUser) {
   std::vector<bool> hidden;
   Options.StepPerTurn = 100;
   for (int turn : {5, 30, 50}) {
-    Options.At(turn, [&] { hidden.push_back(IsHidden(gView.FirstMarkers[2])); });
+    Options.At(turn, [&] { hidden.push_back(IsHidden(gView.Components[2].FirstMarker)); });
   }
   Then([] {}, 60);
   Run();

@@ -1,0 +1,37 @@
+#include "app/Input.h"
+
+#include "app/base/Firmware.h"
+#include "app/base/Run.h"
+#include "capture/MessageBox.h"
+#include "capture/Screenshot.h"
+#include "lvgl.h"
+#include "platform/Keypad.h"
+#include "platform/Pointer.h"
+#include "view/CategoryFilter.h"
+#include "view/HoverFocus.h"
+
+void ConnectInput() {
+  gKeypad.OnKey = HandleKey;
+  gPointer.OnMovement = UpdateHoverFocus;
+}
+
+bool HandleKey(UINT32 key, UINT16 scanCode) {
+  if (gMessageBox.ModalMessageBoxOpen != 0) {
+    return HandleMessageBoxKey(key);
+  }
+  if (key == LV_KEY_ESC) {
+    gRun.ExitRequested = 1;
+  } else if (scanCode == SCAN_INSERT) {
+    SelectNextCategory();
+  } else if (scanCode == SCAN_F12) {
+    // Reported to the user in a message box, to the log by the operation.
+    (void)F12ScreenShots();
+  }
+  return true;
+}
+
+void UpdateHoverFocus(UINT16 x, UINT16 y, BOOLEAN) {
+  if (gMessageBox.ModalMessageBoxOpen == 0) {
+    FocusComponentAt(x, y);
+  }
+}

@@ -1,0 +1,3 @@
+#include "app/base/Geometry.h"
+
+GeometryState gGeometry;

@@ -1,0 +1,3 @@
+#include "app/base/Run.h"
+
+RunState gRun;

@@ -1,0 +1,7 @@
+/** @file
+  Logo, title, footer and key-help line.
+**/
+
+#pragma once
+
+void BuildHeaderAndFooter();
