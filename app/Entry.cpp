@@ -8,7 +8,6 @@
 #include "app/base/LocateHost.h"
 #include "app/base/MemoryPool.h"
 #include "app/base/Run.h"
-#include "capture/Screenshot.h"
 #include "lvgl.h"
 #include "platform/GraphicsOutput.h"
 #include "platform/HotPlug.h"
@@ -85,8 +84,6 @@ void FindChosenOption() {
 /// are; the pool's leak report frees them.
 void HandBack(bool viewStood) {
   CloseHotPlugDetector();
-  // Still open when the user left the volume box, or the view, without a choice.
-  CloseVolumes(&gScreenshot.Volumes);
   if (viewStood) {
     // Else the state of the last visit is kept.
     SaveUiState();

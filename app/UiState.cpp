@@ -40,7 +40,9 @@ UINT16 EncodeFocus(const lv_obj_t *focused) {
 /// The object of a saved focus; NULL when this view has no such object.
 lv_obj_t *DecodeFocus(UINT16 focus) {
   if (focus == kFocusNone) {
-    return gView.FilterButtons[0];
+    // The one object of the group that "none" can stand for: callouts and filter buttons have
+    // numbers of their own, so what was saved comes back.
+    return gView.CloseButton;
   }
   if (focus < kFocusCalloutEnd) {
     return gView.Components[focus - kFocusFirstCallout].Callout;

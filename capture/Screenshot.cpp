@@ -47,8 +47,9 @@ EFI_STATUS F12ScreenShots() {
     LogOperationError(kOperation, status);
     return status;
   }
-  // Still open when the user left the last volume box without a choice.
-  CloseVolumes(&gScreenshot.Volumes);
+  // Deliberately not closed where Esc has left them open: the stick may be gone by now, and not
+  // every file system's driver bears a close on what it has lost.
+  gScreenshot.Volumes = {};
   status = GetRootDirectoryFileHandle(&gScreenshot.Volumes);
   if (EFI_ERROR(status)) {
     // Deliberately a UCS-2 text in the ASCII log, which shows its first

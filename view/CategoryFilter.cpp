@@ -90,6 +90,7 @@ void ShowOnlyCategory(UINT32 category) {
     ShowCallout(i, ComponentAt(i).Type == category);
     HideMarkers(i);
   }
+  MarkSelectedFilterButton(nullptr);
 }
 
 void SelectNextCategory() {

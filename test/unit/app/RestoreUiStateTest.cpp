@@ -54,7 +54,7 @@ TEST_F(RestoreUiState, FocusIndex0FocusesTheDefaultObject) {
   Host.State.SelectedCategory = OBV_TYPE_USB;
   Restore();
   EXPECT_EQ(Clicks, (ClickCounts{0, 1, 0, 0, 0, 0}));
-  EXPECT_EQ(Focused(), gView.FilterButtons[0]);
+  EXPECT_EQ(Focused(), gView.CloseButton);
 }
 
 TEST_F(RestoreUiState, FocusIndexesBelow100AreCallouts) {
@@ -153,7 +153,7 @@ TEST_F(RestoreUiState, AFailedReadIsLoggedAndTheRecordStands) {
   EXPECT_EQ(Host.Log, std::vector{(LogLine{OBV_LOG_INFO, "ReStoreUIState 1552 Device Error\n"})});
   EXPECT_EQ(Setup.EndCount, 0u);
   EXPECT_EQ(gView.CategoryFilter, 0u);
-  EXPECT_EQ(Focused(), gView.FilterButtons[0]);
+  EXPECT_EQ(Focused(), gView.CloseButton);
 }
 
 TEST_F(RestoreUiState, AnAnswerOfTheWrongSizeIsIgnoredEntirely) {
@@ -163,7 +163,7 @@ TEST_F(RestoreUiState, AnAnswerOfTheWrongSizeIsIgnoredEntirely) {
   Restore();
   EXPECT_EQ(Setup.EndCount, 1u);
   EXPECT_EQ(gView.CategoryFilter, 0u);
-  EXPECT_EQ(Focused(), gView.FilterButtons[0]);
+  EXPECT_EQ(Focused(), gView.CloseButton);
   EXPECT_EQ(Shown(), (std::vector{0, 1, 2, 3}));
 }
 
@@ -174,7 +174,7 @@ TEST_F(RestoreUiState, AnAnswerOfTheWrongTypeIsIgnoredEntirely) {
   Restore();
   EXPECT_EQ(Setup.EndCount, 1u);
   EXPECT_EQ(gView.CategoryFilter, 0u);
-  EXPECT_EQ(Focused(), gView.FilterButtons[0]);
+  EXPECT_EQ(Focused(), gView.CloseButton);
 }
 
 TEST_F(RestoreUiState, TheSetupsSelectionOverridesTheRecords) {

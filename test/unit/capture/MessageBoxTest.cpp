@@ -3,6 +3,8 @@
 #include "test/unit/stage/BoxStage.h"
 #include "test/unit/stage/RunScript.h"
 
+#include "app/base/Run.h"
+
 namespace {
 
 // Three sticks, so that the choice has four buttons; F12 opens it over a focused callout.
@@ -105,27 +107,33 @@ TEST_F(ChoiceKeys, EscClosesTheBoxAloneAndChoosesNothing) {
   ThenBoxIsClosed();
   Then([this] {
     EXPECT_EQ(gRun.ExitRequested, 0);
-    // Deliberately open until the next look for volumes, or the end.
     EXPECT_EQ(OpenCount(), 3u);
   });
   EXPECT_EQ(Run().Status, EFI_SUCCESS);
   EXPECT_TRUE(RanToTheEnd());
   EXPECT_FALSE(Host.Logged("F12ScreenShots Canceled\n"));
   EXPECT_EQ(FileCount(), 0u);
-  EXPECT_EQ(OpenCount(), 0u);
 }
 
-TEST_F(ChoiceKeys, OpeningItAgainAfterEscClosesWhatWasOpen) {
+// The sticks may be gone by then, and a file system's driver need not bear a close on what it lost.
+TEST_F(ChoiceKeys, VolumesThatEscLeftOpenAreNotClosedAtTheEnd) {
+  ThenScan(SCAN_ESC);
+  EXPECT_EQ(Run().Status, EFI_SUCCESS);
+  EXPECT_TRUE(RanToTheEnd());
+  EXPECT_EQ(OpenCount(), 3u);
+}
+
+TEST_F(ChoiceKeys, VolumesThatEscLeftOpenAreNotClosedWhenTheBoxOpensAgain) {
   ThenScan(SCAN_ESC);
   ThenScan(SCAN_F12);
   Then([this] {
     EXPECT_TRUE(BoxIsOpen());
-    EXPECT_EQ(OpenCount(), 3u);
+    EXPECT_EQ(OpenCount(), 6u);
   });
   ThenLeaveBox();
   Run();
   EXPECT_TRUE(RanToTheEnd());
-  EXPECT_EQ(OpenCount(), 0u);
+  EXPECT_EQ(OpenCount(), 6u);
 }
 
 TEST_F(ChoiceKeys, AfterEscAnObjectOfTheViewHasTheFocus) {

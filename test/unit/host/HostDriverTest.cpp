@@ -294,7 +294,7 @@ TEST_F(HostDriver, ApplicationRunsOnIt) {
   const std::string log = gPorts.Sent(0x3E8);
   EXPECT_NE(log.find("Load multilangage string success\n"), std::string::npos) << log;
   EXPECT_NE(log.find("[Host] Board \"Boardscope reference board\", "), std::string::npos) << log;
-  EXPECT_NE(log.find("[Host] Application ended: jump 0, focus 101, category 0"), std::string::npos)
+  EXPECT_NE(log.find("[Host] Application ended: jump 0, focus 0, category 0"), std::string::npos)
       << log;
   EXPECT_EQ(log.find("not found, ignore"), std::string::npos) << log;
   EXPECT_EQ(log.find("Error occurs"), std::string::npos) << log;

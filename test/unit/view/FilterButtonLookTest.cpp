@@ -1,16 +1,20 @@
 // The three looks of the filter buttons and where they come from.
 
+#include "test/firmware/SetupEventHandler.h"
 #include "test/unit/stage/StyledViewStage.h"
 
+#include "app/UiState.h"
+
 namespace {
+
+const ShownLook kDefaultLook = {6, 255, 0x0A0001, 0x0A0000, 3, "DejaVuSans 19"};
 
 class FilterButtonLook : public StyledViewStage {};
 
 TEST_F(FilterButtonLook, FilterButtonsTakeTheirLookFromTheRecord) {
   Build();
-  ShownLook expected = {6, 255, 0x0A0001, 0x0A0000, 3, "DejaVuSans 19"};
   for (int row = 1; row < 6; row++) {
-    EXPECT_EQ(LookOf(Button(row)), expected) << row;
+    EXPECT_EQ(LookOf(Button(row)), kDefaultLook) << row;
     ExpectBorder(Button(row), 0x0A0002, 204);
   }
 }
@@ -28,16 +32,33 @@ TEST_F(FilterButtonLook, FocusedFilterButtonsTakeTheActiveLook) {
   }
 }
 
+// At the real start: the state of a first visit is brought back, too.
 TEST_F(FilterButtonLook, OnlyTheAllButtonStartsOutSelected) {
   Build();
+  ReStoreUIState();
   EXPECT_EQ(lv_obj_get_style_radius(Button(0), LV_PART_MAIN), 8);
   EXPECT_EQ(lv_obj_get_style_bg_opa(Button(0), LV_PART_MAIN), 0);
   EXPECT_EQ(Rgb(lv_obj_get_style_text_color(Button(0), LV_PART_MAIN)), 0x140001u);
   EXPECT_EQ(lv_obj_get_style_border_width(Button(0), LV_PART_MAIN), 3);
   EXPECT_EQ(FontText(lv_obj_get_style_text_font(Button(0), LV_PART_MAIN)), "DejaVuSans 19");
   ExpectBorder(Button(0), 0x0A0002, 204);
-  for (int row = 1; row < 6; row++) {
-    EXPECT_EQ(lv_obj_get_style_bg_opa(Button(row), LV_PART_MAIN), 255) << row;
+  for (int row = 1; row < 6; ++row) {
+    EXPECT_EQ(LookOf(Button(row)), kDefaultLook) << row;
+  }
+}
+
+TEST_F(FilterButtonLook, ACategoryWithoutAButtonLeavesEveryButtonUnpressed) {
+  fake::SetupEventHandler setup{Machine};
+  setup.Install();
+  setup.Select(5, u"");
+  Host.State.SelectedCategory = OBV_TYPE_SATA;
+  Build();
+  ReStoreUIState();
+  for (int row = 0; row < 6; ++row) {
+    // The clicked button of the earlier visit still has the focus.
+    lv_obj_clear_state(Button(row), LV_STATE_ANY);
+    EXPECT_EQ(LookOf(Button(row)), kDefaultLook) << row;
+    ExpectBorder(Button(row), 0x0A0002, 204);
   }
 }
 

@@ -1,3 +1,0 @@
-#include "platform/ModalBox.h"
-
-ModalBoxState gModalBox;
