@@ -9,8 +9,14 @@ constexpr double kCalloutCharacterWidth = 8.0;
 constexpr double kCalloutLineHeight = 18.0;
 constexpr UINT16 kCalloutMargin = 4;
 
+/// From the corner of a status dot to its centre. Not scaled: the view zooms the
+/// dot about the centre.
+constexpr INT16 kDotHalf = OBV_DOT_SIZE / 2;
+
 /// Signed coordinates are 16 bits wide: a view beyond that is cut.
 INT16 ToSigned(UINT32 value) { return (INT16)(value > MAX_INT16 ? MAX_INT16 : value); }
+
+INT16 CornerOfDot(UINT32 centre) { return static_cast<INT16>(ToSigned(centre) - kDotHalf); }
 
 /// The corner of a callout of this length whose side touches the anchor along
 /// one axis: before it, centred on it, or after it.
@@ -68,8 +74,8 @@ void CopyPoints(const BoardComponent &source, const PictureMapping &mapping,
     component->LeaderPoints[i].X = ToSigned(ToView(mapping.X, source.LeaderPoints[i].X));
     component->LeaderPoints[i].Y = ToSigned(ToView(mapping.Y, source.LeaderPoints[i].Y));
   }
-  component->MarkerX = ToSigned(ToView(mapping.X, source.Marker.X));
-  component->MarkerY = ToSigned(ToView(mapping.Y, source.Marker.Y));
+  component->MarkerX = CornerOfDot(ToView(mapping.X, source.Marker.X));
+  component->MarkerY = CornerOfDot(ToView(mapping.Y, source.Marker.Y));
 }
 
 void SuggestCallout(const ViewRequest &view, UINTN nameLength, OBV_COMPONENT *component) {

@@ -53,6 +53,10 @@
 #define OBV_TEXT_CENTER  1
 #define OBV_TEXT_RIGHT   2
 
+/// Width and height of a status dot's picture. The view zooms it by ScaleX about
+/// its middle, so that its centre stays where it is at every scale.
+#define OBV_DOT_SIZE  11
+
 /// Look of a callout in one state.
 typedef struct {
   CHAR8    TextColor[OBV_COLOR_TEXT_SIZE];
@@ -108,7 +112,8 @@ typedef struct {
   INT32                  TextAlign;     ///< OBV_TEXT_*.
   INT16                  CalloutX;
   INT16                  CalloutY;
-  /// Top left corner of both status dots.
+  /// Top left corner of both status dots before the zoom: half of OBV_DOT_SIZE
+  /// left of and above their centre.
   INT16                  MarkerX;
   INT16                  MarkerY;
   UINT8                  Reserved44[4];

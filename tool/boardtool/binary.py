@@ -10,7 +10,7 @@ from boardtool import limits
 from boardtool.model import Board, Component, InfoLine, Look, Point
 
 MAGIC = b"OBVBOARD"
-VERSION = 1
+VERSION = 2
 
 # Everything behind the checksum field, which the checksum covers.
 HEADER = struct.Struct(f"<IHHIIHHBB2x{2 * (limits.TITLE + 1)}s")

@@ -33,7 +33,7 @@ class InfoLine:
 
 @dataclass(frozen=True)
 class Component:
-    """Points are picture pixels; style is an index into Board.styles."""
+    """Points are picture pixels, marker the dot's centre; style is an index into Board.styles."""
 
     name: str
     category: int
