@@ -28,7 +28,7 @@ struct EmbeddedFile {
 };
 
 inline EmbeddedFile Embedded(const UINT8 *start, const UINT8 *end) {
-  return {start, (UINTN)end - (UINTN)start};
+  return {.Data = start, .Size = reinterpret_cast<UINTN>(end) - reinterpret_cast<UINTN>(start)};
 }
 
 /// The default board binary.

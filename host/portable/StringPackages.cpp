@@ -28,13 +28,14 @@ void AddText(ByteWriter *writer, const char16_t *text) {
 
 /// The header with the language code behind it in place of its one-byte array.
 UINT32 HeaderSize(const LanguageTexts &language) {
-  return (UINT32)(OFFSET_OF(EFI_HII_STRING_PACKAGE_HDR, Language) + AsciiStrSize(language.Code));
+  return static_cast<UINT32>(OFFSET_OF(EFI_HII_STRING_PACKAGE_HDR, Language) +
+                             AsciiStrSize(language.Code));
 }
 
 void AddPackageHeader(ByteWriter *writer, const LanguageTexts &language, UINTN packageSize) {
   EFI_HII_STRING_PACKAGE_HDR header;
   ZeroMem(&header, sizeof(header));
-  header.Header.Length = (UINT32)packageSize;
+  header.Header.Length = static_cast<UINT32>(packageSize);
   header.Header.Type = EFI_HII_PACKAGE_STRINGS;
   header.HdrSize = HeaderSize(language);
   header.StringInfoOffset = header.HdrSize;
@@ -69,7 +70,7 @@ UINTN StringPackagesSize() {
 }
 
 void WriteStringPackages(UINT8 *buffer) {
-  UINT32 size = (UINT32)StringPackagesSize();
+  auto size = static_cast<UINT32>(StringPackagesSize());
   ByteWriter writer = {buffer, 0};
   writer.Add(&size, sizeof(size));
   for (const LanguageTexts &language : kLanguages) {

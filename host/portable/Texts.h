@@ -20,7 +20,7 @@ extern const LanguageTexts kLanguages[kLanguageCount];
 
 /// String identifier of text index: the first identifier of a package is its
 /// language's name.
-inline constexpr UINT16 TextId(UINTN index) { return (UINT16)(index + 2); }
+inline constexpr UINT16 TextId(UINTN index) { return static_cast<UINT16>(index + 2); }
 
 /// Bytes that WriteStringPackages writes.
 UINTN StringPackagesSize();
