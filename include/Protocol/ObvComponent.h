@@ -90,9 +90,10 @@ typedef struct {
   /// Status flags, kept by the application from QueryComponentStatus. NotReady
   /// and NoMapping stay set once they are set.
   UINT8                  NotReady;
-  /// Host: non-zero disables the callout.
+  /// Host: non-zero disables the callout. It looks as DefaultStyle says.
   UINT8                  NotSelectable;
-  /// Host: shown when the category filter is 254.
+  /// Host: passes a category filter of 254, which neither a button nor a saved
+  /// state selects.
   UINT8                  InSpecialGroup;
   UINT8                  NoMapping;
   UINT8                  Available;
@@ -109,7 +110,7 @@ typedef struct {
   /// Category, OBV_TYPE_*.
   UINT32                 Type;
   INT32                  CalloutSide;   ///< OBV_CALLOUT_*.
-  INT32                  TextAlign;     ///< OBV_TEXT_*.
+  INT32                  TextAlign;     ///< OBV_TEXT_*; not seen, as the callout fits its text.
   INT16                  CalloutX;
   INT16                  CalloutY;
   /// Top left corner of both status dots before the zoom: half of OBV_DOT_SIZE
