@@ -41,7 +41,7 @@ inline FontFile EmbeddedFont(UINT8 face) {
       Embedded(ObvHostFont1Start, ObvHostFont1End),
       Embedded(ObvHostFont2Start, ObvHostFont2End),
   };
-  return {files[face].Data, files[face].Size};
+  return {.Data = files[face].Data, .Size = files[face].Size};
 }
 
 }  // namespace obv_host

@@ -30,8 +30,11 @@ EFI_STATUS EFIAPI HostParseComponents(OBV_PROTOCOL *This, OBV_COMPONENT **compon
   if (!HasBoard(*host)) {
     return EFI_NOT_READY;
   }
-  ViewRequest view = {MapPicture(pictureHeight, pictureWidth, viewHeight, viewWidth, pictureShare),
-                      scaleX, scaleY};
+  const ViewRequest view = {
+      .Mapping = MapPicture(pictureHeight, pictureWidth, viewHeight, viewWidth, pictureShare),
+      .ScaleX = scaleX,
+      .ScaleY = scaleY,
+  };
   UINT16 count = host->ActiveBoard.Header.ComponentCount;
   for (UINTN i = 0; i < count; ++i) {
     BuildComponent(host->ActiveBoard, i, view, host->Styles, &host->Components[i]);

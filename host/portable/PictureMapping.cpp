@@ -6,7 +6,7 @@ namespace {
 AxisMapping MapAxis(UINT32 source, UINT32 view, UINT32 origin, double share) {
   UINT32 shown = static_cast<UINT32>(view * share);
   UINT32 step = shown == 0 ? 0 : source * 256 / shown;
-  return {origin, shown, step, view};
+  return {.Origin = origin, .Shown = shown, .Step = step, .Limit = view};
 }
 
 }  // namespace
@@ -15,8 +15,8 @@ PictureMapping MapPicture(UINT16 pictureHeight, UINT16 pictureWidth, UINT16 view
                           UINT16 viewWidth, double share) {
   double inside = share >= 0.0 && share <= 1.0 ? share : 1.0;
   UINT32 top = static_cast<UINT32>(viewHeight * (1.0 - inside) * 0.5);
-  return {MapAxis(pictureWidth, viewWidth, 0, inside),
-          MapAxis(pictureHeight, viewHeight, top, inside)};
+  return {.X = MapAxis(pictureWidth, viewWidth, 0, inside),
+          .Y = MapAxis(pictureHeight, viewHeight, top, inside)};
 }
 
 UINT16 ToView(const AxisMapping &axis, UINT16 source) {

@@ -46,14 +46,14 @@ void AddPackageHeader(ByteWriter *writer, const LanguageTexts &language, UINTN p
 
 void AddStrings(ByteWriter *writer, const LanguageTexts &language) {
   AddText(writer, language.NativeName);
-  for (const char16_t *text : language.Texts) {
-    AddText(writer, text);
+  for (UINTN i = 0; i < OBV_STRING_COUNT; ++i) {
+    AddText(writer, TextAt(language, i));
   }
   writer->AddByte(EFI_HII_SIBT_END);
 }
 
 void AddPackage(ByteWriter *writer, const LanguageTexts &language) {
-  ByteWriter counter = {nullptr, HeaderSize(language)};
+  ByteWriter counter = {.Buffer = nullptr, .Size = HeaderSize(language)};
   AddStrings(&counter, language);
   AddPackageHeader(writer, language, counter.Size);
   AddStrings(writer, language);
@@ -62,7 +62,7 @@ void AddPackage(ByteWriter *writer, const LanguageTexts &language) {
 }  // namespace
 
 UINTN StringPackagesSize() {
-  ByteWriter counter = {nullptr, sizeof(UINT32)};
+  ByteWriter counter = {.Buffer = nullptr, .Size = sizeof(UINT32)};
   for (const LanguageTexts &language : kLanguages) {
     AddPackage(&counter, language);
   }
@@ -71,7 +71,7 @@ UINTN StringPackagesSize() {
 
 void WriteStringPackages(UINT8 *buffer) {
   auto size = static_cast<UINT32>(StringPackagesSize());
-  ByteWriter writer = {buffer, 0};
+  ByteWriter writer = {.Buffer = buffer, .Size = 0};
   writer.Add(&size, sizeof(size));
   for (const LanguageTexts &language : kLanguages) {
     AddPackage(&writer, language);

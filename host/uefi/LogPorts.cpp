@@ -58,7 +58,7 @@ void WriteSerial(UINT16 port, UINT8 byte) {
 }  // namespace
 
 void OpenLogPorts(LogPorts *ports) {
-  *ports = {0, 0};
+  *ports = {};
   if (IoRead8(kDebugConsole) == kDebugConsoleAnswer) {
     ports->DebugConsole = kDebugConsole;
   }

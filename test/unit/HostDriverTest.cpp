@@ -93,7 +93,7 @@ TEST_F(HostDriver, TextsAreRegisteredUnderTheContractsGuid) {
     for (UINTN i = 0; i < OBV_STRING_COUNT; i++) {
       EFI_STRING text = HiiGetString(handles[0], shared->StringIds[i], language.Code);
       ASSERT_NE(text, nullptr) << language.Code << " " << i;
-      EXPECT_EQ(StrCmp(text, Ucs2(language.Texts[i])), 0) << language.Code << " " << i;
+      EXPECT_EQ(StrCmp(text, Ucs2(TextAt(language, i))), 0) << language.Code << " " << i;
       FreePool(text);
     }
   }
