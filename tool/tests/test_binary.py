@@ -5,11 +5,13 @@ import struct
 import zlib
 from pathlib import Path
 
+import pytest
 from PIL import Image
 
 from boardtool.binary import COMPONENT, HEADER_SIZE, INFO, LOOK, write_board
 from boardtool.picture import encode_for_firmware, load_picture
 from boardtool.reading import read_board
+from boardtool.record import Record
 from conftest import MakeBoard
 
 TEST_BOARD = Path(__file__).resolve().parents[2] / "test" / "data" / "board"
@@ -26,6 +28,16 @@ def test_record_sizes_are_those_of_the_reader() -> None:
     assert LOOK.size == 82
     assert COMPONENT.size == 228
     assert INFO.size == 580
+
+
+def test_a_record_takes_each_field_once_whatever_the_order() -> None:
+    record = Record(first="B", text="4s", last="H")
+    assert record.size == 7
+    assert record.pack(last=0x0201, first=9, text=b"ab") == b"\x09ab\0\0\x01\x02"
+    with pytest.raises(TypeError, match="fields of a record: text"):
+        record.pack(last=1, first=9)
+    with pytest.raises(TypeError, match="fields of a record: other"):
+        record.pack(last=1, first=9, text=b"", other=1)
 
 
 def test_header(make_board: MakeBoard) -> None:
