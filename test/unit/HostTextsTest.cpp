@@ -112,6 +112,24 @@ TEST(HostTexts, FormattedTextsFitTheViewsBuffers) {
   }
 }
 
+/// The texts of a package from *block, which then stands behind the last.
+std::vector<std::u16string> ReadStrings(const std::vector<UINT8> &buffer, size_t *block) {
+  std::vector<std::u16string> strings;
+  while (buffer.at(*block) == EFI_HII_SIBT_STRING_UCS2) {
+    ++*block;
+    std::u16string text;
+    char16_t unit = 0;
+    do {
+      unit = static_cast<char16_t>(buffer.at(*block) | buffer.at(*block + 1) << 8);
+      *block += 2;
+      text += unit;
+    } while (unit != 0);
+    text.pop_back();
+    strings.push_back(text);
+  }
+  return strings;
+}
+
 /// Reads the packages back as the HII database does.
 TEST(HostTexts, PackagesHoldEveryTextUnderItsIdentifier) {
   std::vector<UINT8> buffer(StringPackagesSize() + 1, 0xCC);
@@ -133,19 +151,7 @@ TEST(HostTexts, PackagesHoldEveryTextUnderItsIdentifier) {
     EXPECT_EQ(header.HdrSize, OFFSET_OF(EFI_HII_STRING_PACKAGE_HDR, Language) + strlen(code) + 1);
 
     size_t block = at + header.StringInfoOffset;
-    std::vector<std::u16string> strings;
-    while (buffer.at(block) == EFI_HII_SIBT_STRING_UCS2) {
-      std::u16string text;
-      for (block++;; block += 2) {
-        char16_t unit = static_cast<char16_t>(buffer.at(block) | buffer.at(block + 1) << 8);
-        if (unit == 0) {
-          block += 2;
-          break;
-        }
-        text += unit;
-      }
-      strings.push_back(text);
-    }
+    std::vector<std::u16string> strings = ReadStrings(buffer, &block);
     EXPECT_EQ(buffer.at(block), EFI_HII_SIBT_END);
     EXPECT_EQ(block + 1, at + header.Header.Length);
     ASSERT_EQ(strings.size(), OBV_STRING_COUNT + 1U);
