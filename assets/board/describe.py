@@ -9,9 +9,6 @@ from catalog import ENTRIES, Entry
 from outline import silhouette
 from scene import Scene
 
-# Half the size of a status dot in picture pixels, when the view is half the picture's size.
-DOT_HALF = 11
-
 RIMS = {
     "left": Rim((330, 700), (960, 1590), (60, 0), "right"),
     "right": Rim((1690, 70), (2560, 810), (-60, 0), "left"),
@@ -110,7 +107,7 @@ def component_text(placed: Placed) -> str:
         f"    leader: {points(leader(placed.start, placed.slot))}",
         f"    callout: {placed.slot.callout}",
         "    align: center",
-        f"    marker: [{round(x) - DOT_HALF}, {round(y) - DOT_HALF}]",
+        f"    marker: [{round(x)}, {round(y)}]",
         f"    token: 0x{entry.token:04x}",
         f"    selectable: {str(entry.selectable).lower()}",
         f"    special_group: {str(entry.special).lower()}",

@@ -54,8 +54,8 @@ def draw(
         if mark:
             # The dot is 11 pixels on a 1920 pixel screen, whose picture is 1440 wide.
             x, y = component["marker"][0] * sx, component["marker"][1] * sy
-            reach = 11 * size[0] / 1440
-            pen.ellipse([x, y, x + reach, y + reach], mark)
+            half = 11 * size[0] / 1440 / 2
+            pen.ellipse([x - half, y - half, x + half, y + half], mark)
         boxes.append((component["name"], draw_callout(pen, component, sx, sy, face)))
     image.alpha_composite(overlay)
     return image, overlaps(boxes, size)

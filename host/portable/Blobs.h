@@ -28,7 +28,7 @@ struct EmbeddedFile {
 };
 
 inline EmbeddedFile Embedded(const UINT8 *start, const UINT8 *end) {
-  return {start, (UINTN)end - (UINTN)start};
+  return {.Data = start, .Size = reinterpret_cast<UINTN>(end) - reinterpret_cast<UINTN>(start)};
 }
 
 /// The default board binary.
@@ -41,7 +41,7 @@ inline FontFile EmbeddedFont(UINT8 face) {
       Embedded(ObvHostFont1Start, ObvHostFont1End),
       Embedded(ObvHostFont2Start, ObvHostFont2End),
   };
-  return {files[face].Data, files[face].Size};
+  return {.Data = files[face].Data, .Size = files[face].Size};
 }
 
 }  // namespace obv_host

@@ -7,7 +7,7 @@ namespace {
 /// fields of packed records have any alignment.
 bool EndsWithin(const void *text, UINTN count) {
   const UINT8 *bytes = static_cast<const UINT8 *>(text);
-  for (UINTN i = 0; i < count; i++) {
+  for (UINTN i = 0; i < count; ++i) {
     if (bytes[2 * i] == 0 && bytes[2 * i + 1] == 0) {
       return true;
     }
@@ -21,9 +21,9 @@ bool IsColorText(const CHAR8 (&text)[OBV_COLOR_TEXT_SIZE]) {
   UINTN digits = 0;
   for (CHAR8 character : text) {
     if (character >= '0' && character <= '9') {
-      digits++;
+      ++digits;
     } else if (character == ',' && digits > 0) {
-      commas++;
+      ++commas;
       digits = 0;
     } else {
       return character == '\0' && commas == 2 && digits > 0;
@@ -38,7 +38,8 @@ bool IsLook(const OBV_COMPONENT_STYLE &look) {
 }
 
 UINT32 BigEndian32(const UINT8 *bytes) {
-  return (UINT32)bytes[0] << 24 | (UINT32)bytes[1] << 16 | (UINT32)bytes[2] << 8 | bytes[3];
+  return static_cast<UINT32>(bytes[0]) << 24 | static_cast<UINT32>(bytes[1]) << 16 |
+         static_cast<UINT32>(bytes[2]) << 8 | bytes[3];
 }
 
 }  // namespace
@@ -54,23 +55,23 @@ bool EFIAPI Refuse(BoardFault *fault, const CHAR8 *format, ...) {
 bool CheckHeader(const Board &board, BoardFault *fault) {
   const BoardHeader &header = board.Header;
   if (header.ComponentCount > OBV_MAX_COMPONENTS) {
-    return Refuse(fault, "%d components, at most %d are allowed", (UINTN)header.ComponentCount,
-                  (UINTN)OBV_MAX_COMPONENTS);
+    return Refuse(fault, "%d components, at most %d are allowed", header.ComponentCount,
+                  OBV_MAX_COMPONENTS);
   }
   if (header.StyleCount > kBoardStyleCapacity) {
-    return Refuse(fault, "%d styles, at most %d are allowed", (UINTN)header.StyleCount,
-                  (UINTN)kBoardStyleCapacity);
+    return Refuse(fault, "%d styles, at most %d are allowed", header.StyleCount,
+                  kBoardStyleCapacity);
   }
   if (header.Logo > OBV_LOGO_C && header.Logo != OBV_LOGO_NONE) {
-    return Refuse(fault, "unknown logo %d", (UINTN)header.Logo);
+    return Refuse(fault, "unknown logo %d", header.Logo);
   }
   if (header.MarkerTheme > OBV_MARKER_AMBER) {
-    return Refuse(fault, "unknown marker theme %d", (UINTN)header.MarkerTheme);
+    return Refuse(fault, "unknown marker theme %d", header.MarkerTheme);
   }
   if (!EndsWithin(header.Title, kBoardTitleLength)) {
     return Refuse(fault, "title without an end");
   }
-  for (UINTN i = 0; i < OBV_SYSTEM_INFO_COUNT; i++) {
+  for (UINTN i = 0; i < OBV_SYSTEM_INFO_COUNT; ++i) {
     if (!EndsWithin(header.SystemInfo[i], OBV_SYSTEM_INFO_TEXT_LENGTH)) {
       return Refuse(fault, "system information %d without an end", i);
     }
@@ -79,7 +80,7 @@ bool CheckHeader(const Board &board, BoardFault *fault) {
 }
 
 bool CheckStyles(const Board &board, BoardFault *fault) {
-  for (UINTN i = 0; i < board.Header.StyleCount; i++) {
+  for (UINTN i = 0; i < board.Header.StyleCount; ++i) {
     BoardStyle style = StyleAt(board, i);
     if (!IsLook(style.Default) || !IsLook(style.Focus)) {
       return Refuse(fault, "style %d: not a colour", i);
@@ -89,11 +90,11 @@ bool CheckStyles(const Board &board, BoardFault *fault) {
 }
 
 bool CheckInfos(const Board &board, BoardFault *fault) {
-  for (UINTN i = 0; i < board.Header.InfoCount; i++) {
+  for (UINTN i = 0; i < board.Header.InfoCount; ++i) {
     OBV_COMPONENT_INFO info;
     CopyInfoAt(board, i, &info);
     if (info.Kind > OBV_INFO_SIDE_LIST) {
-      return Refuse(fault, "information line %d: unknown kind %d", i, (UINTN)info.Kind);
+      return Refuse(fault, "information line %d: unknown kind %d", i, info.Kind);
     }
     if (!EndsWithin(info.Label, OBV_INFO_LABEL_LENGTH) ||
         !EndsWithin(info.Value, OBV_INFO_VALUE_LENGTH)) {
@@ -116,11 +117,11 @@ bool CheckPicture(const Board &board, BoardFault *fault) {
   UINT32 height = BigEndian32(board.Picture + 20);
   if (width != header.PictureWidth || height != header.PictureHeight) {
     return Refuse(fault, "picture of %d x %d, the header says %d x %d", width, height,
-                  (UINTN)header.PictureWidth, (UINTN)header.PictureHeight);
+                  header.PictureWidth, header.PictureHeight);
   }
   if (width == 0 || height == 0 || width > kBoardPictureLimit || height > kBoardPictureLimit) {
     return Refuse(fault, "picture of %d x %d, at most %d pixels are allowed", width, height,
-                  (UINTN)kBoardPictureLimit);
+                  kBoardPictureLimit);
   }
   return true;
 }

@@ -15,7 +15,7 @@
 namespace obv_host {
 
 inline constexpr CHAR8 kBoardMagic[8] = {'O', 'B', 'V', 'B', 'O', 'A', 'R', 'D'};
-inline constexpr UINT16 kBoardVersion = 1;
+inline constexpr UINT16 kBoardVersion = 2;
 
 inline constexpr UINT32 kBoardNameLength = 20;
 inline constexpr UINT32 kBoardVertexCapacity = 20;
@@ -87,7 +87,7 @@ struct BoardComponent {
   UINT8 Flags;
   UINT16 SearchTokenId;
   UINT16 StyleIndex;
-  BoardPoint Marker;
+  BoardPoint Marker;  ///< Centre of the status dots.
   UINT8 VertexCount;
   UINT8 LeaderPointCount;
   UINT8 InfoCount;

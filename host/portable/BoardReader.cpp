@@ -12,12 +12,11 @@ bool CheckIdentity(const BoardHeader &header, BoardFault *fault) {
     return Refuse(fault, "not a board file");
   }
   if (header.Version != kBoardVersion) {
-    return Refuse(fault, "format version %d, this host reads version %d", (UINTN)header.Version,
-                  (UINTN)kBoardVersion);
+    return Refuse(fault, "format version %d, this host reads version %d", header.Version,
+                  kBoardVersion);
   }
   if (header.HeaderSize != sizeof(BoardHeader)) {
-    return Refuse(fault, "header of %d bytes, expected %d", (UINTN)header.HeaderSize,
-                  (UINTN)sizeof(BoardHeader));
+    return Refuse(fault, "header of %d bytes, expected %d", header.HeaderSize, sizeof(BoardHeader));
   }
   return true;
 }
@@ -25,20 +24,21 @@ bool CheckIdentity(const BoardHeader &header, BoardFault *fault) {
 /// Both sides in 64 bits: the largest counts cannot overflow them.
 bool CheckSizes(const BoardHeader &header, UINTN size, BoardFault *fault) {
   if (header.TotalSize != size) {
-    return Refuse(fault, "%ld bytes, the header says %ld", (UINT64)size, (UINT64)header.TotalSize);
+    return Refuse(fault, "%ld bytes, the header says %ld", size,
+                  static_cast<UINT64>(header.TotalSize));
   }
-  UINT64 expected = sizeof(BoardHeader) + (UINT64)header.StyleCount * sizeof(BoardStyle) +
-                    (UINT64)header.ComponentCount * sizeof(BoardComponent) +
-                    (UINT64)header.InfoCount * sizeof(BoardInfo) + header.PictureSize;
+  UINT64 expected = sizeof(BoardHeader) + header.StyleCount * sizeof(BoardStyle) +
+                    header.ComponentCount * sizeof(BoardComponent) +
+                    header.InfoCount * sizeof(BoardInfo) + header.PictureSize;
   if (expected != size) {
-    return Refuse(fault, "%ld bytes, its records and picture take %ld", (UINT64)size, expected);
+    return Refuse(fault, "%ld bytes, its records and picture take %ld", size, expected);
   }
   return true;
 }
 
 bool CheckFile(const UINT8 *bytes, UINTN size, BoardHeader *header, BoardFault *fault) {
   if (bytes == nullptr || size < sizeof(BoardHeader)) {
-    return Refuse(fault, "%ld bytes are too few", (UINT64)size);
+    return Refuse(fault, "%ld bytes are too few", size);
   }
   CopyMem(header, bytes, sizeof(*header));
   if (!CheckIdentity(*header, fault) || !CheckSizes(*header, size, fault)) {

@@ -9,13 +9,19 @@ constexpr double kCalloutCharacterWidth = 8.0;
 constexpr double kCalloutLineHeight = 18.0;
 constexpr UINT16 kCalloutMargin = 4;
 
+/// From the corner of a status dot to its centre. Not scaled: the view zooms the
+/// dot about the centre.
+constexpr INT16 kDotHalf = OBV_DOT_SIZE / 2;
+
 /// Signed coordinates are 16 bits wide: a view beyond that is cut.
-INT16 ToSigned(UINT32 value) { return (INT16)(value > MAX_INT16 ? MAX_INT16 : value); }
+INT16 ToSigned(UINT32 value) { return static_cast<INT16>(value > MAX_INT16 ? MAX_INT16 : value); }
+
+INT16 CornerOfDot(UINT32 centre) { return static_cast<INT16>(ToSigned(centre) - kDotHalf); }
 
 /// The corner of a callout of this length whose side touches the anchor along
 /// one axis: before it, centred on it, or after it.
-INT16 PlaceBefore(INT16 anchor, UINT16 length) { return (INT16)(anchor - length); }
-INT16 PlaceCentred(INT16 anchor, UINT16 length) { return (INT16)(anchor - length / 2); }
+INT16 PlaceBefore(INT16 anchor, UINT16 length) { return static_cast<INT16>(anchor - length); }
+INT16 PlaceCentred(INT16 anchor, UINT16 length) { return static_cast<INT16>(anchor - length / 2); }
 
 INT16 CalloutLeft(INT32 side, INT16 anchor, UINT16 width) {
   switch (side) {
@@ -51,7 +57,7 @@ UINTN CopyName(const BoardComponent &source, OBV_COMPONENT *component) {
   UINTN length = 0;
   while (length < kBoardNameLength - 1 && source.Name[length] != 0) {
     component->Name[length] = source.Name[length];
-    length++;
+    ++length;
   }
   return length;
 }
@@ -59,23 +65,23 @@ UINTN CopyName(const BoardComponent &source, OBV_COMPONENT *component) {
 void CopyPoints(const BoardComponent &source, const PictureMapping &mapping,
                 OBV_COMPONENT *component) {
   component->HotspotVertexCount = source.VertexCount;
-  for (UINTN i = 0; i < source.VertexCount; i++) {
+  for (UINTN i = 0; i < source.VertexCount; ++i) {
     component->HotspotVertices[i].X = ToView(mapping.X, source.Vertices[i].X);
     component->HotspotVertices[i].Y = ToView(mapping.Y, source.Vertices[i].Y);
   }
   component->LeaderPointCount = source.LeaderPointCount;
-  for (UINTN i = 0; i < source.LeaderPointCount; i++) {
+  for (UINTN i = 0; i < source.LeaderPointCount; ++i) {
     component->LeaderPoints[i].X = ToSigned(ToView(mapping.X, source.LeaderPoints[i].X));
     component->LeaderPoints[i].Y = ToSigned(ToView(mapping.Y, source.LeaderPoints[i].Y));
   }
-  component->MarkerX = ToSigned(ToView(mapping.X, source.Marker.X));
-  component->MarkerY = ToSigned(ToView(mapping.Y, source.Marker.Y));
+  component->MarkerX = CornerOfDot(ToView(mapping.X, source.Marker.X));
+  component->MarkerY = CornerOfDot(ToView(mapping.Y, source.Marker.Y));
 }
 
 void SuggestCallout(const ViewRequest &view, UINTN nameLength, OBV_COMPONENT *component) {
-  double width = (double)nameLength * kCalloutCharacterWidth * view.ScaleX;
-  component->CalloutWidth = (UINT16)((UINT16)width + kCalloutMargin);
-  component->CalloutHeight = (UINT16)((UINT16)(kCalloutLineHeight * view.ScaleY) + kCalloutMargin);
+  double width = static_cast<double>(nameLength) * kCalloutCharacterWidth * view.ScaleX;
+  component->CalloutWidth = static_cast<UINT16>(width + kCalloutMargin);
+  component->CalloutHeight = static_cast<UINT16>(kCalloutLineHeight * view.ScaleY + kCalloutMargin);
   const OBV_POINT &anchor = component->LeaderPoints[component->LeaderPointCount - 1];
   component->CalloutX = CalloutLeft(component->CalloutSide, anchor.X, component->CalloutWidth);
   component->CalloutY = CalloutTop(component->CalloutSide, anchor.Y, component->CalloutHeight);

@@ -6,7 +6,7 @@ namespace {
 /// Printable ASCII, not empty, ended within the field: the callout keeps one
 /// byte of each character.
 bool IsName(const BoardComponent &component) {
-  for (UINTN i = 0; i < kBoardNameLength; i++) {
+  for (UINTN i = 0; i < kBoardNameLength; ++i) {
     CHAR16 character = component.Name[i];
     if (character == 0) {
       return i > 0;
@@ -22,7 +22,7 @@ bool IsName(const BoardComponent &component) {
 bool NamesEqual(const BoardComponent &one, const BoardComponent &other) {
   UINTN i = 0;
   while (one.Name[i] == other.Name[i] && one.Name[i] != 0) {
-    i++;
+    ++i;
   }
   return one.Name[i] == other.Name[i];
 }
@@ -34,20 +34,19 @@ bool IsInside(const Board &board, BoardPoint point) {
 bool CheckNumbers(const Board &board, UINTN index, const BoardComponent &component,
                   BoardFault *fault) {
   if (component.Type > kBoardTypeLimit) {
-    return Refuse(fault, "component %d: unknown category %d", index, (UINTN)component.Type);
+    return Refuse(fault, "component %d: unknown category %d", index, component.Type);
   }
   if (component.CalloutSide > OBV_CALLOUT_TOP_RIGHT) {
-    return Refuse(fault, "component %d: unknown callout side %d", index,
-                  (UINTN)component.CalloutSide);
+    return Refuse(fault, "component %d: unknown callout side %d", index, component.CalloutSide);
   }
   if (component.TextAlign > OBV_TEXT_RIGHT) {
-    return Refuse(fault, "component %d: unknown alignment %d", index, (UINTN)component.TextAlign);
+    return Refuse(fault, "component %d: unknown alignment %d", index, component.TextAlign);
   }
   if ((component.Flags & ~kBoardKnownFlags) != 0 || component.Reserved != 0) {
     return Refuse(fault, "component %d: unknown flags", index);
   }
   if (component.StyleIndex >= board.Header.StyleCount) {
-    return Refuse(fault, "component %d: there is no style %d", index, (UINTN)component.StyleIndex);
+    return Refuse(fault, "component %d: there is no style %d", index, component.StyleIndex);
   }
   if (component.Status > kStatusLimit || component.StatusSource != kStatusFromDescription) {
     return Refuse(fault, "component %d: unknown status", index);
@@ -60,18 +59,17 @@ bool CheckCounts(const Board &board, UINTN index, const BoardComponent &componen
   if (component.VertexCount < kBoardMinimumVertices ||
       component.VertexCount > kBoardVertexCapacity) {
     return Refuse(fault, "component %d: %d vertices, %d to %d are allowed", index,
-                  (UINTN)component.VertexCount, (UINTN)kBoardMinimumVertices,
-                  (UINTN)kBoardVertexCapacity);
+                  component.VertexCount, kBoardMinimumVertices, kBoardVertexCapacity);
   }
   if (component.LeaderPointCount < 1 || component.LeaderPointCount > kBoardLeaderCapacity) {
     return Refuse(fault, "component %d: %d leader points, 1 to %d are allowed", index,
-                  (UINTN)component.LeaderPointCount, (UINTN)kBoardLeaderCapacity);
+                  component.LeaderPointCount, kBoardLeaderCapacity);
   }
   if (component.InfoCount > OBV_INFO_CAPACITY) {
     return Refuse(fault, "component %d: %d information lines, at most %d are allowed", index,
-                  (UINTN)component.InfoCount, (UINTN)OBV_INFO_CAPACITY);
+                  component.InfoCount, OBV_INFO_CAPACITY);
   }
-  if ((UINT64)component.FirstInfo + component.InfoCount > board.Header.InfoCount) {
+  if (static_cast<UINT64>(component.FirstInfo) + component.InfoCount > board.Header.InfoCount) {
     return Refuse(fault, "component %d: information lines beyond the last one", index);
   }
   return true;
@@ -80,10 +78,10 @@ bool CheckCounts(const Board &board, UINTN index, const BoardComponent &componen
 bool CheckPoints(const Board &board, UINTN index, const BoardComponent &component,
                  BoardFault *fault) {
   bool inside = IsInside(board, component.Marker);
-  for (UINTN i = 0; i < component.VertexCount; i++) {
+  for (UINTN i = 0; i < component.VertexCount; ++i) {
     inside = inside && IsInside(board, component.Vertices[i]);
   }
-  for (UINTN i = 0; i < component.LeaderPointCount; i++) {
+  for (UINTN i = 0; i < component.LeaderPointCount; ++i) {
     inside = inside && IsInside(board, component.LeaderPoints[i]);
   }
   return inside || Refuse(fault, "component %d: a point outside the picture", index);
@@ -91,7 +89,7 @@ bool CheckPoints(const Board &board, UINTN index, const BoardComponent &componen
 
 bool CheckUniqueName(const Board &board, UINTN index, const BoardComponent &component,
                      BoardFault *fault) {
-  for (UINTN i = 0; i < index; i++) {
+  for (UINTN i = 0; i < index; ++i) {
     if (NamesEqual(ComponentAt(board, i), component)) {
       return Refuse(fault, "components %d and %d have the same name", i, index);
     }
@@ -102,7 +100,7 @@ bool CheckUniqueName(const Board &board, UINTN index, const BoardComponent &comp
 }  // namespace
 
 bool CheckComponents(const Board &board, BoardFault *fault) {
-  for (UINTN i = 0; i < board.Header.ComponentCount; i++) {
+  for (UINTN i = 0; i < board.Header.ComponentCount; ++i) {
     BoardComponent component = ComponentAt(board, i);
     if (!IsName(component)) {
       return Refuse(fault, "component %d: not a name", i);

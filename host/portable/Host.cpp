@@ -26,7 +26,7 @@ void FillSharedState(Host *host) {
   OBV_SHARED_STATE &shared = host->Shared;
   shared.ViewColorText = kCloseFocusColor;
   shared.Config = &host->Config;
-  for (UINTN i = 0; i < OBV_STRING_COUNT; i++) {
+  for (UINTN i = 0; i < OBV_STRING_COUNT; ++i) {
     shared.StringIds[i] = TextId(i);
   }
 }
@@ -51,7 +51,7 @@ void AdoptBoard(Host *host, const Board &board, BoardStyle *styles, OBV_COMPONEN
   CopyMem(&host->ActiveBoard, &board, sizeof(board));
   host->Styles = styles;
   host->Components = components;
-  for (UINTN i = 0; i < board.Header.StyleCount; i++) {
+  for (UINTN i = 0; i < board.Header.StyleCount; ++i) {
     host->Styles[i] = StyleAt(board, i);
   }
   host->Shared.ComponentCount = 0;
@@ -64,7 +64,7 @@ void AdoptBoard(Host *host, const Board &board, BoardStyle *styles, OBV_COMPONEN
 void InitializeHost(Host *host, const HostServices &services, const FontFile (&fonts)[kFaceCount]) {
   ZeroMem(host, sizeof(*host));
   host->Services = services;
-  for (UINTN i = 0; i < kFaceCount; i++) {
+  for (UINTN i = 0; i < kFaceCount; ++i) {
     host->Fonts[i] = fonts[i];
   }
   WireSlots(&host->Protocol);

@@ -9,10 +9,10 @@ namespace {
 /// EDK2 prints every line feed of a format with a carriage return before it.
 UINTN DropCarriageReturns(CHAR8 *text, UINTN length) {
   UINTN kept = 0;
-  for (UINTN i = 0; i < length; i++) {
+  for (UINTN i = 0; i < length; ++i) {
     if (text[i] != '\r' || text[i + 1] != '\n') {
       text[kept] = text[i];
-      kept++;
+      ++kept;
     }
   }
   return kept;
@@ -34,7 +34,7 @@ VOID EFIAPI HostDebugPrint(UINTN errorLevel, const CHAR8 *format, ...) {
   // Readers of the log rely on one line per call, whatever the message.
   if (size == 0 || line[size - 1] != '\n') {
     line[size] = '\n';
-    size++;
+    ++size;
   }
   gHostLog.Services->WriteLog(gHostLog.Services->Context, line, size);
 }

@@ -30,10 +30,13 @@ EFI_STATUS EFIAPI HostParseComponents(OBV_PROTOCOL *This, OBV_COMPONENT **compon
   if (!HasBoard(*host)) {
     return EFI_NOT_READY;
   }
-  ViewRequest view = {MapPicture(pictureHeight, pictureWidth, viewHeight, viewWidth, pictureShare),
-                      scaleX, scaleY};
+  const ViewRequest view = {
+      .Mapping = MapPicture(pictureHeight, pictureWidth, viewHeight, viewWidth, pictureShare),
+      .ScaleX = scaleX,
+      .ScaleY = scaleY,
+  };
   UINT16 count = host->ActiveBoard.Header.ComponentCount;
-  for (UINTN i = 0; i < count; i++) {
+  for (UINTN i = 0; i < count; ++i) {
     BuildComponent(host->ActiveBoard, i, view, host->Styles, &host->Components[i]);
   }
   *components = host->Components;
@@ -43,8 +46,7 @@ EFI_STATUS EFIAPI HostParseComponents(OBV_PROTOCOL *This, OBV_COMPONENT **compon
 
 EFI_STATUS EFIAPI HostFinishParse(OBV_PROTOCOL *This) {
   HostDebugPrint(OBV_LOG_INFO, "[Host] Board \"%S\", %d components\n",
-                 HostOf(This)->ActiveBoard.Header.Title,
-                 (UINTN)HostOf(This)->Shared.ComponentCount);
+                 HostOf(This)->ActiveBoard.Header.Title, HostOf(This)->Shared.ComponentCount);
   return EFI_SUCCESS;
 }
 
@@ -98,7 +100,7 @@ EFI_STATUS EFIAPI HostFindBiosOption(OBV_PROTOCOL *This) {
     return EFI_NOT_FOUND;
   }
   HostDebugPrint(OBV_LOG_INFO, "[Host] Setup would show option 0x%X of component %d, %S\n",
-                 (UINTN)host->Shared.JumpSearchTokenId, index, host->Components[index].Name);
+                 host->Shared.JumpSearchTokenId, index, host->Components[index].Name);
   return EFI_SUCCESS;
 }
 
@@ -106,8 +108,8 @@ EFI_STATUS EFIAPI HostAfterAppLife(OBV_PROTOCOL *This) {
   const OBV_SHARED_STATE &shared = HostOf(This)->Shared;
   HostDebugPrint(OBV_LOG_INFO,
                  "[Host] Application ended: jump %d, focus %d, category %d, pointer %d %d\n",
-                 (UINTN)shared.JumpRequested, (UINTN)shared.FocusIndex,
-                 (UINTN)shared.SelectedCategory, (UINTN)shared.PointerX, (UINTN)shared.PointerY);
+                 shared.JumpRequested, shared.FocusIndex, shared.SelectedCategory, shared.PointerX,
+                 shared.PointerY);
   return EFI_SUCCESS;
 }
 

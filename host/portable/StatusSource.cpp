@@ -12,7 +12,7 @@ static_assert(ARRAY_SIZE(kDescribedStatus) == kStatusLimit + 1);
 EFI_STATUS FromDescription(const Board &board, const BoardComponent &component, UINTN capacity,
                            UINT64 *infoCount, OBV_COMPONENT_INFO *infos) {
   UINTN count = component.InfoCount < capacity ? component.InfoCount : capacity;
-  for (UINTN i = 0; i < count; i++) {
+  for (UINTN i = 0; i < count; ++i) {
     CopyInfoAt(board, component.FirstInfo + i, &infos[i]);
   }
   *infoCount = count;
@@ -27,7 +27,7 @@ static_assert(ARRAY_SIZE(kSources) == kStatusFromDescription + 1);
 bool HasName(const BoardComponent &component, const CHAR16 *name) {
   UINTN i = 0;
   while (component.Name[i] == name[i] && name[i] != 0) {
-    i++;
+    ++i;
   }
   return component.Name[i] == name[i];
 }
@@ -44,7 +44,7 @@ EFI_STATUS QueryStatus(const Board &board, const CHAR16 *name, UINT32 type, UINT
     capacity = OBV_INFO_CAPACITY;
   }
   ZeroMem(infos, capacity * sizeof(*infos));
-  for (UINTN i = 0; i < board.Header.ComponentCount; i++) {
+  for (UINTN i = 0; i < board.Header.ComponentCount; ++i) {
     BoardComponent component = ComponentAt(board, i);
     if (component.Type == type && HasName(component, name)) {
       return kSources[component.StatusSource](board, component, capacity, infoCount, infos);

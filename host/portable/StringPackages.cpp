@@ -28,13 +28,14 @@ void AddText(ByteWriter *writer, const char16_t *text) {
 
 /// The header with the language code behind it in place of its one-byte array.
 UINT32 HeaderSize(const LanguageTexts &language) {
-  return (UINT32)(OFFSET_OF(EFI_HII_STRING_PACKAGE_HDR, Language) + AsciiStrSize(language.Code));
+  return static_cast<UINT32>(OFFSET_OF(EFI_HII_STRING_PACKAGE_HDR, Language) +
+                             AsciiStrSize(language.Code));
 }
 
 void AddPackageHeader(ByteWriter *writer, const LanguageTexts &language, UINTN packageSize) {
   EFI_HII_STRING_PACKAGE_HDR header;
   ZeroMem(&header, sizeof(header));
-  header.Header.Length = (UINT32)packageSize;
+  header.Header.Length = static_cast<UINT32>(packageSize);
   header.Header.Type = EFI_HII_PACKAGE_STRINGS;
   header.HdrSize = HeaderSize(language);
   header.StringInfoOffset = header.HdrSize;
@@ -45,14 +46,14 @@ void AddPackageHeader(ByteWriter *writer, const LanguageTexts &language, UINTN p
 
 void AddStrings(ByteWriter *writer, const LanguageTexts &language) {
   AddText(writer, language.NativeName);
-  for (const char16_t *text : language.Texts) {
-    AddText(writer, text);
+  for (UINTN i = 0; i < OBV_STRING_COUNT; ++i) {
+    AddText(writer, TextAt(language, i));
   }
   writer->AddByte(EFI_HII_SIBT_END);
 }
 
 void AddPackage(ByteWriter *writer, const LanguageTexts &language) {
-  ByteWriter counter = {nullptr, HeaderSize(language)};
+  ByteWriter counter = {.Buffer = nullptr, .Size = HeaderSize(language)};
   AddStrings(&counter, language);
   AddPackageHeader(writer, language, counter.Size);
   AddStrings(writer, language);
@@ -61,7 +62,7 @@ void AddPackage(ByteWriter *writer, const LanguageTexts &language) {
 }  // namespace
 
 UINTN StringPackagesSize() {
-  ByteWriter counter = {nullptr, sizeof(UINT32)};
+  ByteWriter counter = {.Buffer = nullptr, .Size = sizeof(UINT32)};
   for (const LanguageTexts &language : kLanguages) {
     AddPackage(&counter, language);
   }
@@ -69,8 +70,8 @@ UINTN StringPackagesSize() {
 }
 
 void WriteStringPackages(UINT8 *buffer) {
-  UINT32 size = (UINT32)StringPackagesSize();
-  ByteWriter writer = {buffer, 0};
+  auto size = static_cast<UINT32>(StringPackagesSize());
+  ByteWriter writer = {.Buffer = buffer, .Size = 0};
   writer.Add(&size, sizeof(size));
   for (const LanguageTexts &language : kLanguages) {
     AddPackage(&writer, language);

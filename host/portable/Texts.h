@@ -8,19 +8,53 @@
 
 namespace obv_host {
 
-/// The texts of one language, in the order of OBV_SHARED_STATE.StringIds.
+/// The texts of one language. docs/host.md tells what the view does with each.
 struct LanguageTexts {
   const CHAR8 *Code;           ///< RFC 4646, as in PlatformLang.
   const char16_t *NativeName;  ///< What a language menu shows.
-  const char16_t *Texts[OBV_STRING_COUNT];
+
+  const char16_t *Title;
+  /// A print format with exactly five equal colours, for the five key names; at
+  /// most 299 bytes of UTF-8 once formatted.
+  const char16_t *KeyHelp;
+  const char16_t *Footer;
+  const char16_t *CloseHint;  ///< Drawn with recolouring, so it holds no '#'.
+  /// A print format with a filter button's caption as %a; at most 99 bytes once
+  /// formatted.
+  const char16_t *FilterHint;
+  const char16_t *VolumeTitle;
+  const char16_t *VolumeText;
+  const char16_t *SavedTitle;
+  const char16_t *SavedText;  ///< A print format: %a is the volume, then the file name.
+  const char16_t *FailureTitle;
+  const char16_t *NoVolumeText;
+  const char16_t *WriteProtectedText;
+  const char16_t *NotSavedText;
+  const char16_t *ConfirmButton;
+  const char16_t *CancelButton;
 };
+
+/// The texts in the order of OBV_SHARED_STATE.StringIds.
+inline constexpr const char16_t *LanguageTexts::*kTextOrder[] = {
+    &LanguageTexts::Title,        &LanguageTexts::KeyHelp,       &LanguageTexts::Footer,
+    &LanguageTexts::CloseHint,    &LanguageTexts::FilterHint,    &LanguageTexts::VolumeTitle,
+    &LanguageTexts::VolumeText,   &LanguageTexts::SavedTitle,    &LanguageTexts::SavedText,
+    &LanguageTexts::FailureTitle, &LanguageTexts::NoVolumeText,  &LanguageTexts::WriteProtectedText,
+    &LanguageTexts::NotSavedText, &LanguageTexts::ConfirmButton, &LanguageTexts::CancelButton,
+};
+static_assert(ARRAY_SIZE(kTextOrder) == OBV_STRING_COUNT);
+
+/// The text of an index of OBV_SHARED_STATE.StringIds.
+inline const char16_t *TextAt(const LanguageTexts &language, UINTN index) {
+  return language.*kTextOrder[index];
+}
 
 inline constexpr UINTN kLanguageCount = 6;
 extern const LanguageTexts kLanguages[kLanguageCount];
 
 /// String identifier of text index: the first identifier of a package is its
 /// language's name.
-inline constexpr UINT16 TextId(UINTN index) { return (UINT16)(index + 2); }
+inline constexpr UINT16 TextId(UINTN index) { return static_cast<UINT16>(index + 2); }
 
 /// Bytes that WriteStringPackages writes.
 UINTN StringPackagesSize();

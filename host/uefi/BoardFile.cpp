@@ -30,7 +30,7 @@ EFI_STATUS FileSize(EFI_FILE_PROTOCOL *file, UINTN *size) {
   if (info->FileSize == 0 || info->FileSize > kSizeLimit) {
     return EFI_BAD_BUFFER_SIZE;
   }
-  *size = (UINTN)info->FileSize;
+  *size = static_cast<UINTN>(info->FileSize);
   return EFI_SUCCESS;
 }
 
@@ -99,7 +99,7 @@ EFI_STATUS ReadBoardFile(EFI_HANDLE imageHandle, VOID **data, UINTN *size) {
     return EFI_NOT_FOUND;
   }
   status = EFI_NOT_FOUND;
-  for (UINTN i = 0; i < count && status == EFI_NOT_FOUND; i++) {
+  for (UINTN i = 0; i < count && status == EFI_NOT_FOUND; ++i) {
     status = ReadFromVolume(volumes[i], data, size);
   }
   FreePool(volumes);

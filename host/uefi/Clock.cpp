@@ -21,7 +21,7 @@ UINT64 MeasureStall() {
 void StartClock(Clock *clock) {
   // A wait can only come out too long, so the shortest is the best.
   UINT64 best = MAX_UINT64;
-  for (UINTN i = 0; i < kRounds; i++) {
+  for (UINTN i = 0; i < kRounds; ++i) {
     UINT64 ticks = MeasureStall();
     best = ticks < best ? ticks : best;
   }

@@ -30,8 +30,14 @@ bool AnotherHostIsThere() {
 }
 
 void StartHost() {
-  const HostServices services = {nullptr,       ReadDriverClock,   WriteDriverLog,
-                                 FindDriverGop, AllocateForDriver, FreeForDriver};
+  const HostServices services = {
+      .Context = nullptr,
+      .ReadClock = ReadDriverClock,
+      .WriteLog = WriteDriverLog,
+      .FindGop = FindDriverGop,
+      .Allocate = AllocateForDriver,
+      .Free = FreeForDriver,
+  };
   const FontFile fonts[kFaceCount] = {EmbeddedFont(0), EmbeddedFont(1), EmbeddedFont(2)};
   StartClock(&gDriver.Timer);
   OpenLogPorts(&gDriver.Ports);

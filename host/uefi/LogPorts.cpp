@@ -47,7 +47,7 @@ void SetUpSerial(UINT16 port) {
 }
 
 void WriteSerial(UINT16 port, UINT8 byte) {
-  for (UINTN i = 0; i < kPatience; i++) {
+  for (UINTN i = 0; i < kPatience; ++i) {
     if ((IoRead8(port + kLineStatus) & kTransmitterEmpty) != 0) {
       IoWrite8(port + kData, byte);
       return;
@@ -58,7 +58,7 @@ void WriteSerial(UINT16 port, UINT8 byte) {
 }  // namespace
 
 void OpenLogPorts(LogPorts *ports) {
-  *ports = {0, 0};
+  *ports = {};
   if (IoRead8(kDebugConsole) == kDebugConsoleAnswer) {
     ports->DebugConsole = kDebugConsole;
   }
@@ -72,12 +72,12 @@ void OpenLogPorts(LogPorts *ports) {
 }
 
 void WriteLogPorts(const LogPorts &ports, const CHAR8 *bytes, UINTN size) {
-  for (UINTN i = 0; i < size; i++) {
+  for (UINTN i = 0; i < size; ++i) {
     if (ports.DebugConsole != 0) {
-      IoWrite8(ports.DebugConsole, (UINT8)bytes[i]);
+      IoWrite8(ports.DebugConsole, static_cast<UINT8>(bytes[i]));
     }
     if (ports.Serial != 0) {
-      WriteSerial(ports.Serial, (UINT8)bytes[i]);
+      WriteSerial(ports.Serial, static_cast<UINT8>(bytes[i]));
     }
   }
 }

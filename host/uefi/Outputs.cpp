@@ -20,7 +20,7 @@ bool IsDevice(EFI_HANDLE handle) {
 
 EFI_GRAPHICS_OUTPUT_PROTOCOL *FirstOutput(const EFI_HANDLE *handles, UINTN count) {
   EFI_GRAPHICS_OUTPUT_PROTOCOL *first = nullptr;
-  for (UINTN i = 0; i < count; i++) {
+  for (UINTN i = 0; i < count; ++i) {
     EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = OutputOf(handles[i]);
     if (gop != nullptr && IsDevice(handles[i])) {
       return gop;

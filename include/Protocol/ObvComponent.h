@@ -53,6 +53,10 @@
 #define OBV_TEXT_CENTER  1
 #define OBV_TEXT_RIGHT   2
 
+/// Width and height of a status dot's picture. The view zooms it by ScaleX about
+/// its middle, so that its centre stays where it is at every scale.
+#define OBV_DOT_SIZE  11
+
 /// Look of a callout in one state.
 typedef struct {
   CHAR8    TextColor[OBV_COLOR_TEXT_SIZE];
@@ -86,9 +90,10 @@ typedef struct {
   /// Status flags, kept by the application from QueryComponentStatus. NotReady
   /// and NoMapping stay set once they are set.
   UINT8                  NotReady;
-  /// Host: non-zero disables the callout.
+  /// Host: non-zero disables the callout. It looks as DefaultStyle says.
   UINT8                  NotSelectable;
-  /// Host: shown when the category filter is 254.
+  /// Host: passes a category filter of 254, which neither a button nor a saved
+  /// state selects.
   UINT8                  InSpecialGroup;
   UINT8                  NoMapping;
   UINT8                  Available;
@@ -105,10 +110,11 @@ typedef struct {
   /// Category, OBV_TYPE_*.
   UINT32                 Type;
   INT32                  CalloutSide;   ///< OBV_CALLOUT_*.
-  INT32                  TextAlign;     ///< OBV_TEXT_*.
+  INT32                  TextAlign;     ///< OBV_TEXT_*; not seen, as the callout fits its text.
   INT16                  CalloutX;
   INT16                  CalloutY;
-  /// Top left corner of both status dots.
+  /// Top left corner of both status dots before the zoom: half of OBV_DOT_SIZE
+  /// left of and above their centre.
   INT16                  MarkerX;
   INT16                  MarkerY;
   UINT8                  Reserved44[4];

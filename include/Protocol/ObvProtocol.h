@@ -60,7 +60,7 @@
 typedef struct {
   /// 1 when the user chose a component to jump to. The host sees it in
   /// FindBiosOption and, unless that failed, in AfterAppLife; the application
-  /// clears it after either.
+  /// clears it after a failed search, and always once AfterAppLife has returned.
   UINT8                            JumpRequested;
   /// 1 after the application stored FocusIndex, SelectedCategory and Pointer*.
   UINT8                            UiStateSaved;
@@ -83,7 +83,8 @@ typedef struct {
   UINT16                           Reserved12;
   /// Number of component records; written by the host in ParseComponents.
   UINT16                           ComponentCount;
-  /// Category filter at the end, one of 0, 1, 2, 3, 4, 8.
+  /// Category filter at the end, one of 0, 1, 2, 3, 4, 8. No other value is
+  /// restored.
   UINT32                           SelectedCategory;
   /// SearchTokenId of the chosen component, valid with JumpRequested.
   UINT16                           JumpSearchTokenId;

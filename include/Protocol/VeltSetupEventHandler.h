@@ -57,7 +57,7 @@ typedef struct {
 
 /// The saved selection.
 typedef struct {
-  UINT16    Category;                                    ///< Category filter to restore.
+  UINT16    Category;                                    ///< Category to show; 0 for all.
   CHAR16    ComponentName[VELT_SELECTION_NAME_LENGTH];   ///< Component to focus; empty for none.
 } VELT_SELECTION;
 #pragma pack()

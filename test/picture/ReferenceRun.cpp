@@ -29,7 +29,7 @@ fake::StringTable Texts() {
     auto &texts = table[language.Code];
     texts[1] = language.NativeName;
     for (UINTN i = 0; i < OBV_STRING_COUNT; i++) {
-      texts[obv_host::TextId(i)] = language.Texts[i];
+      texts[obv_host::TextId(i)] = obv_host::TextAt(language, i);
     }
   }
   return table;

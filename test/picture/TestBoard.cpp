@@ -176,7 +176,7 @@ BoardComponent Component(const Part &part, size_t index) {
   component.Vertices[3] = {right, bottom};
   component.Vertices[4] = {static_cast<UINT16>(at.X + 4), bottom};
   component.Vertices[5] = {at.X, static_cast<UINT16>(bottom - 4)};
-  component.Marker = {static_cast<UINT16>(right - 8), static_cast<UINT16>(at.Y + 2)};
+  component.Marker = {static_cast<UINT16>(right - 6), static_cast<UINT16>(at.Y + 4)};
   component.LeaderPointCount = 2;
   component.LeaderPoints[0] = {static_cast<UINT16>(at.X + part.Size.X / 2),
                                static_cast<UINT16>(at.Y + part.Size.Y / 2)};

@@ -8,19 +8,60 @@ import zlib
 
 from boardtool import limits
 from boardtool.model import Board, Component, InfoLine, Look, Point
+from boardtool.record import Record
 
 MAGIC = b"OBVBOARD"
-VERSION = 1
+VERSION = 2
 
+PREFIX = Record(magic="8s", version="H", header_size="H", checksum="I")
 # Everything behind the checksum field, which the checksum covers.
-HEADER = struct.Struct(f"<IHHIIHHBB2x{2 * (limits.TITLE + 1)}s")
-PREFIX = struct.Struct("<8sHHI")
+HEADER = Record(
+    total_size="I",
+    component_count="H",
+    style_count="H",
+    info_count="I",
+    picture_size="I",
+    picture_width="H",
+    picture_height="H",
+    logo="B",
+    marker_theme="B",
+    reserved="H",
+    title=f"{2 * (limits.TITLE + 1)}s",
+)
 SYSTEM_INFO_SIZE = limits.SYSTEM_INFO_TEXTS * 2 * (limits.SYSTEM_INFO_TEXT + 1)
 HEADER_SIZE = PREFIX.size + HEADER.size + SYSTEM_INFO_SIZE
 
-LOOK = struct.Struct("<20s20s20s20sBB")
-COMPONENT = struct.Struct(f"<{2 * (limits.NAME + 1)}sBBBBHHHHBBBBHHII80s80s")
-INFO = struct.Struct(f"<I{2 * (limits.LABEL + 1)}s{2 * (limits.VALUE + 1)}s")
+COLOR = f"{limits.COLOR_TEXT + 1}s"
+LOOK = Record(
+    text_color=COLOR,
+    background_color=COLOR,
+    mark_color=COLOR,
+    border_color=COLOR,
+    border_width="B",
+    corner_radius="B",
+)
+COMPONENT = Record(
+    name=f"{2 * (limits.NAME + 1)}s",
+    type="B",
+    callout_side="B",
+    text_align="B",
+    flags="B",
+    search_token_id="H",
+    style_index="H",
+    marker_x="H",
+    marker_y="H",
+    vertex_count="B",
+    leader_point_count="B",
+    info_count="B",
+    status="B",
+    status_source="H",
+    reserved="H",
+    status_argument="I",
+    first_info="I",
+    vertices=f"{4 * limits.VERTICES_MAX}s",
+    leader_points=f"{4 * limits.LEADER_POINTS_MAX}s",
+)
+INFO = Record(kind="I", label=f"{2 * (limits.LABEL + 1)}s", value=f"{2 * (limits.VALUE + 1)}s")
 
 NOT_SELECTABLE = 0x01
 IN_SPECIAL_GROUP = 0x02
@@ -40,23 +81,27 @@ def write_board(board: Board, picture: bytes) -> bytes:
     total = HEADER_SIZE + len(records) + len(picture)
     width, height = board.picture_size
     header = HEADER.pack(
-        total,
-        len(board.components),
-        len(board.styles),
-        len(infos),
-        len(picture),
-        width,
-        height,
-        board.logo,
-        board.marker,
-        _ucs2(board.title),
+        total_size=total,
+        component_count=len(board.components),
+        style_count=len(board.styles),
+        info_count=len(infos),
+        picture_size=len(picture),
+        picture_width=width,
+        picture_height=height,
+        logo=board.logo,
+        marker_theme=board.marker,
+        reserved=0,
+        title=_ucs2(board.title),
     )
     body = header + _system_info(board.system_info) + records + picture
-    return PREFIX.pack(MAGIC, VERSION, HEADER_SIZE, zlib.crc32(body)) + body
+    prefix = PREFIX.pack(
+        magic=MAGIC, version=VERSION, header_size=HEADER_SIZE, checksum=zlib.crc32(body)
+    )
+    return prefix + body
 
 
 def _ucs2(text: str) -> bytes:
-    # struct pads with zeros, which terminates the text.
+    # Its record's field fills up with zeros, which terminates the text.
     return text.encode("utf-16-le")
 
 
@@ -66,8 +111,14 @@ def _system_info(texts: tuple[str, ...]) -> bytes:
 
 
 def _look(look: Look) -> bytes:
-    colors = (look.text, look.background, look.mark, look.border)
-    return LOOK.pack(*(color.encode("ascii") for color in colors), look.border_width, look.radius)
+    return LOOK.pack(
+        text_color=look.text.encode("ascii"),
+        background_color=look.background.encode("ascii"),
+        mark_color=look.mark.encode("ascii"),
+        border_color=look.border.encode("ascii"),
+        border_width=look.border_width,
+        corner_radius=look.radius,
+    )
 
 
 def _points(points: tuple[Point, ...]) -> bytes:
@@ -86,27 +137,29 @@ def _components(components: tuple[Component, ...]) -> list[bytes]:
 def _component(component: Component, first_info: int) -> bytes:
     flags = 0 if component.selectable else NOT_SELECTABLE
     flags |= IN_SPECIAL_GROUP if component.special_group else 0
+    marker_x, marker_y = component.marker
     return COMPONENT.pack(
-        _ucs2(component.name),
-        component.category,
-        component.callout,
-        component.align,
-        flags,
-        component.token,
-        component.style,
-        *component.marker,
-        len(component.outline),
-        len(component.leader),
-        len(component.info),
-        component.status,
-        STATUS_FROM_DESCRIPTION,
-        0,
-        0,
-        first_info,
-        _points(component.outline),
-        _points(component.leader),
+        name=_ucs2(component.name),
+        type=component.category,
+        callout_side=component.callout,
+        text_align=component.align,
+        flags=flags,
+        search_token_id=component.token,
+        style_index=component.style,
+        marker_x=marker_x,
+        marker_y=marker_y,
+        vertex_count=len(component.outline),
+        leader_point_count=len(component.leader),
+        info_count=len(component.info),
+        status=component.status,
+        status_source=STATUS_FROM_DESCRIPTION,
+        reserved=0,
+        status_argument=0,
+        first_info=first_info,
+        vertices=_points(component.outline),
+        leader_points=_points(component.leader),
     )
 
 
 def _info(line: InfoLine) -> bytes:
-    return INFO.pack(line.kind, _ucs2(line.label), _ucs2(line.value))
+    return INFO.pack(kind=line.kind, label=_ucs2(line.label), value=_ucs2(line.value))

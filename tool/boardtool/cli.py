@@ -2,6 +2,7 @@
 
 import argparse
 import sys
+from dataclasses import dataclass
 from pathlib import Path
 
 from boardtool.binary import write_board
@@ -14,6 +15,29 @@ from boardtool.reading import read_board
 DESCRIPTION = "board.yaml"
 
 
+@dataclass(frozen=True, kw_only=True)
+class Command:
+    name: str
+    help: str
+    output: str | None = None
+    """The file that it writes beside the description when it is told no other."""
+
+
+COMMANDS = (
+    Command(name="check", help="say what is wrong with a board description"),
+    Command(
+        name="build",
+        help="turn a description into the binary that the host reads",
+        output="board.bin",
+    ),
+    Command(
+        name="preview",
+        help="draw outlines, leader lines and callouts over the picture",
+        output="preview.png",
+    ),
+)
+
+
 def build_board(board: Board) -> bytes:
     """The binary of a checked board; raises PictureError when its picture is damaged."""
     return write_board(board, encode_for_firmware(load_picture(board.picture)))
@@ -22,20 +46,19 @@ def build_board(board: Board) -> bytes:
 def parse_arguments(arguments: list[str] | None) -> argparse.Namespace:
     parser = argparse.ArgumentParser(prog="board", description=__doc__)
     commands = parser.add_subparsers(dest="command", required=True, metavar="COMMAND")
-    for name, text, output in (
-        ("check", "say what is wrong with a board description", None),
-        ("build", "turn a description into the binary that the host reads", "board.bin"),
-        ("preview", "draw outlines, leader lines and callouts over the picture", "preview.png"),
-    ):
-        command = commands.add_parser(name, help=text, description=text)
-        command.add_argument(
+    for command in COMMANDS:
+        subparser = commands.add_parser(command.name, help=command.help, description=command.help)
+        subparser.add_argument(
             "board", type=Path, help=f"the description, or its folder with a {DESCRIPTION}"
         )
-        if output is not None:
-            command.add_argument(
-                "-o", "--output", type=Path, help=f"default: {output} beside the description"
+        if command.output is not None:
+            subparser.add_argument(
+                "-o",
+                "--output",
+                type=Path,
+                help=f"default: {command.output} beside the description",
             )
-            command.set_defaults(default_output=output)
+            subparser.set_defaults(default_output=command.output)
     return parser.parse_args(arguments)
 
 

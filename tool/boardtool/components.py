@@ -102,4 +102,4 @@ def _read_info_line(cursor: Cursor) -> InfoLine:
     kind = _choice(fields, "kind", limits.INFO_KINDS, "description")
     label = read_panel_text(fields["label"], limits.LABEL) if "label" in fields else ""
     value = read_panel_text(fields["value"], limits.VALUE) if "value" in fields else ""
-    return InfoLine(kind or 0, label or "", value or "")
+    return InfoLine(kind=kind or 0, label=label or "", value=value or "")

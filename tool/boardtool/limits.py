@@ -20,6 +20,8 @@ PICTURE_PIXELS = 4095
 BYTE = 0xFF
 WORD = 0xFFFF
 
+# The names of a description and the contract's numbers for them: OBV_TYPE_*, OBV_CALLOUT_* and so
+# on in include/Protocol.
 CATEGORIES = {
     "none": 0,
     "usb": 1,

@@ -6,7 +6,7 @@ from pathlib import Path
 Point = tuple[int, int]
 
 
-@dataclass(frozen=True)
+@dataclass(frozen=True, kw_only=True)
 class Look:
     """A callout in one state. Colours are "r,g,b" in decimal."""
 
@@ -18,22 +18,22 @@ class Look:
     radius: int
 
 
-@dataclass(frozen=True)
+@dataclass(frozen=True, kw_only=True)
 class Style:
     default: Look
     focus: Look
 
 
-@dataclass(frozen=True)
+@dataclass(frozen=True, kw_only=True)
 class InfoLine:
     kind: int
     label: str
     value: str
 
 
-@dataclass(frozen=True)
+@dataclass(frozen=True, kw_only=True)
 class Component:
-    """Points are picture pixels; style is an index into Board.styles."""
+    """Points are picture pixels, marker the dot's centre; style is an index into Board.styles."""
 
     name: str
     category: int
@@ -50,7 +50,7 @@ class Component:
     info: tuple[InfoLine, ...]
 
 
-@dataclass(frozen=True)
+@dataclass(frozen=True, kw_only=True)
 class Board:
     title: str
     picture: Path

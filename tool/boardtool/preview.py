@@ -61,8 +61,8 @@ def _draw_marker(
     draw: ImageDraw.ImageDraw, component: Component, fill: Color | None, scale: float
 ) -> None:
     x, y = component.marker
-    size = MARKER_SIZE * scale
-    draw.ellipse((x, y, x + size, y + size), fill=fill, outline=(0, 0, 0))
+    half = MARKER_SIZE * scale / 2
+    draw.ellipse((x - half, y - half, x + half, y + half), fill=fill, outline=(0, 0, 0))
 
 
 def _draw_callout(

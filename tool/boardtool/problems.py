@@ -25,7 +25,7 @@ class Problems:
     found: list[Problem] = field(default_factory=list)
 
     def add(self, line: int, field_name: str, text: str) -> None:
-        self.found.append(Problem(self.file, line, field_name, text))
+        self.found.append(Problem(file=self.file, line=line, field=field_name, text=text))
 
     def sorted(self) -> list[Problem]:
         return sorted(self.found)

@@ -63,7 +63,16 @@ def _read_root(cursor: Cursor, folder: Path) -> Board | None:
     components = read_components(fields.get("components"), size, style_names)
     if title is None or picture is None or logo is None or marker is None:
         return None
-    return Board(title, picture, size, logo, marker, styles, texts, components)
+    return Board(
+        title=title,
+        picture=picture,
+        picture_size=size,
+        logo=logo,
+        marker=marker,
+        styles=styles,
+        system_info=texts,
+        components=components,
+    )
 
 
 def _read_picture(cursor: Cursor | None, folder: Path) -> tuple[Path | None, Point]:
@@ -89,7 +98,7 @@ def _read_style(cursor: Cursor) -> Style | None:
     fields = cursor.fields(("default", "focus"), ())
     default = _read_look(fields.get("default"))
     focus = _read_look(fields.get("focus"))
-    return Style(default, focus) if default and focus else None
+    return Style(default=default, focus=focus) if default and focus else None
 
 
 def _read_look(cursor: Cursor | None) -> Look | None:

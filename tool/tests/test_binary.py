@@ -5,11 +5,13 @@ import struct
 import zlib
 from pathlib import Path
 
+import pytest
 from PIL import Image
 
 from boardtool.binary import COMPONENT, HEADER_SIZE, INFO, LOOK, write_board
 from boardtool.picture import encode_for_firmware, load_picture
 from boardtool.reading import read_board
+from boardtool.record import Record
 from conftest import MakeBoard
 
 TEST_BOARD = Path(__file__).resolve().parents[2] / "test" / "data" / "board"
@@ -28,11 +30,21 @@ def test_record_sizes_are_those_of_the_reader() -> None:
     assert INFO.size == 580
 
 
+def test_a_record_takes_each_field_once_whatever_the_order() -> None:
+    record = Record(first="B", text="4s", last="H")
+    assert record.size == 7
+    assert record.pack(last=0x0201, first=9, text=b"ab") == b"\x09ab\0\0\x01\x02"
+    with pytest.raises(TypeError, match="fields of a record: text"):
+        record.pack(last=1, first=9)
+    with pytest.raises(TypeError, match="fields of a record: other"):
+        record.pack(last=1, first=9, text=b"", other=1)
+
+
 def test_header(make_board: MakeBoard) -> None:
     binary = write_board(read_board(make_board()), b"picture")
     assert binary[:8] == b"OBVBOARD"
     version, header_size, checksum, total = struct.unpack_from("<HHII", binary, 8)
-    assert (version, header_size, total) == (1, 1952, len(binary))
+    assert (version, header_size, total) == (2, 1952, len(binary))
     assert checksum == zlib.crc32(binary[16:])
     assert struct.unpack_from("<HHIIHHBB", binary, 20) == (1, 1, 1, 7, 64, 48, 0, 0)
     assert len(binary) == 1952 + 164 + 228 + 580 + 7

@@ -105,21 +105,32 @@ GREEN, RED = (0, 255, 0), (255, 0, 0)
 def test_preview_colors_the_dot(
     make_board: MakeBoard, theme: str, component: str, color: tuple[int, int, int] | None
 ) -> None:
-    # The dot is drawn at half its size in so small a picture; away from the outline's tint.
+    # Away from the outline's tint.
     path = make_board(
         ("styles:\n", f"{theme}styles:\n"),
         ("    marker: [11, 11]\n", f"    marker: [40, 5]\n{component}"),
     )
     assert main(["preview", str(path)]) == 0
     preview = Image.open(path.parent / "preview.png")
-    assert preview.getpixel((43, 8)) == (color or (200, 100, 50))
+    assert preview.getpixel((40, 5)) == (color or (200, 100, 50))
 
 
 def test_preview_shows_no_dot_without_a_category(make_board: MakeBoard) -> None:
     path = make_board(("category: fan", "category: none"), ("marker: [11, 11]", "marker: [40, 5]"))
     assert main(["preview", str(path)]) == 0
     preview = Image.open(path.parent / "preview.png")
-    assert preview.getpixel((43, 8)) == (200, 100, 50)
+    assert preview.getpixel((40, 5)) == (200, 100, 50)
+
+
+def test_preview_centres_the_dot_on_the_point(make_board: MakeBoard) -> None:
+    # In a picture of 2880 pixels the view's 11 pixels are 22.
+    path = make_board(("marker: [11, 11]", "marker: [1000, 700]"))
+    Image.new("RGB", (2880, 1620), (200, 100, 50)).save(path.parent / "board.png")
+    assert main(["preview", str(path)]) == 0
+    preview = Image.open(path.parent / "preview.png")
+    for reach, color in ((9, GREEN), (13, (200, 100, 50))):
+        for x, y in ((reach, 0), (-reach, 0), (0, reach), (0, -reach)):
+            assert preview.getpixel((1000 + x, 700 + y)) == color
 
 
 @pytest.mark.parametrize(

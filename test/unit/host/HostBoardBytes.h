@@ -21,7 +21,7 @@ void PutText(Field &field, const std::u16string &text) {
   std::memcpy(&field, text.data(), std::min(text.size() * 2, sizeof(field)));
 }
 
-inline void PutColor(CHAR8 (&field)[20], const std::string &text) {
+inline void PutColor(CHAR8 (&field)[OBV_COLOR_TEXT_SIZE], const std::string &text) {
   std::memset(field, 0, sizeof(field));
   std::memcpy(field, text.data(), std::min(text.size(), sizeof(field)));
 }

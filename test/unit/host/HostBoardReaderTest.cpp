@@ -103,8 +103,8 @@ TEST(HostBoardReader, NoBytesAreRefused) {
 
 TEST(HostBoardReader, IdentityFaults) {
   EXPECT_EQ(FaultOfPatched([](auto &bytes) { bytes[0] = 'X'; }), "not a board file");
-  EXPECT_EQ(FaultOfPatched([](auto &bytes) { bytes[8] = 2; }),
-            "format version 2, this host reads version 1");
+  EXPECT_EQ(FaultOfPatched([](auto &bytes) { bytes[8] = 1; }),
+            "format version 1, this host reads version 2");
   EXPECT_EQ(FaultOfPatched([](auto &bytes) { bytes[10] = 0xFF; }),
             "header of 2047 bytes, expected 1952");
 }

@@ -5,15 +5,30 @@
 namespace obv_host {
 namespace {
 
+struct Geometry {
+  UINT16 Width = 1920;
+  UINT16 Height = 1080;
+  double ScaleX = 1.0;
+  double ScaleY = 1.0;
+};
+
+/// The middle one of the dot's eleven pixels, about which the view zooms it.
+constexpr int kMiddleOfDot = 5;
+
 class HostComponentBuilder : public testing::Test {
  protected:
-  /// Builds component 0 of the parts for a view of 1920 x 1080.
-  OBV_COMPONENT Build(double scaleX = 1.0, double scaleY = 1.0) {
+  /// Builds component 0 of the parts.
+  OBV_COMPONENT Build(const Geometry &geometry = {}) {
     bytes_ = Parts.Bytes();
     Board board;
     BoardFault fault;
     EXPECT_EQ(OpenBoard(bytes_.data(), bytes_.size(), &board, &fault), EFI_SUCCESS) << fault.Text;
-    ViewRequest view = {MapPicture(180, 320, 1080, 1920, 0.75), scaleX, scaleY};
+    ViewRequest view = {
+        .Mapping = MapPicture(Parts.Header.PictureHeight, Parts.Header.PictureWidth,
+                              geometry.Height, geometry.Width, 0.75),
+        .ScaleX = geometry.ScaleX,
+        .ScaleY = geometry.ScaleY,
+    };
     OBV_COMPONENT component;
     std::memset(&component, 0xCC, sizeof(component));
     BuildComponent(board, 0, view, Styles, &component);
@@ -60,8 +75,28 @@ TEST_F(HostComponentBuilder, ConvertsPointsToTheView) {
   ASSERT_EQ(component.LeaderPointCount, 2);
   EXPECT_EQ(component.LeaderPoints[1].X, 137);
   EXPECT_EQ(component.LeaderPoints[1].Y, 135 + 183);
-  EXPECT_EQ(component.MarkerX, 50);
-  EXPECT_EQ(component.MarkerY, 135 + 55);
+  EXPECT_EQ(component.MarkerX + kMiddleOfDot, 50);
+  EXPECT_EQ(component.MarkerY + kMiddleOfDot, 135 + 55);
+}
+
+TEST_F(HostComponentBuilder, MiddleOfTheDotIsTheAuthorsPointAtEverySize) {
+  constexpr Geometry kGeometries[] = {
+      {.Width = 1024, .Height = 768, .ScaleX = 0.7, .ScaleY = 0.8},
+      {.Width = 1920, .Height = 1080},
+      {.Width = 2560, .Height = 1440, .ScaleX = 4.0 / 3, .ScaleY = 4.0 / 3},
+      {.Width = 3840, .Height = 2160, .ScaleX = 2.0, .ScaleY = 2.0},
+  };
+  Parts = BoardParts::Sound(2880, 1620);
+  for (const Geometry &geometry : kGeometries) {
+    for (BoardPoint point : {BoardPoint{0, 0}, {11, 12}, {1440, 810}, {2001, 1303}, {2877, 1617}}) {
+      Parts.Components[0].Marker = point;
+      OBV_COMPONENT component = Build(geometry);
+      double x = point.X * (geometry.Width * 0.75 / 2880);
+      double y = geometry.Height * 0.125 + point.Y * (geometry.Height * 0.75 / 1620);
+      EXPECT_NEAR(component.MarkerX + kMiddleOfDot, x, 0.5) << geometry.Width << " " << +point.X;
+      EXPECT_NEAR(component.MarkerY + kMiddleOfDot, y, 0.5) << geometry.Width << " " << +point.Y;
+    }
+  }
 }
 
 TEST_F(HostComponentBuilder, LeavesStatusAndInformationToTheQuery) {
@@ -114,7 +149,7 @@ TEST_F(HostComponentBuilder, CalloutSizeFollowsNameAndScale) {
   OBV_COMPONENT normal = Build();
   EXPECT_EQ(normal.CalloutWidth, 3 * 8 + 4);
   EXPECT_EQ(normal.CalloutHeight, 18 + 4);
-  OBV_COMPONENT small = Build(0.7, 0.8);
+  OBV_COMPONENT small = Build({.ScaleX = 0.7, .ScaleY = 0.8});
   EXPECT_EQ(small.CalloutWidth, 16 + 4);
   EXPECT_EQ(small.CalloutHeight, 14 + 4);
 }

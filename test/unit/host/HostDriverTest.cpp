@@ -1,12 +1,5 @@
-#include <gtest/gtest.h>
-
-#include "test/firmware/FakeFirmware.h"
-#include "test/firmware/Run.h"
-#include "test/unit/host/HostBoardBytes.h"
-#include "test/unit/host/HostPorts.h"
-
 #include "host/portable/Texts.h"
-#include "host/uefi/Driver.h"
+#include "test/unit/host/HostDriverStage.h"
 
 namespace obv_host {
 namespace {
@@ -14,50 +7,7 @@ namespace {
 using fake::Firmware;
 using fake::Service;
 
-constexpr const char16_t *kBoardPath = u"\\EFI\\Boardscope\\board.bin";
-
-/// The driver as firmware loads it, on the fake firmware.
-class HostDriver : public testing::Test {
- protected:
-  HostDriver() {
-    gPorts = Ports();
-    fake::RunLibraryConstructors(Machine);
-  }
-
-  ~HostDriver() override {
-    if (FindHost() == &gDriver.Contract.Protocol) {
-      EXPECT_EQ(ObvHostUnload(Machine.ImageHandle), EFI_SUCCESS);
-    }
-    EXPECT_EQ(Machine.Hii.ListCount(), 0U);
-    EXPECT_EQ(Machine.ProblemsText(), "");
-  }
-
-  EFI_STATUS Load() { return ObvHostEntryPoint(Machine.ImageHandle, &Machine.SystemTable); }
-
-  OBV_PROTOCOL *FindHost() {
-    EFI_GUID guid = OBV_PROTOCOL_GUID;
-    VOID *found = nullptr;
-    EFI_STATUS status = Machine.Handles.LocateProtocol(&guid, nullptr, &found);
-    return EFI_ERROR(status) ? nullptr : static_cast<OBV_PROTOCOL *>(found);
-  }
-
-  /// Title of the board in use, by the line that every run logs.
-  std::string BoardInUse() {
-    gPorts.DebugOutput.clear();
-    OBV_PROTOCOL *host = FindHost();
-    EXPECT_EQ(host->FinishParse(host), EFI_SUCCESS);
-    std::string line = gPorts.DebugOutput;
-    return line.substr(line.find('"') + 1, line.rfind('"') - line.find('"') - 1);
-  }
-
-  static std::vector<uint8_t> OwnBoard(const std::u16string &title) {
-    BoardParts parts = BoardParts::Sound();
-    PutText(parts.Header.Title, title);
-    return parts.Bytes();
-  }
-
-  Firmware Machine;
-};
+class HostDriver : public HostDriverStage {};
 
 TEST_F(HostDriver, PublishesTheProtocolAndSaysSo) {
   ASSERT_EQ(Load(), EFI_SUCCESS);
@@ -94,7 +44,7 @@ TEST_F(HostDriver, TextsAreRegisteredUnderTheContractsGuid) {
     for (UINTN i = 0; i < OBV_STRING_COUNT; i++) {
       EFI_STRING text = HiiGetString(handles[0], shared->StringIds[i], language.Code);
       ASSERT_NE(text, nullptr) << language.Code << " " << i;
-      EXPECT_EQ(StrCmp(text, Ucs2(language.Texts[i])), 0) << language.Code << " " << i;
+      EXPECT_EQ(StrCmp(text, Ucs2(TextAt(language, i))), 0) << language.Code << " " << i;
       FreePool(text);
     }
   }
@@ -124,64 +74,6 @@ TEST_F(HostDriver, ClockNeverGoesBack) {
     EXPECT_GE(now, last);
     last = now;
   }
-}
-
-TEST_F(HostDriver, BoardFileOfAnyVolumeIsUsed) {
-  Machine.AddVolume({.Label = u"EMPTY"});
-  Machine.AddVolume({.Label = u"BOARD"}).Write(kBoardPath, OwnBoard(u"Brought along"));
-  ASSERT_EQ(Load(), EFI_SUCCESS);
-  EXPECT_EQ(BoardInUse(), "Brought along");
-}
-
-TEST_F(HostDriver, OwnVolumeComesFirst) {
-  Machine.AddVolume().Write(kBoardPath, OwnBoard(u"Other"));
-  fake::Volume &own = Machine.AddVolume();
-  own.Write(kBoardPath, OwnBoard(u"Own"));
-  EFI_LOADED_IMAGE_PROTOCOL image = {};
-  image.DeviceHandle = own.Handle;
-  Machine.Install(gEfiLoadedImageProtocolGuid, &image, Machine.ImageHandle);
-  ASSERT_EQ(Load(), EFI_SUCCESS);
-  EXPECT_EQ(BoardInUse(), "Own");
-  Machine.Uninstall(Machine.ImageHandle, gEfiLoadedImageProtocolGuid, &image);
-}
-
-TEST_F(HostDriver, SpoiltBoardFileIsRefusedInOneLineForTheDefault) {
-  fake::Volume &volume = Machine.AddVolume();
-  std::vector<uint8_t> bytes = OwnBoard(u"Spoilt");
-  bytes[2000] ^= 1;
-  volume.Write(kBoardPath, bytes);
-  uint64_t blocks = Machine.Pool.LiveBlocks();
-  ASSERT_EQ(Load(), EFI_SUCCESS);
-  std::string log = gPorts.Sent(0x3E8);
-  EXPECT_EQ(log.find("[Host] board.bin refused: checksum"), 0U) << log;
-  EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 2);
-  EXPECT_EQ(BoardInUse(), "Boardscope reference board");
-  EXPECT_EQ(volume.OpenCount(), 0U);
-  EXPECT_EQ(ObvHostUnload(Machine.ImageHandle), EFI_SUCCESS);
-  EXPECT_EQ(Machine.Pool.LiveBlocks(), blocks);
-}
-
-TEST_F(HostDriver, FolderOrEmptyFileInItsPlaceIsReported) {
-  fake::Volume &folder = Machine.AddVolume();
-  folder.MakeDirectory(kBoardPath);
-  ASSERT_EQ(Load(), EFI_SUCCESS);
-  EXPECT_EQ(gPorts.Sent(0x3E8), "[Host] board.bin cannot be read: Unsupported\n[Host] Ready\n");
-  EXPECT_EQ(folder.OpenCount(), 0U);
-}
-
-TEST_F(HostDriver, EmptyBoardFileIsReported) {
-  Machine.AddVolume().Write(kBoardPath, {});
-  ASSERT_EQ(Load(), EFI_SUCCESS);
-  EXPECT_EQ(gPorts.Sent(0x3E8), "[Host] board.bin cannot be read: Bad Buffer Size\n[Host] Ready\n");
-}
-
-TEST_F(HostDriver, UnreadableBoardFileIsReported) {
-  fake::Volume &volume = Machine.AddVolume();
-  volume.Write(kBoardPath, OwnBoard(u"Unreadable"));
-  Machine.FailCall(Service::FileRead, 1, EFI_DEVICE_ERROR);
-  ASSERT_EQ(Load(), EFI_SUCCESS);
-  EXPECT_EQ(gPorts.Sent(0x3E8), "[Host] board.bin cannot be read: Device Error\n[Host] Ready\n");
-  EXPECT_EQ(volume.OpenCount(), 0U);
 }
 
 TEST_F(HostDriver, OutputOfTheConsoleIsPreferred) {

@@ -12,7 +12,14 @@ namespace {
 class HostProtocol : public testing::Test {
  protected:
   void SetUp() override {
-    const HostServices services = {this, ReadClock, WriteLog, FindGop, Allocate, Free};
+    const HostServices services = {
+        .Context = this,
+        .ReadClock = ReadClock,
+        .WriteLog = WriteLog,
+        .FindGop = FindGop,
+        .Allocate = Allocate,
+        .Free = Free,
+    };
     const FontFile fonts[kFaceCount] = {{"first", 5}, {nullptr, 0}, {"third", 6}};
     InitializeHost(&TheHost, services, fonts);
     Protocol = &TheHost.Protocol;

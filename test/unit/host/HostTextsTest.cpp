@@ -31,6 +31,11 @@ std::string Utf8(const char16_t *text) {
   return result;
 }
 
+// Places in OBV_SHARED_STATE.StringIds.
+constexpr size_t kKeyHelp = 1;
+constexpr size_t kFilterHint = 4;
+constexpr size_t kSavedText = 8;
+
 std::vector<std::string> Directives(const std::string &text) {
   std::vector<std::string> found;
   for (size_t at = text.find('%'); at != std::string::npos; at = text.find('%', at + 1)) {
@@ -50,9 +55,9 @@ TEST(HostTexts, OffersTheSixLanguages) {
 
 TEST(HostTexts, EveryTextIsThere) {
   for (const LanguageTexts &language : kLanguages) {
-    for (const char16_t *text : language.Texts) {
-      ASSERT_NE(text, nullptr) << language.Code;
-      EXPECT_FALSE(std::u16string(text).empty()) << language.Code;
+    for (size_t i = 0; i < OBV_STRING_COUNT; i++) {
+      ASSERT_NE(TextAt(language, i), nullptr) << language.Code << " " << i;
+      EXPECT_NE(*TextAt(language, i), 0) << language.Code << " " << i;
     }
   }
 }
@@ -61,14 +66,14 @@ TEST(HostTexts, FormatsTakeWhatTheViewGives) {
   for (const LanguageTexts &language : kLanguages) {
     for (size_t i = 0; i < OBV_STRING_COUNT; i++) {
       std::vector<std::string> expected;
-      if (i == 1) {
+      if (i == kKeyHelp) {
         expected.assign(5, "%.6x");
-      } else if (i == 4) {
+      } else if (i == kFilterHint) {
         expected.assign(1, "%a");
-      } else if (i == 8) {
+      } else if (i == kSavedText) {
         expected.assign(2, "%a");
       }
-      EXPECT_EQ(Directives(Utf8(language.Texts[i])), expected) << language.Code << " " << i;
+      EXPECT_EQ(Directives(Utf8(TextAt(language, i))), expected) << language.Code << " " << i;
     }
   }
 }
@@ -76,7 +81,7 @@ TEST(HostTexts, FormatsTakeWhatTheViewGives) {
 /// Each recolour command is "#rrggbb text#".
 TEST(HostTexts, KeyHelpColoursFiveKeys) {
   for (const LanguageTexts &language : kLanguages) {
-    std::string text = Utf8(language.Texts[1]);
+    std::string text = Utf8(language.KeyHelp);
     size_t marks = 0;
     for (size_t at = text.find('#'); at != std::string::npos; at = text.find('#', at + 1)) {
       if (marks % 2 == 0) {
@@ -90,8 +95,8 @@ TEST(HostTexts, KeyHelpColoursFiveKeys) {
 
 TEST(HostTexts, HintsAreDrawnWithRecolouring) {
   for (const LanguageTexts &language : kLanguages) {
-    for (size_t i : {3, 4}) {
-      EXPECT_EQ(Utf8(language.Texts[i]).find('#'), std::string::npos) << language.Code;
+    for (const char16_t *hint : {language.CloseHint, language.FilterHint}) {
+      EXPECT_EQ(Utf8(hint).find('#'), std::string::npos) << language.Code;
     }
   }
 }
@@ -99,12 +104,30 @@ TEST(HostTexts, HintsAreDrawnWithRecolouring) {
 TEST(HostTexts, FormattedTextsFitTheViewsBuffers) {
   for (const LanguageTexts &language : kLanguages) {
     CHAR8 buffer[1000];
-    UINTN length = AsciiSPrint(buffer, sizeof(buffer), Utf8(language.Texts[1]).c_str(), 0xFFDB4B,
+    UINTN length = AsciiSPrint(buffer, sizeof(buffer), Utf8(language.KeyHelp).c_str(), 0xFFDB4B,
                                0xFFDB4B, 0xFFDB4B, 0xFFDB4B, 0xFFDB4B);
     EXPECT_LE(length, 299U) << language.Code;
-    length = AsciiSPrint(buffer, sizeof(buffer), Utf8(language.Texts[4]).c_str(), "SATA");
+    length = AsciiSPrint(buffer, sizeof(buffer), Utf8(language.FilterHint).c_str(), "SATA");
     EXPECT_LE(length, 99U) << language.Code;
   }
+}
+
+/// The texts of a package from *block, which then stands behind the last.
+std::vector<std::u16string> ReadStrings(const std::vector<UINT8> &buffer, size_t *block) {
+  std::vector<std::u16string> strings;
+  while (buffer.at(*block) == EFI_HII_SIBT_STRING_UCS2) {
+    ++*block;
+    std::u16string text;
+    char16_t unit = 0;
+    do {
+      unit = static_cast<char16_t>(buffer.at(*block) | buffer.at(*block + 1) << 8);
+      *block += 2;
+      text += unit;
+    } while (unit != 0);
+    text.pop_back();
+    strings.push_back(text);
+  }
+  return strings;
 }
 
 /// Reads the packages back as the HII database does.
@@ -128,25 +151,13 @@ TEST(HostTexts, PackagesHoldEveryTextUnderItsIdentifier) {
     EXPECT_EQ(header.HdrSize, OFFSET_OF(EFI_HII_STRING_PACKAGE_HDR, Language) + strlen(code) + 1);
 
     size_t block = at + header.StringInfoOffset;
-    std::vector<std::u16string> strings;
-    while (buffer.at(block) == EFI_HII_SIBT_STRING_UCS2) {
-      std::u16string text;
-      for (block++;; block += 2) {
-        char16_t unit = static_cast<char16_t>(buffer.at(block) | buffer.at(block + 1) << 8);
-        if (unit == 0) {
-          block += 2;
-          break;
-        }
-        text += unit;
-      }
-      strings.push_back(text);
-    }
+    std::vector<std::u16string> strings = ReadStrings(buffer, &block);
     EXPECT_EQ(buffer.at(block), EFI_HII_SIBT_END);
     EXPECT_EQ(block + 1, at + header.Header.Length);
     ASSERT_EQ(strings.size(), OBV_STRING_COUNT + 1U);
     EXPECT_EQ(strings[0], language.NativeName);
     for (size_t i = 0; i < OBV_STRING_COUNT; i++) {
-      EXPECT_EQ(strings[TextId(i) - 1U], language.Texts[i]);
+      EXPECT_EQ(strings[TextId(i) - 1U], TextAt(language, i));
     }
     at += header.Header.Length;
   }

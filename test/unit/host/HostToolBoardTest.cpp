@@ -73,8 +73,8 @@ TEST_F(HostToolBoard, Processor) {
   ASSERT_EQ(cpu.LeaderPointCount, 2);
   EXPECT_EQ(+cpu.LeaderPoints[1].X, 125);
   EXPECT_EQ(+cpu.LeaderPoints[1].Y, 15);
-  EXPECT_EQ(+cpu.Marker.X, 126);
-  EXPECT_EQ(+cpu.Marker.Y, 42);
+  EXPECT_EQ(+cpu.Marker.X, 127);
+  EXPECT_EQ(+cpu.Marker.Y, 43);
   ASSERT_EQ(cpu.InfoCount, 3);
   OBV_COMPONENT_INFO info;
   CopyInfoAt(TheBoard, cpu.FirstInfo + 2, &info);
