@@ -70,8 +70,8 @@ def cursor() -> np.ndarray:
     row of the block holds four rows of the small arrow, one after the other.
     """
     block = large_arrow()
-    shown = CURSOR_SHOWN_WIDTH * CURSOR_SHOWN_HEIGHT
-    block.reshape(-1, 4)[:shown] = small_arrow().reshape(-1, 4)
+    rows = CURSOR_SHOWN_WIDTH * CURSOR_SHOWN_HEIGHT // CURSOR_SIZE
+    block[:rows] = small_arrow().reshape(rows, CURSOR_SIZE, 4)
     return block
 
 

@@ -106,11 +106,19 @@ class CursorImage : public PortStage {
     return drawing;
   }
 
+  static const UINT8 *Pixel(UINT32 index) { return kCursorImage.data + index * 4; }
+
+  /// Black that lets a part of what is below it through.
+  static bool IsSoft(UINT32 index) {
+    const UINT8 *pixel = Pixel(index);
+    return pixel[0] + pixel[1] + pixel[2] == 0 && pixel[3] > 0 && pixel[3] < 0xFF;
+  }
+
   /// The block from a row on, each pixel laid over the ground; all of them must be grey.
   static std::string BlockFrom(UINT32 row) {
     std::string drawing = "\n";
     for (UINT32 i = row * kBlockSize; i < kBlockSize * kBlockSize; i++) {
-      const UINT8 *pixel = kCursorImage.data + i * 4;
+      const UINT8 *pixel = Pixel(i);
       EXPECT_TRUE(pixel[0] == pixel[1] && pixel[1] == pixel[2]) << i;
       drawing += Letter((pixel[0] * pixel[3] + kGround * (0xFFu - pixel[3])) / 0xFFu);
       drawing += i % kBlockSize == kBlockSize - 1 ? "\n" : "";
@@ -133,6 +141,19 @@ TEST_F(CursorImage, ShowsASmallArrowWithItsTipAtThePointer) {
 
 TEST_F(CursorImage, HoldsALargeArrowInTheRowsThatAreNotShown) {
   EXPECT_EQ(BlockFrom(4), kLargeArrow);
+}
+
+TEST_F(CursorImage, SlantedEdgesLetTheScreenThrough) {
+  for (UINT32 y = 0; y < 7; y++) {
+    EXPECT_TRUE(IsSoft(y * 8 + y + 1)) << y;
+  }
+  for (UINT32 row = 4; row < kBlockSize; row++) {
+    UINT32 last = row * kBlockSize + kBlockSize - 1;
+    while (Pixel(last)[3] == 0) {
+      last--;
+    }
+    EXPECT_TRUE(IsSoft(last)) << row;
+  }
 }
 
 }  // namespace
