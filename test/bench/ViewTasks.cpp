@@ -1,5 +1,5 @@
-#include "test/bench/BenchHost.h"
 #include "test/bench/ViewTasks.h"
+#include "test/bench/BenchHost.h"
 
 #include "lvgl.h"
 #include "view/ViewState.h"

@@ -6,11 +6,12 @@
 
 #include <gtest/gtest.h>
 
-#include "host/uefi/Driver.h"
 #include "test/firmware/FakeFirmware.h"
 #include "test/firmware/Run.h"
 #include "test/unit/host/HostBoardBytes.h"
 #include "test/unit/host/HostPorts.h"
+
+#include "host/uefi/Driver.h"
 
 namespace obv_host {
 

@@ -1,5 +1,6 @@
-#include "host/portable/Texts.h"
 #include "test/unit/host/HostDriverStage.h"
+
+#include "host/portable/Texts.h"
 
 namespace obv_host {
 namespace {

@@ -2,6 +2,8 @@
 
 #include "test/unit/stage/RunScript.h"
 
+#include "platform/Pointer.h"
+
 namespace {
 
 // The test host's components; their callouts stand above their outlines.
@@ -62,6 +64,35 @@ TEST_F(JumpRun, ClickOnACalloutWithoutATokenDoesNotEndTheRun) {
   AddTablet();
   ThenClickCallout(kFan);
   Run();
+  EXPECT_TRUE(RanToTheEnd());
+  EXPECT_EQ(Seen().JumpRequested, 0);
+  EXPECT_EQ(Machine.Calls.CountOf(fake::Service::HostFindBiosOption), 0u);
+}
+
+TEST_F(JumpRun, ClickOnACalloutThatIsNotSelectableDoesNothing) {
+  Host.Components[kPcie].NotSelectable = 1;
+  AddTablet();
+  bool watching = false;
+  int turnsPressed = 0;
+  Options.EveryTurn = [&](int turn) {
+    if (!watching) {
+      return;
+    }
+    Place callout = PlaceOf(gView.Components[kPcie].Callout);
+    bool inside = gPointer.X >= callout.X && gPointer.X < callout.X + callout.Width &&
+                  gPointer.Y >= callout.Y && gPointer.Y < callout.Y + callout.Height;
+    turnsPressed += inside && gPointer.Pressed != 0;
+    EXPECT_EQ(Focused(), gView.Components[kUsb].Callout) << turn;
+    EXPECT_FALSE(lv_obj_has_state(gView.Components[kPcie].Callout, LV_STATE_FOCUSED)) << turn;
+    EXPECT_TRUE(IsHidden(gView.Components[kPcie].Hotspot)) << turn;
+    EXPECT_EQ(Host.State.JumpRequested, 0) << turn;
+  };
+  ThenFocus(kUsb);
+  Then([&] { watching = true; });
+  ThenClickCallout(kPcie);
+  Then([&] { watching = false; });
+  Run();
+  EXPECT_GT(turnsPressed, 0);
   EXPECT_TRUE(RanToTheEnd());
   EXPECT_EQ(Seen().JumpRequested, 0);
   EXPECT_EQ(Machine.Calls.CountOf(fake::Service::HostFindBiosOption), 0u);

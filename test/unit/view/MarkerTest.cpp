@@ -28,33 +28,27 @@ class Marker : public ViewStage {
     ExpectDot(gView.Components[1].FirstMarker, first, 256);
     ExpectDot(gView.Components[1].SecondMarker, &kMarkerC, 256);
   }
+  void ExpectUnknownTheme(UINT8 theme) {
+    Host.Config.MarkerTheme = theme;
+    Build(3840, 2160);
+    for (lv_obj_t *first : {gView.Components[0].FirstMarker, gView.Components[1].FirstMarker}) {
+      EXPECT_EQ(Source(first), nullptr);
+      EXPECT_EQ(PlaceOf(first).X, 0);
+      EXPECT_EQ(PlaceOf(first).Y, 0);
+      EXPECT_EQ(lv_img_get_zoom(first), 256);
+      EXPECT_FALSE(IsHidden(first));
+    }
+    ExpectDot(gView.Components[1].SecondMarker, &kMarkerC, 512);
+  }
 };
 
 TEST_F(Marker, Theme0ShowsMarkerA) { ExpectTheme(0, &kMarkerA); }
 TEST_F(Marker, Theme1ShowsMarkerB) { ExpectTheme(1, &kMarkerB); }
 TEST_F(Marker, Theme2ShowsMarkerC) { ExpectTheme(2, &kMarkerC); }
 
-TEST_F(Marker, Theme3LeavesTheFirstMarkerEmptyVisibleAndAtTheOrigin) {
-  Host.Config.MarkerTheme = 3;
-  Build();
-  for (int i = 0; i < 2; i++) {
-    lv_obj_t *first = gView.Components[i].FirstMarker;
-    EXPECT_EQ(Source(first), nullptr);
-    EXPECT_EQ(PlaceOf(first).X, 0);
-    EXPECT_EQ(PlaceOf(first).Y, 0);
-    EXPECT_EQ(lv_img_get_zoom(first), 256);
-    EXPECT_FALSE(IsHidden(first));
-  }
-  ExpectDot(gView.Components[1].SecondMarker, &kMarkerC, 256);
-}
-
-TEST_F(Marker, Theme255IsAsUnknownAsTheme3) {
-  Host.Config.MarkerTheme = 255;
-  Build();
-  EXPECT_EQ(Source(gView.Components[0].FirstMarker), nullptr);
-  EXPECT_FALSE(IsHidden(gView.Components[0].FirstMarker));
-  ExpectDot(gView.Components[1].SecondMarker, &kMarkerC, 256);
-}
+// On a screen where all markers of a known theme are zoomed.
+TEST_F(Marker, Theme3LeavesTheFirstMarkerEmptyVisibleAndAtTheOrigin) { ExpectUnknownTheme(3); }
+TEST_F(Marker, Theme255IsAsUnknownAsTheme3) { ExpectUnknownTheme(255); }
 
 TEST_F(Marker, ZoomFollowsTheHorizontalScaleAt1024) {
   Build(1024, 768);
@@ -82,6 +76,7 @@ TEST_F(Marker, PositionsMayBeNegative) {
   Host.Components[0].MarkerY = -32768;
   Build();
   EXPECT_EQ(lv_obj_get_style_x(gView.Components[0].FirstMarker, LV_PART_MAIN), -5);
+  EXPECT_EQ(lv_obj_get_style_y(gView.Components[0].FirstMarker, LV_PART_MAIN), -32768);
   lv_obj_clear_flag(gView.Components[0].FirstMarker, LV_OBJ_FLAG_HIDDEN);
   lv_timer_handler();
 }
@@ -159,6 +154,7 @@ TEST_F(EmbeddedImages, MarkersAreRoundDotsInTheirColours) {
     }
     // The rim lies between both.
     EXPECT_GT(Alpha(picture, 5, 0), 3);
+    EXPECT_LT(Alpha(picture, 5, 0), 255);
   }
 }
 
