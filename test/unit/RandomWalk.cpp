@@ -39,9 +39,9 @@ std::string RandomWalk::History() const {
 
 std::string RandomWalk::MissingOutcomes() const {
   constexpr const char *kOutcomes[] = {"-> left by Esc",    "-> left by the close button",
-                                       "-> left by a jump", "-> picture saved",
-                                       "-> no output left", "-> output kept",
-                                       "-> output changed"};
+                                       "-> left by a jump", "-> box closed by Esc",
+                                       "-> picture saved",  "-> no output left",
+                                       "-> output kept",    "-> output changed"};
   std::string missing;
   for (const char *outcome : kOutcomes) {
     if (!counts_.contains(outcome) || counts_.at(outcome) == 0) {
@@ -170,14 +170,18 @@ void RandomWalk::CheckOutput() {
 
 // The flag is taken back after its cause has been found, so that the walk goes on.
 void RandomWalk::CheckExit() {
-  bool left = std::exchange(escMustLeave_, escMustLeave_ && machine_.Keyboard.Waiting() != 0);
-  bool mustLeave = left && !escMustLeave_;
+  bool unread = machine_.Keyboard.Waiting() != 0;
+  Escape escape = unread ? Escape::None : std::exchange(escape_, Escape::None);
+  bool mustLeave = escape == Escape::Leave;
   bool closed = std::exchange(seenCloseClicks_, closeClicks_) != closeClicks_;
   bool jumped = host_.State.JumpRequested != 0;
   bool lost = std::exchange(outputLost_, false);
   if ((mustLeave || closed || jumped || lost) != (gApp.ExitRequested != 0)) {
     Report(gApp.ExitRequested != 0 ? "the exit flag is set without a cause"
                                    : "the exit flag is clear in spite of a cause");
+  }
+  if (escape == Escape::CloseBox && gModalBox.ModalMessageBoxOpen != 0) {
+    Report("Esc has left the message box open");
   }
   if (jumped) {
     const OBV_COMPONENT &target = host_.Components.at(host_.State.JumpComponentIndex);
@@ -188,6 +192,7 @@ void RandomWalk::CheckExit() {
     }
   }
   counts_["-> left by Esc"] += mustLeave;
+  counts_["-> box closed by Esc"] += escape == Escape::CloseBox;
   counts_["-> left by the close button"] += closed;
   counts_["-> left by a jump"] += jumped;
   host_.State.JumpRequested = 0;

@@ -63,22 +63,21 @@ void RandomWalk::MoveMouse() {
   machine_.Mouse()->Move(x, y, pressed_);
 }
 
-void RandomWalk::Type(UINT16 scanCode, char16_t character) {
-  if (scanCode != SCAN_NULL) {
-    machine_.Keyboard.Scan(scanCode);
-  } else {
-    machine_.Keyboard.Character(character);
+void RandomWalk::Type(const EFI_INPUT_KEY &key) {
+  if (rules::IsEsc(key)) {
+    escape_ = gModalBox.ModalMessageBoxOpen != 0 ? Escape::CloseBox : Escape::Leave;
   }
+  machine_.Keyboard.Push(key);
 }
 
 void RandomWalk::TypeTab() {
   switch (Random(3)) {
     case 0:
-      return Type(SCAN_PAGE_UP);
+      return Type({SCAN_PAGE_UP, 0});
     case 1:
-      return Type(SCAN_PAGE_DOWN);
+      return Type({SCAN_PAGE_DOWN, 0});
     default:
-      return Type(SCAN_NULL, u'\t');
+      return Type({SCAN_NULL, CHAR_TAB});
   }
 }
 
@@ -87,20 +86,15 @@ void RandomWalk::TypeOther() {
                               SCAN_END, SCAN_DELETE, SCAN_F1,   SCAN_F10};
   uint64_t key = Random(std::size(kKeys) + 3);
   if (key < std::size(kKeys)) {
-    return Type(kKeys[key]);
+    return Type({kKeys[key], 0});
   }
-  Type(SCAN_NULL, static_cast<char16_t>(Random(0x3000)));
+  Type({SCAN_NULL, static_cast<CHAR16>(Random(0x3000))});
 }
 
-void RandomWalk::TypeEnter() { Type(SCAN_NULL, u'\r'); }
-void RandomWalk::TypeInsert() { Type(SCAN_INSERT); }
-
-void RandomWalk::TypeEsc() {
-  escMustLeave_ = gModalBox.ModalMessageBoxOpen == 0;
-  Type(SCAN_ESC);
-}
-
-void RandomWalk::TypeF12() { Type(SCAN_F12); }
+void RandomWalk::TypeEnter() { Type({SCAN_NULL, CHAR_CARRIAGE_RETURN}); }
+void RandomWalk::TypeInsert() { Type({SCAN_INSERT, 0}); }
+void RandomWalk::TypeEsc() { Type({SCAN_ESC, 0}); }
+void RandomWalk::TypeF12() { Type({SCAN_F12, 0}); }
 
 void RandomWalk::ChangeStatus() {
   constexpr EFI_STATUS kStatuses[] = {EFI_SUCCESS, EFI_SUCCESS, EFI_DEVICE_ERROR, EFI_NOT_FOUND};
