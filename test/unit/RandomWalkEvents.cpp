@@ -2,6 +2,8 @@
 
 #include "test/unit/RandomWalk.h"
 
+#include <cstdio>
+
 namespace {
 
 // The view that RandomWalkTest runs in.
@@ -64,6 +66,10 @@ void RandomWalk::MoveMouse() {
 }
 
 void RandomWalk::Type(const EFI_INPUT_KEY &key) {
+  char text[40];
+  std::snprintf(text, sizeof text, ", scan code 0x%02X, character 0x%04X", key.ScanCode,
+                key.UnicodeChar);
+  history_.back() += text;
   if (rules::IsEsc(key)) {
     escape_ = gModalBox.ModalMessageBoxOpen != 0 ? Escape::CloseBox : Escape::Leave;
   }
@@ -84,11 +90,14 @@ void RandomWalk::TypeTab() {
 void RandomWalk::TypeOther() {
   constexpr UINT16 kKeys[] = {SCAN_UP,  SCAN_DOWN,   SCAN_LEFT, SCAN_RIGHT, SCAN_HOME,
                               SCAN_END, SCAN_DELETE, SCAN_F1,   SCAN_F10};
-  uint64_t key = Random(std::size(kKeys) + 3);
+  // Control characters are often LVGL keys as well; ASCII; any character.
+  constexpr uint64_t kCharacterLimits[] = {0x20, 0x80, 0x10000};
+  uint64_t key = Random(std::size(kKeys) + std::size(kCharacterLimits));
   if (key < std::size(kKeys)) {
     return Type({kKeys[key], 0});
   }
-  Type({SCAN_NULL, static_cast<CHAR16>(Random(0x3000))});
+  uint64_t limit = kCharacterLimits[key - std::size(kKeys)];
+  Type({SCAN_NULL, static_cast<CHAR16>(Random(limit))});
 }
 
 void RandomWalk::TypeEnter() { Type({SCAN_NULL, CHAR_CARRIAGE_RETURN}); }
