@@ -42,9 +42,9 @@ std::string RandomWalk::History() const {
 
 std::string RandomWalk::MissingOutcomes() const {
   constexpr const char *kOutcomes[] = {"-> left by Esc",    "-> left by the close button",
-                                       "-> left by a jump", "-> picture saved",
-                                       "-> no output left", "-> output kept",
-                                       "-> output changed"};
+                                       "-> left by a jump", "-> box closed by Esc",
+                                       "-> picture saved",  "-> no output left",
+                                       "-> output kept",    "-> output changed"};
   std::string missing;
   for (const char *outcome : kOutcomes) {
     if (!counts_.contains(outcome) || counts_.at(outcome) == 0) {
@@ -141,10 +141,18 @@ void RandomWalk::CheckPool() {
   }
 }
 
-// A box that Esc has closed leaves its volumes open, until the next one lists them anew.
+// A box that Esc has closed leaves its volumes open for good; the next one lists them anew.
 void RandomWalk::CheckFiles() {
-  if (machine_.OpenFileCount() > kMostSticks) {
-    Report(std::to_string(machine_.OpenFileCount()) + " files and volumes are open");
+  const auto &roots = gScreenshot.Volumes.Roots;
+  auto listed = static_cast<size_t>(std::find(std::begin(roots), std::end(roots), nullptr) - roots);
+  if (gMessageBox.ModalMessageBoxOpen != 0) {
+    abandonedVolumes_ += std::exchange(volumesLeftByEsc_, 0);
+  } else {
+    volumesLeftByEsc_ = listed;
+  }
+  if (listed > kMostSticks || machine_.OpenFileCount() > abandonedVolumes_ + listed) {
+    Report(std::to_string(machine_.OpenFileCount()) + " files and volumes are open, not the " +
+           std::to_string(abandonedVolumes_ + listed) + " that Esc and a box account for");
   }
 }
 
@@ -173,14 +181,18 @@ void RandomWalk::CheckOutput() {
 
 // The flag is taken back after its cause has been found, so that the walk goes on.
 void RandomWalk::CheckExit() {
-  bool left = std::exchange(escMustLeave_, escMustLeave_ && machine_.Keyboard.Waiting() != 0);
-  bool mustLeave = left && !escMustLeave_;
+  bool unread = machine_.Keyboard.Waiting() != 0;
+  Escape escape = unread ? Escape::None : std::exchange(escape_, Escape::None);
+  bool mustLeave = escape == Escape::Leave;
   bool closed = std::exchange(seenCloseClicks_, closeClicks_) != closeClicks_;
   bool jumped = host_.State.JumpRequested != 0;
   bool lost = std::exchange(outputLost_, false);
   if ((mustLeave || closed || jumped || lost) != (gRun.ExitRequested != 0)) {
     Report(gRun.ExitRequested != 0 ? "the exit flag is set without a cause"
                                    : "the exit flag is clear in spite of a cause");
+  }
+  if (escape == Escape::CloseBox && gMessageBox.ModalMessageBoxOpen != 0) {
+    Report("Esc has left the message box open");
   }
   if (jumped) {
     const OBV_COMPONENT &target = host_.Components.at(host_.State.JumpComponentIndex);
@@ -191,6 +203,7 @@ void RandomWalk::CheckExit() {
     }
   }
   counts_["-> left by Esc"] += mustLeave;
+  counts_["-> box closed by Esc"] += escape == Escape::CloseBox;
   counts_["-> left by the close button"] += closed;
   counts_["-> left by a jump"] += jumped;
   host_.State.JumpRequested = 0;

@@ -36,6 +36,8 @@ class RandomWalk {
   };
   static const std::vector<Choice> kChoices;
   static constexpr size_t kMostSticks = 4;
+  /// What a typed Esc must lead to once it has been read.
+  enum class Escape { None, Leave, CloseBox };
 
   // Events.
   void Move();
@@ -64,7 +66,7 @@ class RandomWalk {
   void CheckOutput();
   void ClearSticks();
   void Report(const std::string &violation);
-  void Type(UINT16 scanCode, char16_t character = 0);
+  void Type(const EFI_INPUT_KEY &key);
   /// A number below `limit`.
   uint64_t Random(uint64_t limit) { return random_() % limit; }
 
@@ -85,9 +87,11 @@ class RandomWalk {
   std::optional<EFI_GRAPHICS_OUTPUT_PROTOCOL *> expectedOutput_;
   EFI_GRAPHICS_OUTPUT_PROTOCOL *outputInUse_ = nullptr;
   bool outputLost_ = false;
-  bool escMustLeave_ = false;
+  Escape escape_ = Escape::None;
   uint64_t closeClicks_ = 0;
   uint64_t seenCloseClicks_ = 0;
+  size_t volumesLeftByEsc_ = 0;
+  size_t abandonedVolumes_ = 0;
   uint64_t poolBytes_ = 0;
   uint64_t mostPoolBytes_ = 0;
 };

@@ -1,5 +1,7 @@
 // The events of a random walk.
 
+#include <cstdio>
+
 #include "test/unit/run/RandomWalk.h"
 
 #include "capture/MessageBox.h"
@@ -67,44 +69,45 @@ void RandomWalk::MoveMouse() {
   machine_.Mouse()->Move(x, y, pressed_);
 }
 
-void RandomWalk::Type(UINT16 scanCode, char16_t character) {
-  if (scanCode != SCAN_NULL) {
-    machine_.Keyboard.Scan(scanCode);
-  } else {
-    machine_.Keyboard.Character(character);
+void RandomWalk::Type(const EFI_INPUT_KEY &key) {
+  char text[40];
+  std::snprintf(text, sizeof text, ", scan code 0x%02X, character 0x%04X", key.ScanCode,
+                key.UnicodeChar);
+  history_.back() += text;
+  if (rules::IsEsc(key)) {
+    escape_ = gMessageBox.ModalMessageBoxOpen != 0 ? Escape::CloseBox : Escape::Leave;
   }
+  machine_.Keyboard.Push(key);
 }
 
 void RandomWalk::TypeTab() {
   switch (Random(3)) {
     case 0:
-      return Type(SCAN_PAGE_UP);
+      return Type({SCAN_PAGE_UP, 0});
     case 1:
-      return Type(SCAN_PAGE_DOWN);
+      return Type({SCAN_PAGE_DOWN, 0});
     default:
-      return Type(SCAN_NULL, u'\t');
+      return Type({SCAN_NULL, CHAR_TAB});
   }
 }
 
 void RandomWalk::TypeOther() {
   constexpr UINT16 kKeys[] = {SCAN_UP,  SCAN_DOWN,   SCAN_LEFT, SCAN_RIGHT, SCAN_HOME,
                               SCAN_END, SCAN_DELETE, SCAN_F1,   SCAN_F10};
-  uint64_t key = Random(std::size(kKeys) + 3);
+  // Control characters are often LVGL keys as well; ASCII; any character.
+  constexpr uint64_t kCharacterLimits[] = {0x20, 0x80, 0x10000};
+  uint64_t key = Random(std::size(kKeys) + std::size(kCharacterLimits));
   if (key < std::size(kKeys)) {
-    return Type(kKeys[key]);
+    return Type({kKeys[key], 0});
   }
-  Type(SCAN_NULL, static_cast<char16_t>(Random(0x3000)));
+  uint64_t limit = kCharacterLimits[key - std::size(kKeys)];
+  Type({SCAN_NULL, static_cast<CHAR16>(Random(limit))});
 }
 
-void RandomWalk::TypeEnter() { Type(SCAN_NULL, u'\r'); }
-void RandomWalk::TypeInsert() { Type(SCAN_INSERT); }
-
-void RandomWalk::TypeEsc() {
-  escMustLeave_ = gMessageBox.ModalMessageBoxOpen == 0;
-  Type(SCAN_ESC);
-}
-
-void RandomWalk::TypeF12() { Type(SCAN_F12); }
+void RandomWalk::TypeEnter() { Type({SCAN_NULL, CHAR_CARRIAGE_RETURN}); }
+void RandomWalk::TypeInsert() { Type({SCAN_INSERT, 0}); }
+void RandomWalk::TypeEsc() { Type({SCAN_ESC, 0}); }
+void RandomWalk::TypeF12() { Type({SCAN_F12, 0}); }
 
 void RandomWalk::ChangeStatus() {
   constexpr EFI_STATUS kStatuses[] = {EFI_SUCCESS, EFI_SUCCESS, EFI_DEVICE_ERROR, EFI_NOT_FOUND};

@@ -64,6 +64,14 @@ inline std::string Box() {
   return "";
 }
 
+/// Whether the view takes a key for Esc. A character is an LVGL key as it stands, and 27 is LVGL's
+/// Esc.
+inline bool IsEsc(const EFI_INPUT_KEY &key) {
+  constexpr CHAR16 kEscCharacter = 27;
+  return key.ScanCode == SCAN_ESC ||
+         (key.ScanCode == SCAN_NULL && key.UnicodeChar == kEscCharacter);
+}
+
 /// The output that the view must be drawn on after an arrival: the one in use while it can show
 /// the view, else the last that can.
 inline EFI_GRAPHICS_OUTPUT_PROTOCOL *OutputAfterArrival(
