@@ -48,7 +48,7 @@ void BuildView() {
 
 /// A busy loop on purpose: LVGL's timers are its only pacing.
 void RunMainLoop() {
-  while (gRun.ExitRequested == 0) {
+  while (!gRun.ExitRequested) {
     // First, so that what the notification asked for between two turns is drawn once.
     RedrawAfterHotPlug();
     lv_timer_handler();

@@ -16,11 +16,11 @@ void ConnectInput() {
 }
 
 bool HandleKey(UINT32 key, UINT16 scanCode) {
-  if (gMessageBox.ModalMessageBoxOpen != 0) {
+  if (gMessageBox.ModalMessageBoxOpen) {
     return HandleMessageBoxKey(key);
   }
   if (key == LV_KEY_ESC) {
-    gRun.ExitRequested = 1;
+    gRun.ExitRequested = true;
   } else if (scanCode == SCAN_INSERT) {
     SelectNextCategory();
   } else if (scanCode == SCAN_F12) {
@@ -30,8 +30,8 @@ bool HandleKey(UINT32 key, UINT16 scanCode) {
   return true;
 }
 
-void UpdateHoverFocus(UINT16 x, UINT16 y, BOOLEAN) {
-  if (gMessageBox.ModalMessageBoxOpen == 0) {
+void UpdateHoverFocus(UINT16 x, UINT16 y, bool) {
+  if (!gMessageBox.ModalMessageBoxOpen) {
     FocusComponentAt(x, y);
   }
 }

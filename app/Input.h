@@ -15,4 +15,4 @@ bool HandleKey(UINT32 key, UINT16 scanCode);
 
 /// Focuses the callout of the first component under a view pixel, unless a message box is open.
 /// The button plays no part.
-void UpdateHoverFocus(UINT16 x, UINT16 y, BOOLEAN pressed);
+void UpdateHoverFocus(UINT16 x, UINT16 y, bool pressed);

@@ -54,7 +54,7 @@ const lv_font_t *BoxTextFont() { return StandardFont(kTextFontSize); }
 
 void OpenMessageBox(const CHAR8 *title, const CHAR8 *text, const CHAR8 **buttons, UINT32 titleColor,
                     UINT32 textColor, lv_event_cb_t handler, void *userData) {
-  gMessageBox.ModalMessageBoxOpen = 1;
+  gMessageBox.ModalMessageBoxOpen = true;
   gMessageBox.PreviousFocus = lv_group_get_focused(gLvglPort.Group);
   DropHeldPress();
   lv_obj_t *box = lv_msgbox_create(nullptr, title, text, buttons, false);
@@ -84,7 +84,7 @@ bool HandleMessageBoxKey(UINT32 key) {
   UINT16 selected = lv_btnmatrix_get_selected_btn(buttons);
   switch (key) {
     case LV_KEY_ESC:
-      gMessageBox.ModalMessageBoxOpen = 0;
+      gMessageBox.ModalMessageBoxOpen = false;
       lv_msgbox_close(gMessageBox.Box);
       return false;
     case LV_KEY_DOWN:
@@ -109,7 +109,7 @@ void CloseMessageBox(lv_event_t *event) {
   lv_obj_t *box = lv_event_get_current_target(event);
   LogInfo("%d Button %a was clicked\n", lv_msgbox_get_active_btn(box),
           lv_msgbox_get_active_btn_text(box));
-  gMessageBox.ModalMessageBoxOpen = 0;
+  gMessageBox.ModalMessageBoxOpen = false;
   lv_msgbox_close(box);
   lv_group_focus_obj(gMessageBox.PreviousFocus);
 }

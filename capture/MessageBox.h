@@ -11,7 +11,7 @@
 
 struct MessageBoxState {
   /// Set while the box is open: keys go to it and hover focus is off.
-  UINT8 ModalMessageBoxOpen;
+  bool ModalMessageBoxOpen;
   lv_obj_t *Box;
   /// What had the focus before the box opened.
   lv_obj_t *PreviousFocus;

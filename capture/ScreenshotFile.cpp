@@ -64,8 +64,9 @@ EFI_STATUS SaveScreenshot(EFI_FILE_PROTOCOL *root, EFI_GRAPHICS_OUTPUT_BLT_PIXEL
     return LogFailure(kOpenLocation, status);
   }
   ConvertToRgba(pixels, static_cast<UINTN>(gGeometry.ViewWidth) * gGeometry.ViewHeight);
-  PngFile png =
-      EncodePng({reinterpret_cast<UINT8 *>(pixels), gGeometry.ViewWidth, gGeometry.ViewHeight});
+  PngFile png = EncodePng({.Data = reinterpret_cast<UINT8 *>(pixels),
+                           .Width = gGeometry.ViewWidth,
+                           .Height = gGeometry.ViewHeight});
   status = WriteAll(file, png);
   if (EFI_ERROR(status)) {
     // File and block are deliberately left: a device that failed to write is

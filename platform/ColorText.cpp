@@ -1,5 +1,7 @@
 #include "platform/ColorText.h"
 
+#include "app/base/Firmware.h"
+
 namespace {
 
 constexpr UINTN kChannels = 3;

@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 /// A text of three comma-separated numbers (red, green, blue), at most 20 bytes
 /// of it, as 0x00RRGGBB. Each number is decimal, or hexadecimal where decimal

@@ -42,7 +42,7 @@ void ShowViewOn(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
     (void)gop->SetMode(gop, mode);
   }
   InvalidateView();
-  gHotPlug.RedrawDue = 1;
+  gHotPlug.RedrawDue = true;
 }
 
 }  // namespace
@@ -65,8 +65,8 @@ EFI_STATUS InstallDisplayPortHotPlugDetector() {
 }
 
 void RedrawAfterHotPlug() {
-  if (gHotPlug.RedrawDue != 0) {
-    gHotPlug.RedrawDue = 0;
+  if (gHotPlug.RedrawDue) {
+    gHotPlug.RedrawDue = false;
     InvalidateView();
   }
 }
@@ -83,7 +83,7 @@ VOID EFIAPI DisplayHotPlugNotify(EFI_EVENT, VOID *) {
   GopList list = {};
   if (EFI_ERROR(GetAllGopPrrotocol(&list))) {
     LogError("Get Gop Protocol failed!\n");
-    gRun.ExitRequested = 1;
+    gRun.ExitRequested = true;
     return;
   }
   EFI_GRAPHICS_OUTPUT_PROTOCOL *chosen = ChooseOutput(list);
@@ -93,5 +93,5 @@ VOID EFIAPI DisplayHotPlugNotify(EFI_EVENT, VOID *) {
     return;
   }
   LogError("No Gop support current resolution!\nNow app exit...\n");
-  gRun.ExitRequested = 1;
+  gRun.ExitRequested = true;
 }

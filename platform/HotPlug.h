@@ -12,7 +12,7 @@ struct HotPlugState {
   EFI_EVENT SecondEvent;
   /// Set by the notification until the main loop has asked for the redraw, too:
   /// LVGL drops what is asked of it while it is drawing.
-  volatile UINT8 RedrawDue;
+  volatile bool RedrawDue;
 };
 
 extern HotPlugState gHotPlug;

@@ -34,7 +34,7 @@ void KeypadRead(lv_indev_drv_t *, lv_indev_data_t *data) {
   data->state = LV_INDEV_STATE_RELEASED;
   EFI_INPUT_KEY pressed = {};
   EFI_STATUS status = gST->ConIn->ReadKeyStroke(gST->ConIn, &pressed);
-  if (gKeypad.KeysArmed == 0) {
+  if (!gKeypad.KeysArmed) {
     // The key of this call is dropped, too.
     gKeypad.KeysArmed = gRun.LastTime - gRun.StartTime > kArmingTime;
     return;

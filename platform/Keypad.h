@@ -14,7 +14,7 @@ struct KeypadState {
   /// Called for each key; set before the keypad is started. NULL tells LVGL of every key.
   KeyHandler OnKey;
   /// Clear until 200 ms after the start: keys typed before are thrown away.
-  UINT8 KeysArmed;
+  bool KeysArmed;
   /// LVGL keeps a reference to it for the whole run.
   lv_indev_drv_t Driver;
 };

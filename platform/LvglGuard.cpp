@@ -17,11 +17,11 @@ void *OrFail(void *block) {
   return block;
 }
 
-bool RunGuarded(void (*work)(void *context), void *context, BOOLEAN nullAllowed) {
+bool RunGuarded(void (*work)(void *context), void *context, bool nullAllowed) {
   const LvglGuardState outer = gLvglGuard;
   bool finished = false;
   if (SetJump(&gLvglGuard.Return) == 0) {
-    gLvglGuard.Armed = TRUE;
+    gLvglGuard.Armed = true;
     gLvglGuard.NullAllowed = nullAllowed;
     work(context);
     finished = true;
@@ -33,11 +33,11 @@ bool RunGuarded(void (*work)(void *context), void *context, BOOLEAN nullAllowed)
 }  // namespace
 
 bool RunGuardedFromLvgl(void (*work)(void *context), void *context) {
-  return RunGuarded(work, context, FALSE);
+  return RunGuarded(work, context, false);
 }
 
 bool RunTestingAllocations(void (*work)(void *context), void *context) {
-  return RunGuarded(work, context, TRUE);
+  return RunGuarded(work, context, true);
 }
 
 void BoardscopeLvglFailure(const char *file, int line) {

@@ -13,9 +13,9 @@
 
 struct LvglGuardState {
   BASE_LIBRARY_JUMP_BUFFER Return;
-  BOOLEAN Armed;
+  bool Armed;
   /// The work at hand tests its allocations.
-  BOOLEAN NullAllowed;
+  bool NullAllowed;
 };
 
 extern LvglGuardState gLvglGuard;

@@ -39,7 +39,8 @@ void Encode(void *context) {
 }  // namespace
 
 PngPixels DecodePng(const VOID *file, UINTN size) {
-  Decoding decoding = {static_cast<const UINT8 *>(file), size, {}, 0};
+  Decoding decoding = {
+      .File = static_cast<const UINT8 *>(file), .Size = size, .Pixels = {}, .Error = 0};
   if (!RunTestingAllocations(Decode, &decoding)) {
     return {};
   }
@@ -53,7 +54,7 @@ PngPixels DecodePng(const VOID *file, UINTN size) {
 }
 
 PngFile EncodePng(const PngPixels &pixels) {
-  Encoding encoding = {&pixels, nullptr, 0, 0};
+  Encoding encoding = {.Pixels = &pixels, .Data = nullptr, .Size = 0, .Error = 0};
   if (!RunTestingAllocations(Encode, &encoding)) {
     return {};
   }
@@ -62,5 +63,5 @@ PngFile EncodePng(const PngPixels &pixels) {
     free(encoding.Data);
     return {};
   }
-  return {encoding.Data, encoding.Size};
+  return {.Data = encoding.Data, .Size = encoding.Size};
 }

@@ -56,7 +56,7 @@ bool ReadSimplePointer() {
       MoveRelative(gPointer.X, state.RelativeMovementX, gPointer.ShiftX, gGeometry.ViewWidth);
   gPointer.Y =
       MoveRelative(gPointer.Y, state.RelativeMovementY, gPointer.ShiftY, gGeometry.ViewHeight);
-  gPointer.Pressed = state.LeftButton;
+  gPointer.Pressed = state.LeftButton != 0;
   return true;
 }
 
@@ -188,7 +188,7 @@ void PointerRead(lv_indev_drv_t *, lv_indev_data_t *data) {
   }
   data->point.x = static_cast<lv_coord_t>(gPointer.X);
   data->point.y = static_cast<lv_coord_t>(gPointer.Y);
-  data->state = gPointer.Pressed != 0 ? LV_INDEV_STATE_PRESSED : LV_INDEV_STATE_RELEASED;
+  data->state = gPointer.Pressed ? LV_INDEV_STATE_PRESSED : LV_INDEV_STATE_RELEASED;
 }
 
 void PointerGetPosition(UINT16 *x, UINT16 *y) {

@@ -8,7 +8,7 @@
 #include "lvgl.h"
 
 /// What a movement does: the pointer in view pixels, and whether its button is down.
-using MovementHandler = void (*)(UINT16 x, UINT16 y, BOOLEAN pressed);
+using MovementHandler = void (*)(UINT16 x, UINT16 y, bool pressed);
 
 struct PointerDeviceState {
   /// Called for each reading that brought news; set before the pointer is started. NULL for none.
@@ -27,7 +27,7 @@ struct PointerDeviceState {
   /// The pointer in view pixels, reported while no device has news.
   UINT16 X;
   UINT16 Y;
-  UINT8 Pressed;
+  bool Pressed;
   /// LVGL keeps a reference to it for the whole run.
   lv_indev_drv_t Driver;
 };

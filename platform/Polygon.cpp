@@ -46,7 +46,7 @@ UINT32 FirstColumnFrom(double crossing, UINT32 width) {
 
 }  // namespace
 
-BOOLEAN IsPointInPolygon(UINT32 count, const OBV_VERTEX *vertices, UINT16 x, UINT16 y) {
+bool IsPointInPolygon(UINT32 count, const OBV_VERTEX *vertices, UINT16 x, UINT16 y) {
   bool inside = false;
   for (UINT32 i = 0, j = count - 1; i < count; j = i++) {
     double crossing;

@@ -4,11 +4,10 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 /// Whether the point lies inside. A count of 0 holds no point.
-[[nodiscard]] BOOLEAN IsPointInPolygon(UINT32 count, const OBV_VERTEX *vertices, UINT16 x,
-                                       UINT16 y);
+[[nodiscard]] bool IsPointInPolygon(UINT32 count, const OBV_VERTEX *vertices, UINT16 x, UINT16 y);
 
 /// Sets pixels[x + y * width] to color for every point (x, y) of the box
 /// width x height for which IsPointInPolygon holds, and leaves the others.

@@ -1,5 +1,7 @@
 #include "platform/TextTrim.h"
 
+#include "app/base/Firmware.h"
+
 CHAR16 *TrimTrailingWhitespace(CHAR16 *text) {
   if (text == nullptr) {
     return nullptr;

@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 /// Cuts blanks and line feeds off the end, in place; carriage returns and tabs
 /// stay. Returns its argument, which may be NULL.

@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 #include "lvgl.h"
 
 /// Fetches the host's picture, scales it to width x height pixels and fills the

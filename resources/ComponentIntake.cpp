@@ -1,6 +1,5 @@
 #include "resources/ComponentIntake.h"
 
-#include "app/ChooseGeometry.h"
 #include "app/base/Geometry.h"
 #include "app/base/HostClient.h"
 #include "resources/BoardImage.h"

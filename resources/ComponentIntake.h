@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 struct ComponentState {
   /// The host's array of OBV_SHARED_STATE.ComponentCount records; NULL before

@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 /// Colours are 0xRRGGBB; both bounds are exclusive.
 struct RecolorBand {

@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 /// Scales a picture bilinearly, in 8.8 fixed point, aligned at the top left,
 /// with the edge pixels repeated and the result truncated. All four bytes of a

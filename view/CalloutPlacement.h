@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 /// The top left corner that lets the side OBV_CALLOUT_* of a callout touch the
 /// anchor, in 16-bit arithmetic; unchanged for any other side.

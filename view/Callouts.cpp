@@ -20,8 +20,12 @@ struct CalloutState {
 CalloutState gCallouts;
 
 void InitializeStyle(lv_style_t *style, const OBV_COMPONENT_STYLE &look) {
-  InitializeButtonStyle(style, {look.TextColor, look.BackgroundColor, look.BorderColor,
-                                look.BorderWidth, look.CornerRadius, FontOf(Look().CalloutFont)});
+  InitializeButtonStyle(style, {.TextColor = look.TextColor,
+                                .BackgroundColor = look.BackgroundColor,
+                                .BorderColor = look.BorderColor,
+                                .BorderWidth = look.BorderWidth,
+                                .CornerRadius = look.CornerRadius,
+                                .Font = FontOf(Look().CalloutFont)});
 }
 
 void AlignLabel(lv_obj_t *label, INT32 textAlign) {

@@ -65,7 +65,7 @@ void BuildCloseButtonAndInfoText() {
 void CloseButtonHandler(lv_event_t *event) {
   switch (lv_event_get_code(event)) {
     case LV_EVENT_CLICKED:
-      gRun.ExitRequested = 1;
+      gRun.ExitRequested = true;
       break;
     case LV_EVENT_FOCUSED:
       SetInfoText(LocalizedText(TextId::CloseHint));

@@ -1,5 +1,7 @@
 #include "view/ComponentPanel.h"
 
+#include "app/base/Firmware.h"
+
 #include "platform/ColorText.h"
 #include "platform/TextTrim.h"
 #include "resources/ComponentIntake.h"
@@ -75,8 +77,8 @@ void FillComponentPanel(UINTN index) {
   SetHeadingTo(gView.Components[index].Name);
 
   // The description begins under the heading, which stands at the same place.
-  PanelText description = {"\n\n", ParseColorText(Look().InfoLabel.Color)};
-  PanelText sideList = {"", ParseColorText(Look().SideLabel.Color)};
+  PanelText description = {.Text = "\n\n", .LabelColor = ParseColorText(Look().InfoLabel.Color)};
+  PanelText sideList = {.Text = "", .LabelColor = ParseColorText(Look().SideLabel.Color)};
   for (UINTN i = 0; i < InfoCountOf(component); ++i) {
     OBV_COMPONENT_INFO &line = component.Info[i];
     TrimTrailingWhitespace(line.Label);

@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 /// Fills heading, info text and side list from the component's information
 /// lines, to which it may add a status line. Does nothing for an index beyond

@@ -14,8 +14,12 @@ struct FilterStyleState {
 FilterStyleState gFilterStyles;
 
 void InitializeStyle(lv_style_t *style, const OBV_FILTER_BUTTON_LOOK &look) {
-  InitializeButtonStyle(style, {look.TextColor, look.BackgroundColor, look.BorderColor,
-                                look.BorderWidth, look.CornerRadius, FontOf(look.Font)});
+  InitializeButtonStyle(style, {.TextColor = look.TextColor,
+                                .BackgroundColor = look.BackgroundColor,
+                                .BorderColor = look.BorderColor,
+                                .BorderWidth = look.BorderWidth,
+                                .CornerRadius = look.CornerRadius,
+                                .Font = FontOf(look.Font)});
 }
 
 /// Deliberately made of both others: the default border and font, and the

@@ -35,8 +35,8 @@ Extent BuildLogo() {
     return {0, 0};
   }
   const lv_img_dsc_t &image = ChosenLogo();
-  Extent shown = {Pixels(image.header.w * kLogoZoom * gGeometry.ScaleX),
-                  Pixels(image.header.h * kLogoZoom * gGeometry.ScaleX)};
+  Extent shown = {.Width = Pixels(image.header.w * kLogoZoom * gGeometry.ScaleX),
+                  .Height = Pixels(image.header.h * kLogoZoom * gGeometry.ScaleX)};
   lv_obj_t *logo = lv_img_create(Screen());
   lv_img_set_src(logo, &image);
   lv_img_set_pivot(logo, 0, 0);

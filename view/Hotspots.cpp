@@ -36,7 +36,7 @@ Box BoundingBox(UINT32 count, const OBV_VERTEX *vertices) {
     maxX = MAX(maxX, vertices[i].X);
     maxY = MAX(maxY, vertices[i].Y);
   }
-  return {minX, minY, maxX - minX, maxY - minY};
+  return {.X = minX, .Y = minY, .Width = maxX - minX, .Height = maxY - minY};
 }
 
 /// The highlight's pixels from the pool; NULL for an empty box or no memory.

@@ -1,5 +1,7 @@
 #include "view/InfoLine.h"
 
+#include "app/base/Firmware.h"
+
 namespace {
 
 constexpr UINTN kLineSize = 290;

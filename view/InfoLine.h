@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 /// Appends "label: value" and a line feed to text, a NUL-terminated buffer of size bytes; the label
 /// and its colon are in labelColor (0xRRGGBB). Without a label the value stands alone. A line that

@@ -1,5 +1,7 @@
 #include "view/InfoPanel.h"
 
+#include "app/base/Firmware.h"
+
 #include "view/FixedLook.h"
 #include "view/Layout.h"
 #include "view/Look.h"

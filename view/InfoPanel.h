@@ -7,7 +7,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 /// Ignored when NULL, or 40 bytes long or longer.
 void SetPanelHeading(const CHAR8 *text);

@@ -29,7 +29,7 @@ void RequestJump(UINT32 index) {
           component.SearchTokenId);
   LogInfo("[OBV] Use VeltSetupEventHandler to jump, ExitApp = TRUE.\n");
   shared->JumpRequested = 1;
-  gRun.ExitRequested = 1;
+  gRun.ExitRequested = true;
 }
 
 void SetHighlighted(UINT32 index, bool highlighted) {

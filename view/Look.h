@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 #include "lvgl.h"
 
 /// Selector for the main part in its default state.

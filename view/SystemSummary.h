@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 inline constexpr UINTN kSummarySize = 1280;
 inline constexpr UINTN kInfoBufferSize = 50;

@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 /// What each text is for. The order is that of OBV_SHARED_STATE.StringIds.
 enum class TextId : UINT8 {

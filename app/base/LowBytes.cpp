@@ -1,5 +1,7 @@
 #include "app/base/LowBytes.h"
 
+#include "app/base/Firmware.h"
+
 // Not UnicodeStrToAsciiStrS, which stops DEBUG firmware at a character beyond 0xFF; names and
 // volume labels come from outside.
 void CopyLowBytes(const CHAR16 *text, CHAR8 *output, UINTN size) {

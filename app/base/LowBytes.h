@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 /// Copies the low byte of each character, and the NUL, into output of size
 /// bytes. All or nothing: output stays as it was when the text does not fit.

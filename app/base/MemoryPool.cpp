@@ -45,8 +45,10 @@ bool FreeLiveBlocks(UINTN *count, UINTN *bytes) {
 
 }  // namespace
 
-MemoryPoolState gMemoryPool = {{&gMemoryPool.Live, &gMemoryPool.Live},
-                               OFFSET_OF(MemoryBlockHeader, Signature)};
+MemoryPoolState gMemoryPool = {
+    .Live = {.ForwardLink = &gMemoryPool.Live, .BackLink = &gMemoryPool.Live},
+    .FoundSignatureAddress = OFFSET_OF(MemoryBlockHeader, Signature),
+};
 
 void *malloc(size_t size) {
   if (size == 0) {

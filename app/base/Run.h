@@ -14,7 +14,7 @@ struct RunState {
   UINT64 StartTime;
   UINT64 LastTime;
   /// Ends the main loop. Also set by the hot-plug notification.
-  volatile UINT8 ExitRequested;
+  volatile bool ExitRequested;
   /// What the entry function returns.
   EFI_STATUS ResultStatus;
   /// The setup screen, rows of the previous width; NULL before it is saved. From the pool.

@@ -1,5 +1,7 @@
 #include "app/base/Utf8.h"
 
+#include "app/base/Firmware.h"
+
 namespace {
 
 bool IsHighSurrogate(CHAR16 unit) { return unit >= 0xD800 && unit <= 0xDBFF; }

@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "app/base/Firmware.h"
+#include "app/base/Types.h"
 
 /// Converts units code units of text into output, which holds capacity bytes
 /// and is zero-filled. Ends early, keeping what is converted, at a surrogate

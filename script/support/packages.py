@@ -44,7 +44,7 @@ PACKAGES: dict[str, tuple[str, ...]] = {
     ),
     "coverage": (*NATIVE, "gcovr"),
     "fuzz": (*NATIVE, "clang"),
-    "check": ("clang", "clang-format", "clang-tidy", *PYTHON),
+    "check": ("clang", "clang-format", "clang-tidy", "universal-ctags", *PYTHON),
     # Regenerating the committed pictures and the built-in font.
     "art": ("fonts-dejavu-core", "fonts-noto-core", "povray"),
 }

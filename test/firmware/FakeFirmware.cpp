@@ -115,7 +115,7 @@ UINT64 Firmware::LookAtClock() {
   return Clock.Milliseconds();
 }
 
-std::string Firmware::Leftovers() const {
+std::string Firmware::Leftovers(size_t filesLeftOnPurpose) const {
   std::string text = ProblemsText();
   auto add = [&](uint64_t count, const char *what) {
     text += count == 0 ? "" : std::to_string(count) + " " + what + "\n";
@@ -123,7 +123,7 @@ std::string Firmware::Leftovers() const {
   add(Pool.LiveBlocks(), "pool blocks are still allocated");
   add(Pool.LivePages(), "pages are still allocated");
   add(Handles.UnclosedCount(), "protocols are still open");
-  add(OpenFileCount(), "files are still open");
+  add(OpenFileCount() - std::min(OpenFileCount(), filesLeftOnPurpose), "files are still open");
   return text;
 }
 

@@ -61,8 +61,8 @@ class Firmware {
   void Problem(std::string text) { problems_.push_back(std::move(text)); }
   void ForgetProblems() { problems_.clear(); }
   /// The problems, and what the run should have given back: pool blocks, pages, open protocols
-  /// and files; one a line, empty when all is well.
-  std::string Leftovers() const;
+  /// and files; one a line, empty when all is well. Files may be left open on purpose.
+  std::string Leftovers(size_t filesLeftOnPurpose = 0) const;
 
   /// Adds an output whose current mode is `current` and installs it on a new handle with a
   /// device path. While the application runs this is a hot-plug: notifications are due at once.

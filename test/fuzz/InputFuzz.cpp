@@ -6,6 +6,7 @@
 
 #include "test/firmware/Run.h"
 #include "test/firmware/TestHost.h"
+#include "test/unit/run/AbandonedVolumes.h"
 
 namespace {
 
@@ -36,12 +37,14 @@ class Session {
                   "the run succeeds");
     host_.Uninstall();
     // A file that could not be written deliberately stays open.
-    std::string left = fullVolume_ ? machine_.ProblemsText() : machine_.Leftovers();
+    std::string left =
+        fullVolume_ ? machine_.ProblemsText() : machine_.Leftovers(abandoned_.Accounted());
     fuzz::Require(left.empty(), left.c_str());
   }
 
  private:
   void Turn(int turn) {
+    (void)abandoned_.Accounted();
     if (turn < kFirstTurn) {
       return;
     }
@@ -130,6 +133,7 @@ class Session {
   fake::TestHost host_{machine_};
   fake::GraphicsOutput *output_ = nullptr;
   std::vector<fake::Volume *> volumes_;
+  AbandonedVolumes abandoned_;
   bool fullVolume_ = false;
 };
 

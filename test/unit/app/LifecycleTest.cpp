@@ -130,7 +130,7 @@ TEST_F(Lifecycle, ElapsedTimeIsCutTo32Bits) {
   options.At(1, [this] { Machine.Clock.Advance((UINT64{1} << 32) + 5); });
   options.At(2, [&] {
     tick = lv_tick_get();
-    gRun.ExitRequested = 1;
+    gRun.ExitRequested = true;
   });
   Run(options);
   EXPECT_EQ(tick, 5u);

@@ -24,7 +24,7 @@ class BoxPress : public RunScript {
     Then([] {
       ASSERT_TRUE(BoxIsOpen());
       EXPECT_EQ(Focused(), BoxButtons());
-      EXPECT_EQ(gRun.ExitRequested, 0);
+      EXPECT_FALSE(gRun.ExitRequested);
       EXPECT_EQ(gView.CategoryFilter, 0u);
     });
   }

@@ -106,7 +106,7 @@ TEST_F(ChoiceKeys, EscClosesTheBoxAloneAndChoosesNothing) {
   ThenScan(SCAN_ESC);
   ThenBoxIsClosed();
   Then([this] {
-    EXPECT_EQ(gRun.ExitRequested, 0);
+    EXPECT_FALSE(gRun.ExitRequested);
     EXPECT_EQ(OpenCount(), 3u);
   });
   EXPECT_EQ(Run().Status, EFI_SUCCESS);

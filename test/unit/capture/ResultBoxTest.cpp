@@ -61,11 +61,11 @@ TEST_F(ResultBox, TakesAndReturnsTheFocus) {
   Build();
   lv_group_focus_obj(gView.FilterButtons[4]);
   ShowResultBox("Title", "Text", kBoxTitleColor, kBoxTextColor);
-  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 1);
+  EXPECT_TRUE(gMessageBox.ModalMessageBoxOpen);
   EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), BoxButtons());
   EXPECT_EQ(SelectedButton(), 0);
   lv_event_send(gMessageBox.Box, LV_EVENT_VALUE_CHANGED, nullptr);
-  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 0);
+  EXPECT_FALSE(gMessageBox.ModalMessageBoxOpen);
   EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), gView.FilterButtons[4]);
   EXPECT_EQ(lv_obj_get_child_cnt(lv_layer_top()), 0u);
 }

@@ -252,7 +252,7 @@ TEST_F(ScreenCopy, FailureIsLoggedReturnedAndNotShown) {
   EXPECT_EQ(F12ScreenShots(), EFI_DEVICE_ERROR);
   EXPECT_EQ(Host.Log.back(),
             (fake::LogLine{0x80000000, "[F12ScreenShots] Error occurs: Device Error\n"}));
-  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 0);
+  EXPECT_FALSE(gMessageBox.ModalMessageBoxOpen);
   EXPECT_EQ(Machine.Calls.CountOf(Service::FsOpenVolume), 0u);
 }
 
@@ -261,20 +261,20 @@ TEST_F(ScreenCopy, WithoutAnOutputIsAnInvalidParameter) {
   gHost.Gop = nullptr;
   EXPECT_EQ(F12ScreenShots(), EFI_INVALID_PARAMETER);
   EXPECT_TRUE(Host.Logged("[F12ScreenShots] Error occurs: Invalid Parameter\n"));
-  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 0);
+  EXPECT_FALSE(gMessageBox.ModalMessageBoxOpen);
 }
 
 TEST_F(ScreenCopy, WithAVolumeTheBoxOpens) {
   Build();
   EXPECT_EQ(F12ScreenShots(), EFI_SUCCESS);
-  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 1);
+  EXPECT_TRUE(gMessageBox.ModalMessageBoxOpen);
 }
 
 TEST_F(ScreenCopy, WithoutAVolumeThereIsNoMedia) {
   Build();
   Machine.FailCall(Service::LocateHandleBuffer, 1, EFI_NOT_FOUND);
   EXPECT_EQ(F12ScreenShots(), EFI_NO_MEDIA);
-  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 1);
+  EXPECT_TRUE(gMessageBox.ModalMessageBoxOpen);
 }
 
 }  // namespace

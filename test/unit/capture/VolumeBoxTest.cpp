@@ -197,7 +197,7 @@ TEST_F(VolumeBoxMap, WithoutAPressedButtonNothingIsSaved) {
   lv_btnmatrix_set_selected_btn(BoxButtons(), LV_BTNMATRIX_BTN_NONE);
   lv_event_send(gMessageBox.Box, LV_EVENT_VALUE_CHANGED, nullptr);
   EXPECT_TRUE(Host.Logged("F12ScreenShots Canceled\n"));
-  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 0);
+  EXPECT_FALSE(gMessageBox.ModalMessageBoxOpen);
   EXPECT_EQ(Sticks[0]->RootNames(), std::vector<std::u16string>{});
   EXPECT_EQ(OpenCount(), 0u);
 }
@@ -220,7 +220,7 @@ TEST_F(VolumeBoxMap, WithoutMemoryForItsTextsNothingOpens) {
   // Screen copy and volume information come first.
   Machine.FailCall(Service::AllocatePool, 3, EFI_OUT_OF_RESOURCES);
   EXPECT_EQ(F12ScreenShots(), EFI_OUT_OF_RESOURCES);
-  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 0);
+  EXPECT_FALSE(gMessageBox.ModalMessageBoxOpen);
   EXPECT_EQ(OpenCount(), 0u);
   EXPECT_TRUE(Host.Logged("[F12ScreenShots] Error occurs: Out of Resources\n"));
   ASSERT_EQ(F12ScreenShots(), EFI_SUCCESS);
@@ -234,7 +234,7 @@ TEST_F(VolumeBox, StandsOnTheTopLayerWithTitleAndText) {
   EXPECT_EQ(BoxTitle(), "Choose a volume");
   EXPECT_EQ(BoxText(), "Where shall the picture go?");
   EXPECT_EQ(lv_msgbox_get_close_btn(gMessageBox.Box), nullptr);
-  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 1);
+  EXPECT_TRUE(gMessageBox.ModalMessageBoxOpen);
 }
 
 TEST_F(VolumeBox, CoversTheMiddleHalfOfTheScreen) {

@@ -30,7 +30,7 @@ class HotPlug : public WholeRun {
         after_.push_back(Machine.Output(i).Picture());
       }
     });
-    options.At(12, [] { gRun.ExitRequested = 1; });
+    options.At(12, [] { gRun.ExitRequested = true; });
     return Run(options);
   }
   /// What was logged from the plugging up to the end of life.
@@ -126,7 +126,7 @@ TEST_F(HotPlug, WithoutAnOutputForTheViewTheRunEnds) {
     Machine.Output(0).SetModes({{1280, 1024}});
     Machine.AddOutput({{800, 600}});
     EXPECT_EQ(gHost.Gop, nullptr);
-    EXPECT_EQ(gRun.ExitRequested, 1);
+    EXPECT_TRUE(gRun.ExitRequested);
   });
   EXPECT_EQ(result.Turns, 3);
   EXPECT_EQ(result.Status, EFI_SUCCESS);
@@ -146,7 +146,7 @@ TEST_F(HotPlug, NothingIsTransferredWhileThereIsNoOutput) {
   options.At(6, [&] {
     EXPECT_EQ(Machine.Calls.CountOf(Service::GopBlt), before);
     gHost.Gop = Machine.Output(0).Protocol();
-    gRun.ExitRequested = 1;
+    gRun.ExitRequested = true;
   });
   Run(options);
   EXPECT_TRUE(SetupScreenIsBack());
@@ -187,7 +187,7 @@ TEST_F(HotPlug, ALastOutputThatRefusesEndsTheRun) {
     // Two enumerations of two outputs each; the second one fails at its end.
     Machine.FailCall(Service::HandleProtocol, 4, EFI_UNSUPPORTED);
     Machine.AddOutput({{1024, 768}});
-    EXPECT_EQ(gRun.ExitRequested, 1);
+    EXPECT_TRUE(gRun.ExitRequested);
   });
   EXPECT_EQ(Logged(), (LogLines{Error("New monitor interface detected!\n"),
                                 Error("Get Gop Protocol failed!\n")}));

@@ -17,8 +17,8 @@ class KeypadBox : public ViewStage {
     Build();
     static const char *buttons[] = {"One", "Two", "Three", ""};
     gMessageBox.Box = lv_msgbox_create(lv_scr_act(), "Title", "Text", buttons, false);
-    gMessageBox.ModalMessageBoxOpen = 1;
-    gKeypad.KeysArmed = 1;
+    gMessageBox.ModalMessageBoxOpen = true;
+    gKeypad.KeysArmed = true;
     lv_btnmatrix_set_selected_btn(Buttons(), selected);
   }
   static lv_obj_t *Buttons() { return lv_msgbox_get_btns(gMessageBox.Box); }
@@ -86,9 +86,9 @@ TEST_F(KeypadBox, EscClosesTheBoxAndDoesNotLeave) {
   Open();
   lv_obj_t *box = gMessageBox.Box;
   EXPECT_EQ(Scan(SCAN_ESC), std::nullopt);
-  EXPECT_EQ(gMessageBox.ModalMessageBoxOpen, 0);
+  EXPECT_FALSE(gMessageBox.ModalMessageBoxOpen);
   EXPECT_FALSE(lv_obj_is_valid(box));
-  EXPECT_EQ(gRun.ExitRequested, 0);
+  EXPECT_FALSE(gRun.ExitRequested);
 }
 
 TEST_F(KeypadBox, EnterAndOtherKeysReachTheBox) {

@@ -12,7 +12,7 @@ class Keypad : public ViewStage {
  protected:
   Keypad() { LeaveFontsOut(); }
 
-  void Arm() { gKeypad.KeysArmed = 1; }
+  void Arm() { gKeypad.KeysArmed = true; }
   /// One reading; the key when it reports one as pressed.
   std::optional<UINT32> Read() {
     lv_indev_data_t data = {};
@@ -65,8 +65,8 @@ TEST_F(Keypad, UpTo200MillisecondsEveryKeyIsDropped) {
   EXPECT_EQ(Read(), std::nullopt);
   EXPECT_EQ(Read(), std::nullopt);
   EXPECT_EQ(Machine.Keyboard.Waiting(), 0u);
-  EXPECT_EQ(gKeypad.KeysArmed, 0);
-  EXPECT_EQ(gRun.ExitRequested, 0);
+  EXPECT_FALSE(gKeypad.KeysArmed);
+  EXPECT_FALSE(gRun.ExitRequested);
 }
 
 TEST_F(Keypad, TheKeyOfTheReadingThatArmsIsDroppedToo) {
@@ -76,7 +76,7 @@ TEST_F(Keypad, TheKeyOfTheReadingThatArmsIsDroppedToo) {
   Machine.Keyboard.Character(u'a');
   Machine.Keyboard.Character(u'b');
   EXPECT_EQ(Read(), std::nullopt);
-  EXPECT_EQ(gKeypad.KeysArmed, 1);
+  EXPECT_TRUE(gKeypad.KeysArmed);
   EXPECT_EQ(Read(), UINT32{'b'});
 }
 
@@ -109,7 +109,7 @@ TEST_F(Keypad, EscLeavesAndIsPassedOn) {
   Build();
   Arm();
   EXPECT_EQ(Scanned(SCAN_ESC), UINT32{LV_KEY_ESC});
-  EXPECT_EQ(gRun.ExitRequested, 1);
+  EXPECT_TRUE(gRun.ExitRequested);
 }
 
 TEST_F(Keypad, OtherKeysDoNotLeave) {
@@ -117,10 +117,10 @@ TEST_F(Keypad, OtherKeysDoNotLeave) {
   Arm();
   for (UINT16 scan = 1; scan < 0x17; scan++) {
     Scanned(scan);
-    gMessageBox.ModalMessageBoxOpen = 0;
+    gMessageBox.ModalMessageBoxOpen = false;
   }
   Typed(u'q');
-  EXPECT_EQ(gRun.ExitRequested, 0);
+  EXPECT_FALSE(gRun.ExitRequested);
 }
 
 class ArrowKeys : public RunScript {};
@@ -134,7 +134,7 @@ TEST_F(ArrowKeys, LeaveFocusFilterAndViewAlone) {
     Then([] {
       EXPECT_EQ(Focused(), gView.Components[2].Callout);
       EXPECT_EQ(gView.CategoryFilter, 0u);
-      EXPECT_EQ(gRun.ExitRequested, 0);
+      EXPECT_FALSE(gRun.ExitRequested);
     });
   }
   Run();

@@ -55,7 +55,7 @@ class FailureRun {
         .At(12, [this] { machine_.Clock.Advance(2000); })
         .At(15, [this] {
           host_.State.JumpRequested = 1;
-          gRun.ExitRequested = 1;
+          gRun.ExitRequested = true;
         });
     status_ = fake::RunApplication(machine_, options).Status;
     ForgetLibraryProblem();

@@ -174,7 +174,7 @@ class JumpTranscript : public LifecycleTranscript {
     fake::RunOptions options;
     options.At(3, [this] {
       Host.State.JumpRequested = 1;
-      gRun.ExitRequested = 1;
+      gRun.ExitRequested = true;
     });
     EXPECT_EQ(Run(options).Status, search);
     auto end = std::find(Host.Log.begin(), Host.Log.end(), Info(ENTRY "Preparation cost: 10ms\n"));

@@ -122,7 +122,7 @@ void RandomWalk::CheckRules() {
 
 // The application's blocks live as long as it does, so that what is live must stay about equal.
 void RandomWalk::CheckPool() {
-  if (gMessageBox.ModalMessageBoxOpen != 0) {
+  if (gMessageBox.ModalMessageBoxOpen) {
     return;
   }
   uint64_t bytes = machine_.Pool.LiveBytes();
@@ -143,16 +143,10 @@ void RandomWalk::CheckPool() {
 
 // A box that Esc has closed leaves its volumes open for good; the next one lists them anew.
 void RandomWalk::CheckFiles() {
-  const auto &roots = gScreenshot.Volumes.Roots;
-  auto listed = static_cast<size_t>(std::find(std::begin(roots), std::end(roots), nullptr) - roots);
-  if (gMessageBox.ModalMessageBoxOpen != 0) {
-    abandonedVolumes_ += std::exchange(volumesLeftByEsc_, 0);
-  } else {
-    volumesLeftByEsc_ = listed;
-  }
-  if (listed > kMostSticks || machine_.OpenFileCount() > abandonedVolumes_ + listed) {
+  size_t accounted = volumes_.Accounted();
+  if (machine_.OpenFileCount() > accounted) {
     Report(std::to_string(machine_.OpenFileCount()) + " files and volumes are open, not the " +
-           std::to_string(abandonedVolumes_ + listed) + " that Esc and a box account for");
+           std::to_string(accounted) + " that Esc and a box account for");
   }
 }
 
@@ -187,11 +181,11 @@ void RandomWalk::CheckExit() {
   bool closed = std::exchange(seenCloseClicks_, closeClicks_) != closeClicks_;
   bool jumped = host_.State.JumpRequested != 0;
   bool lost = std::exchange(outputLost_, false);
-  if ((mustLeave || closed || jumped || lost) != (gRun.ExitRequested != 0)) {
-    Report(gRun.ExitRequested != 0 ? "the exit flag is set without a cause"
-                                   : "the exit flag is clear in spite of a cause");
+  if ((mustLeave || closed || jumped || lost) != (gRun.ExitRequested)) {
+    Report(gRun.ExitRequested ? "the exit flag is set without a cause"
+                              : "the exit flag is clear in spite of a cause");
   }
-  if (escape == Escape::CloseBox && gMessageBox.ModalMessageBoxOpen != 0) {
+  if (escape == Escape::CloseBox && gMessageBox.ModalMessageBoxOpen) {
     Report("Esc has left the message box open");
   }
   if (jumped) {
@@ -207,7 +201,7 @@ void RandomWalk::CheckExit() {
   counts_["-> left by the close button"] += closed;
   counts_["-> left by a jump"] += jumped;
   host_.State.JumpRequested = 0;
-  gRun.ExitRequested = 0;
+  gRun.ExitRequested = false;
 }
 
 void RandomWalk::ClearSticks() {

@@ -6,6 +6,7 @@
 
 #include <random>
 
+#include "test/unit/run/AbandonedVolumes.h"
 #include "test/unit/run/RandomWalkRules.h"
 
 /// Lives through one run: Step is called between main-loop turns and does one random thing after
@@ -90,8 +91,7 @@ class RandomWalk {
   Escape escape_ = Escape::None;
   uint64_t closeClicks_ = 0;
   uint64_t seenCloseClicks_ = 0;
-  size_t volumesLeftByEsc_ = 0;
-  size_t abandonedVolumes_ = 0;
+  AbandonedVolumes volumes_;
   uint64_t poolBytes_ = 0;
   uint64_t mostPoolBytes_ = 0;
 };

@@ -75,7 +75,7 @@ void RandomWalk::Type(const EFI_INPUT_KEY &key) {
                 key.UnicodeChar);
   history_.back() += text;
   if (rules::IsEsc(key)) {
-    escape_ = gMessageBox.ModalMessageBoxOpen != 0 ? Escape::CloseBox : Escape::Leave;
+    escape_ = gMessageBox.ModalMessageBoxOpen ? Escape::CloseBox : Escape::Leave;
   }
   machine_.Keyboard.Push(key);
 }

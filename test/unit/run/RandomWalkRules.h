@@ -54,7 +54,7 @@ inline std::string Filter(const std::vector<OBV_COMPONENT> &components) {
 
 /// A box is there exactly while it is said to be open, and then it has the focus.
 inline std::string Box() {
-  bool open = gMessageBox.ModalMessageBoxOpen != 0;
+  bool open = gMessageBox.ModalMessageBoxOpen;
   if (lv_obj_get_child_cnt(lv_layer_top()) != (open ? 1u : 0u)) {
     return open ? "the open box is not on the screen" : "a box stays behind";
   }

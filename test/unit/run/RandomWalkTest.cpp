@@ -55,7 +55,7 @@ TEST_P(RandomWalks, KeepTheRules) {
       walk.Turn();
     }
     if (walk.Steps() >= steps || !walk.Violation().empty()) {
-      gRun.ExitRequested = 1;
+      gRun.ExitRequested = true;
     }
   };
   fake::RunResult result = fake::RunApplication(machine, options);

@@ -64,7 +64,7 @@ class RunScript : public testing::Test {
   bool RanToTheEnd() const { return ended_ > lastTurn_; }
 
   static lv_obj_t *Focused() { return lv_group_get_focused(gLvglPort.Group); }
-  static bool BoxIsOpen() { return gMessageBox.ModalMessageBoxOpen != 0; }
+  static bool BoxIsOpen() { return gMessageBox.ModalMessageBoxOpen; }
   void LeaveFontsOut() {
     for (fake::TestHost::Font &font : Host.Fonts) {
       font.File.clear();

@@ -53,7 +53,7 @@ class WholeRun : public testing::Test {
   /// A run that ends after its first turn.
   static fake::RunOptions OneTurn() {
     fake::RunOptions options;
-    options.At(1, [] { gRun.ExitRequested = 1; });
+    options.At(1, [] { gRun.ExitRequested = true; });
     return options;
   }
 
@@ -62,7 +62,7 @@ class WholeRun : public testing::Test {
     fake::RunOptions options;
     options.At(1, [this] {
       Host.State.JumpRequested = 1;
-      gRun.ExitRequested = 1;
+      gRun.ExitRequested = true;
     });
     return options;
   }

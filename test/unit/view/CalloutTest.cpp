@@ -232,7 +232,7 @@ TEST_F(Callout, NotSelectableCalloutIsDisabledAndClickingItDoesNothing) {
     EXPECT_TRUE(IsHidden(gView.Components[i].Hotspot)) << i;
   }
   EXPECT_EQ(Host.State.JumpRequested, 0);
-  EXPECT_EQ(gRun.ExitRequested, 0);
+  EXPECT_FALSE(gRun.ExitRequested);
 }
 
 TEST_F(Callout, EachHandlerKnowsItsOwnComponent) {

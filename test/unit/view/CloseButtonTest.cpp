@@ -43,9 +43,9 @@ TEST_F(CloseButton, CarriesAnX) {
 
 TEST_F(CloseButton, ClickSetsTheExitFlag) {
   Build();
-  EXPECT_EQ(gRun.ExitRequested, 0);
+  EXPECT_FALSE(gRun.ExitRequested);
   Send(LV_EVENT_CLICKED);
-  EXPECT_EQ(gRun.ExitRequested, 1);
+  EXPECT_TRUE(gRun.ExitRequested);
 }
 
 TEST_F(CloseButton, FocusShowsItsHintAndLeavingBlanksTheInfoText) {
@@ -54,7 +54,7 @@ TEST_F(CloseButton, FocusShowsItsHintAndLeavingBlanksTheInfoText) {
   EXPECT_EQ(LabelText(gView.InfoText), " ");
   Send(LV_EVENT_FOCUSED);
   EXPECT_EQ(LabelText(gView.InfoText), "Leave");
-  EXPECT_EQ(gRun.ExitRequested, 0);
+  EXPECT_FALSE(gRun.ExitRequested);
 }
 
 TEST_F(CloseButton, LeavingBlanksTheHeadingToo) {
@@ -82,7 +82,7 @@ TEST_F(CloseButton, OtherEventsAreIgnored) {
   }
   uint32_t key = LV_KEY_RIGHT;
   lv_event_send(gView.CloseButton, LV_EVENT_KEY, &key);
-  EXPECT_EQ(gRun.ExitRequested, 0);
+  EXPECT_FALSE(gRun.ExitRequested);
   EXPECT_EQ(LabelText(gView.InfoText), "untouched");
 }
 

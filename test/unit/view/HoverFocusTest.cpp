@@ -134,9 +134,9 @@ TEST_F(HoverFocus, TheSpecialGroupsFilterLetsNoOtherTypeTakeTheFocus) {
 TEST_F(HoverFocus, AnOpenMessageBoxTurnsItOff) {
   Add(100, 100, 200, 200);
   Build();
-  gMessageBox.ModalMessageBoxOpen = 1;
+  gMessageBox.ModalMessageBoxOpen = true;
   EXPECT_EQ(FocusAt(150, 150), -1);
-  gMessageBox.ModalMessageBoxOpen = 0;
+  gMessageBox.ModalMessageBoxOpen = false;
   EXPECT_EQ(FocusAt(150, 150), 0);
 }
 
@@ -160,7 +160,7 @@ TEST_F(HoverFocus, AReadingWithoutNewsLeavesTheFocusAlone) {
   EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), gView.CloseButton);
   EXPECT_EQ(gPointer.X, 150);
   EXPECT_EQ(gPointer.Y, 160);
-  EXPECT_EQ(gPointer.Pressed, 1);
+  EXPECT_TRUE(gPointer.Pressed);
   // With news it follows again, though the pointer has not moved.
   Machine.Mouse()->Move(0, 0);
   PointerRead(nullptr, &data);

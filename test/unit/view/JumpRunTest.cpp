@@ -81,7 +81,7 @@ TEST_F(JumpRun, ClickOnACalloutThatIsNotSelectableDoesNothing) {
     Place callout = PlaceOf(gView.Components[kPcie].Callout);
     bool inside = gPointer.X >= callout.X && gPointer.X < callout.X + callout.Width &&
                   gPointer.Y >= callout.Y && gPointer.Y < callout.Y + callout.Height;
-    turnsPressed += inside && gPointer.Pressed != 0;
+    turnsPressed += inside && gPointer.Pressed;
     EXPECT_EQ(Focused(), gView.Components[kUsb].Callout) << turn;
     EXPECT_FALSE(lv_obj_has_state(gView.Components[kPcie].Callout, LV_STATE_FOCUSED)) << turn;
     EXPECT_TRUE(IsHidden(gView.Components[kPcie].Hotspot)) << turn;

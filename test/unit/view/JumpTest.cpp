@@ -42,7 +42,7 @@ class Jump : public ViewStage {
     Host.Log.clear();
     Click(index);
     EXPECT_EQ(StateBytes(), before);
-    EXPECT_EQ(gRun.ExitRequested, 0);
+    EXPECT_FALSE(gRun.ExitRequested);
     EXPECT_TRUE(Host.Log.empty());
   }
   void ExpectJump(size_t index) {
@@ -51,7 +51,7 @@ class Jump : public ViewStage {
     EXPECT_EQ(Host.State.JumpComponentIndex, index);
     EXPECT_EQ(Host.State.JumpSearchTokenId, Host.Components[index].SearchTokenId);
     EXPECT_EQ(Host.State.JumpComponentType, Host.Components[index].Type);
-    EXPECT_EQ(gRun.ExitRequested, 1);
+    EXPECT_TRUE(gRun.ExitRequested);
   }
 };
 
@@ -233,7 +233,7 @@ TEST_F(Jump, OtherEventsAreIgnored) {
     Send(kUsb, code);
   }
   EXPECT_FALSE(Highlighted(kUsb));
-  EXPECT_EQ(gRun.ExitRequested, 0);
+  EXPECT_FALSE(gRun.ExitRequested);
   EXPECT_EQ(WholeText(gView.InfoText), "untouched");
 }
 
