@@ -78,20 +78,4 @@ EFI_STATUS OpenBoard(const void *data, UINTN size, Board *board, BoardFault *fau
   return EFI_SUCCESS;
 }
 
-BoardStyle StyleAt(const Board &board, UINTN index) {
-  BoardStyle style;
-  CopyMem(&style, board.Styles + index * sizeof(style), sizeof(style));
-  return style;
-}
-
-BoardComponent ComponentAt(const Board &board, UINTN index) {
-  BoardComponent component;
-  CopyMem(&component, board.Components + index * sizeof(component), sizeof(component));
-  return component;
-}
-
-void CopyInfoAt(const Board &board, UINTN index, OBV_COMPONENT_INFO *info) {
-  CopyMem(info, board.Infos + index * sizeof(*info), sizeof(*info));
-}
-
 }  // namespace obv_host

@@ -4,35 +4,13 @@
 
 #pragma once
 
-#include "host/portable/BoardFormat.h"
+#include "host/portable/Board.h"
 
 namespace obv_host {
-
-/// A board that passed every check. Refers to the bytes it was opened on, which
-/// must outlive it. All zero: no board.
-struct Board {
-  BoardHeader Header;
-  const UINT8 *Styles;
-  const UINT8 *Components;
-  const UINT8 *Infos;
-  const UINT8 *Picture;
-};
-
-inline constexpr UINTN kBoardFaultSize = 128;
-
-/// Why a board was refused: one sentence without a line end.
-struct BoardFault {
-  CHAR8 Text[kBoardFaultSize];
-};
 
 /// Checks the whole of the size bytes at data and opens them as *board. On
 /// EFI_COMPROMISED_DATA *board is all zero and *fault says why. data may have
 /// any alignment; NULL is refused like any other damage.
 [[nodiscard]] EFI_STATUS OpenBoard(const void *data, UINTN size, Board *board, BoardFault *fault);
-
-/// Records of an open board. index must be below the respective count.
-BoardStyle StyleAt(const Board &board, UINTN index);
-BoardComponent ComponentAt(const Board &board, UINTN index);
-void CopyInfoAt(const Board &board, UINTN index, OBV_COMPONENT_INFO *info);
 
 }  // namespace obv_host

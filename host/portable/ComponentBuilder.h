@@ -4,7 +4,7 @@
 
 #pragma once
 
-#include "host/portable/BoardReader.h"
+#include "host/portable/Board.h"
 #include "host/portable/PictureMapping.h"
 
 namespace obv_host {

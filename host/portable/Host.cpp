@@ -1,5 +1,8 @@
-#include "host/portable/HostSlots.h"
+#include "host/portable/Host.h"
 
+#include "host/portable/BoardReader.h"
+#include "host/portable/HostLog.h"
+#include "host/portable/HostSlots.h"
 #include "host/portable/Texts.h"
 
 namespace obv_host {

@@ -1,4 +1,4 @@
-#include "host/portable/Host.h"
+#include "host/portable/HostLog.h"
 
 namespace obv_host {
 

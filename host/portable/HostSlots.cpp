@@ -1,6 +1,7 @@
 #include "host/portable/HostSlots.h"
 
 #include "host/portable/ComponentBuilder.h"
+#include "host/portable/HostLog.h"
 #include "host/portable/StatusSource.h"
 
 namespace obv_host {

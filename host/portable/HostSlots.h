@@ -6,7 +6,7 @@
 
 #pragma once
 
-#include "host/portable/Host.h"
+#include "host/portable/HostRecord.h"
 
 namespace obv_host {
 

@@ -9,7 +9,7 @@
 
 #pragma once
 
-#include "host/portable/BoardReader.h"
+#include "host/portable/Board.h"
 
 namespace obv_host {
 

@@ -1,6 +1,7 @@
 #include "host/uefi/Driver.h"
 
 #include "host/portable/Blobs.h"
+#include "host/portable/HostLog.h"
 #include "host/uefi/BoardFile.h"
 #include "host/uefi/Outputs.h"
 #include "host/uefi/StringRegistration.h"

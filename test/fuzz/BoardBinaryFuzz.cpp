@@ -8,6 +8,8 @@
 #include <cstring>
 #include <vector>
 
+#include "host/portable/Host.h"
+#include "host/portable/HostLog.h"
 #include "host/portable/HostSlots.h"
 
 namespace obv_host {

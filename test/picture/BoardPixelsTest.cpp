@@ -4,6 +4,7 @@
 #include "test/picture/TestBoard.h"
 
 #include "host/portable/Blobs.h"
+#include "host/portable/BoardReader.h"
 
 namespace picture {
 namespace {

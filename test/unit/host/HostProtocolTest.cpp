@@ -2,6 +2,8 @@
 
 #include "test/unit/host/HostBoardBytes.h"
 
+#include "host/portable/Host.h"
+#include "host/portable/HostLog.h"
 #include "host/portable/HostSlots.h"
 #include "host/portable/Texts.h"
 
