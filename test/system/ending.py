@@ -6,6 +6,7 @@ from dataclasses import dataclass
 NO_FOCUS = 0
 FIRST_FILTER_BUTTON = 101
 FILTER_BUTTONS = 6
+LAST_FILTER_BUTTON = FIRST_FILTER_BUTTON + FILTER_BUTTONS - 1
 
 _LINE = re.compile(
     r"\[Host\] Application ended: "

@@ -8,7 +8,7 @@ import numpy as np
 import pytest
 
 from computer import PATIENCE, Computer, Visit
-from ending import FIRST_FILTER_BUTTON
+from ending import LAST_FILTER_BUTTON, NO_FOCUS
 from pictures import Picture, setup_picture
 
 SIZE = (1024, 768)
@@ -92,10 +92,10 @@ def test_the_view_stays_where_it_can_be_shown(
             assert since_arrival(visit) == [ARRIVAL, STAYS]
             # It was not black before: each output is cleared.
             assert late.picture(SMALL) == black(SMALL)
-            visit.press("tab")
+            visit.press("pgup")
             assert visit.picture() != shown
             assert late.picture(SMALL) == black(SMALL)
-            assert visit.leave().focus == FIRST_FILTER_BUTTON + 1
+            assert visit.leave().focus == LAST_FILTER_BUTTON
             visit.assert_setup_is_back()
     assert visit.status == 0
 
@@ -107,10 +107,10 @@ def test_the_view_moves_to_the_new_output(computer: Computer, late: LateOutput) 
             late.wait_for(shown, "the view on the new output")
             assert since_arrival(visit) == [ARRIVAL]
             assert Picture(visit.machine.picture()) == black()
-            visit.machine.input.tap("tab")
+            visit.machine.input.tap("pgup")
             visit.machine.wait_for(lambda: late.picture() != shown, "the focus to move", PATIENCE)
             assert Picture(visit.machine.picture()) == black()
-            assert visit.leave().focus == FIRST_FILTER_BUTTON + 1
+            assert visit.leave().focus == LAST_FILTER_BUTTON
             late.wait_for(setup_picture(SIZE), "the setup screen on the new output")
     assert visit.status == 0
 
@@ -121,5 +121,5 @@ def test_the_view_ends_when_no_output_can_show_it(computer: Computer, late: Late
         with late.arrival(visit, "S"):
             ending = visit.wait_for_end()
             assert since_arrival(visit)[:3] == [ARRIVAL, *ENDS]
-            assert (ending.jump, ending.focus) == (0, FIRST_FILTER_BUTTON)
+            assert (ending.jump, ending.focus) == (0, NO_FOCUS)
     assert visit.status == 0
