@@ -1,7 +1,9 @@
 #include "app/Entry.h"
 
 #include "app/ChooseGeometry.h"
+#include "app/HandBack.h"
 #include "app/Input.h"
+#include "app/MainLoop.h"
 #include "app/UiState.h"
 #include "app/base/Geometry.h"
 #include "app/base/HostClient.h"
@@ -23,9 +25,6 @@ namespace {
 constexpr UINT32 kRefreshPeriod = 2000;       // ms
 constexpr UINT32 kSlowRefreshPeriod = 10000;  // ms
 
-/// Difference of two host times as the log's "%d" takes it.
-UINT32 Elapsed(UINT64 from, UINT64 to) { return static_cast<UINT32>(to - from); }
-
 void SwitchToViewMode() {
   EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = gHost.Gop;
   UINT32 mode = static_cast<UINT32>(gGeometry.ModeNumber);
@@ -46,18 +45,6 @@ void BuildView() {
   (void)InstallDisplayPortHotPlugDetector();
 }
 
-/// A busy loop on purpose: LVGL's timers are its only pacing.
-void RunMainLoop() {
-  while (!gRun.ExitRequested) {
-    // First, so that what the notification asked for between two turns is drawn once.
-    RedrawAfterHotPlug();
-    lv_timer_handler();
-    UINT64 now = HostTime();
-    lv_tick_inc(static_cast<UINT32>(now - gRun.LastTime));
-    gRun.LastTime = now;
-  }
-}
-
 /// Everything that runs inside LVGL; left early when LVGL cannot go on.
 void ShowView(void *stood) {
   BuildView();
@@ -67,33 +54,6 @@ void ShowView(void *stood) {
   RunMainLoop();
 }
 
-void FindChosenOption() {
-  if (gHost.SharedState->JumpRequested == 0 || gHost.Protocol->FindBiosOption == nullptr) {
-    return;
-  }
-  UINT64 start = HostTime();
-  gRun.ResultStatus = gHost.Protocol->FindBiosOption(gHost.Protocol);
-  LogInfo("[%a] Find BIOS option cost: %dms\n", kEntryName, Elapsed(start, HostTime()));
-  if (EFI_ERROR(gRun.ResultStatus)) {
-    LogError("[%a] Find BIOS option error: %r.\n", kEntryName, gRun.ResultStatus);
-    gHost.SharedState->JumpRequested = 0;
-  }
-}
-
-/// Hands screen and choice back to the setup. The LVGL objects stay as they
-/// are; the pool's leak report frees them.
-void HandBack(bool viewStood) {
-  CloseHotPlugDetector();
-  if (viewStood) {
-    // Else the state of the last visit is kept.
-    SaveUiState();
-  }
-  FindChosenOption();
-  // Each output that refuses keeps its mode; there is nobody to tell.
-  (void)SetAllGopMode(gGeometry.PreviousHeight, gGeometry.PreviousWidth);
-  (void)RecoverScreenContent(gGeometry.PreviousHeight, gGeometry.PreviousWidth);
-}
-
 void RunView() {
   gRun.ResultStatus = GetComponentData();
   if (EFI_ERROR(gRun.ResultStatus)) {
@@ -101,8 +61,14 @@ void RunView() {
     return;
   }
   ComposeSystemSummary();
-  // Logged by the operation; without a backup the setup redraws its screen.
+  // Logged by the operation. After a failed transfer the setup redraws its screen. But where there
+  // is no memory for it, there is none for the view's two buffers either: the screen, which is
+  // still whole, is left alone.
   (void)BackupScreenShots(gHost.Gop, &gRun.ScreenBackup);
+  if (gRun.ScreenBackup == nullptr) {
+    gRun.ResultStatus = EFI_OUT_OF_RESOURCES;
+    return;
+  }
   SwitchToViewMode();
   (void)ClearAllScreen();
   bool stood = false;

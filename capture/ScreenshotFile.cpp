@@ -40,17 +40,27 @@ void ConvertToRgba(EFI_GRAPHICS_OUTPUT_BLT_PIXEL *pixels, UINTN count) {
 }
 
 EFI_STATUS WriteAll(EFI_FILE_PROTOCOL *file, const PngFile &png) {
-  // The encoder fails for want of memory only.
-  EFI_STATUS status = EFI_OUT_OF_RESOURCES;
-  if (png.Data != nullptr) {
-    UINTN size = png.Size;
-    status = file->Write(file, &size, png.Data);
-  }
+  UINTN size = png.Size;
+  EFI_STATUS status = file->Write(file, &size, png.Data);
   if (EFI_ERROR(status)) {
     return LogFailure(kWriteLocation, status);
   }
   status = file->Flush(file);
   return EFI_ERROR(status) ? LogFailure(kFlushLocation, status) : EFI_SUCCESS;
+}
+
+/// Nothing was written: a file that this save has made is deleted, one that an earlier save within
+/// the same second has filled stays.
+void DropUnwritten(EFI_FILE_PROTOCOL *file) {
+  constexpr UINT64 kEnd = MAX_UINT64;
+  UINT64 size = 0;
+  if (EFI_ERROR(file->SetPosition(file, kEnd)) || EFI_ERROR(file->GetPosition(file, &size)) ||
+      size != 0) {
+    (void)file->Close(file);
+    return;
+  }
+  // Closes the file in any case.
+  (void)file->Delete(file);
 }
 
 }  // namespace
@@ -67,6 +77,12 @@ EFI_STATUS SaveScreenshot(EFI_FILE_PROTOCOL *root, EFI_GRAPHICS_OUTPUT_BLT_PIXEL
   PngFile png = EncodePng({.Data = reinterpret_cast<UINT8 *>(pixels),
                            .Width = gGeometry.ViewWidth,
                            .Height = gGeometry.ViewHeight});
+  if (png.Data == nullptr) {
+    // The encoder fails for want of memory only.
+    status = LogFailure(kWriteLocation, EFI_OUT_OF_RESOURCES);
+    DropUnwritten(file);
+    return status;
+  }
   status = WriteAll(file, png);
   if (EFI_ERROR(status)) {
     // File and block are deliberately left: a device that failed to write is

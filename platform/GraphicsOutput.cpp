@@ -88,9 +88,11 @@ EFI_STATUS BackupScreenShots(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop,
     *buffer = static_cast<EFI_GRAPHICS_OUTPUT_BLT_PIXEL *>(
         malloc(width * height * sizeof(EFI_GRAPHICS_OUTPUT_BLT_PIXEL)));
   }
-  // Deliberately not tested: an output that is asked without a buffer answers
-  // with the status that is logged and returned.
-  EFI_STATUS status = gop->Blt(gop, *buffer, EfiBltVideoToBltBuffer, 0, 0, 0, 0, width, height, 0);
+  // Without a buffer the output is not asked: one that does not test it would write to address 0.
+  EFI_STATUS status = EFI_OUT_OF_RESOURCES;
+  if (*buffer != nullptr) {
+    status = gop->Blt(gop, *buffer, EfiBltVideoToBltBuffer, 0, 0, 0, 0, width, height, 0);
+  }
   if (EFI_ERROR(status)) {
     LogOperationError("BackupScreenShots", status);
   }

@@ -10,6 +10,9 @@ extern "C" {
 
 namespace {
 
+/// lodepng's own error numbers end far below.
+constexpr unsigned kTooLarge = 1000;
+
 struct Decoding {
   const UINT8 *File;
   UINTN Size;
@@ -24,10 +27,59 @@ struct Encoding {
   unsigned Error;
 };
 
+/// Bytes of a picture's rows as a PNG file compresses them: each with the byte of its filter.
+UINTN RawSize(UINTN width, UINTN height, UINTN bitsPerPixel) {
+  return width == 0 ? 0 : height * (1 + (width * bitsPerPixel + 7) / 8);
+}
+
+/// What the header says that decompression must give. The PNG specification's interlacing sends a
+/// picture in seven passes, each of every so many columns and rows.
+UINTN RawSize(const LodePNGInfo &info, UINTN width, UINTN height) {
+  struct Pass {
+    UINT8 FirstX, FirstY, StepX, StepY;
+  };
+  constexpr Pass kPasses[] = {{0, 0, 8, 8}, {4, 0, 8, 8}, {0, 4, 4, 8}, {2, 0, 4, 4},
+                              {0, 2, 2, 4}, {1, 0, 2, 2}, {0, 1, 1, 2}};
+  UINTN bitsPerPixel = lodepng_get_bpp(&info.color);
+  if (info.interlace_method == 0) {
+    return RawSize(width, height, bitsPerPixel);
+  }
+  UINTN size = 0;
+  for (const Pass &pass : kPasses) {
+    size += RawSize((width + pass.StepX - 1 - pass.FirstX) / pass.StepX,
+                    (height + pass.StepY - 1 - pass.FirstY) / pass.StepY, bitsPerPixel);
+  }
+  return size;
+}
+
+/// lodepng_decode32, but for a limit: a small file may claim a small picture and decompress to
+/// more than there is memory.
+unsigned DecodeBounded(LodePNGState *state, Decoding *decoding) {
+  PngPixels &pixels = decoding->Pixels;
+  unsigned error =
+      lodepng_inspect(&pixels.Width, &pixels.Height, state, decoding->File, decoding->Size);
+  if (error != 0) {
+    return error;
+  }
+  if (pixels.Width > OBV_MAX_PICTURE_SIZE || pixels.Height > OBV_MAX_PICTURE_SIZE) {
+    return kTooLarge;
+  }
+  state->decoder.zlibsettings.max_output_size =
+      RawSize(state->info_png, pixels.Width, pixels.Height);
+  return lodepng_decode(&pixels.Data, &pixels.Width, &pixels.Height, state, decoding->File,
+                        decoding->Size);
+}
+
 void Decode(void *context) {
   auto *decoding = static_cast<Decoding *>(context);
-  decoding->Error = lodepng_decode32(&decoding->Pixels.Data, &decoding->Pixels.Width,
-                                     &decoding->Pixels.Height, decoding->File, decoding->Size);
+  LodePNGState state;
+  lodepng_state_init(&state);
+  state.info_raw.colortype = LCT_RGBA;
+  state.info_raw.bitdepth = 8;
+  state.decoder.read_text_chunks = 0;
+  state.decoder.remember_unknown_chunks = 0;
+  decoding->Error = DecodeBounded(&state, decoding);
+  lodepng_state_cleanup(&state);
 }
 
 void Encode(void *context) {

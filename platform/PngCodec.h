@@ -16,7 +16,8 @@ struct PngPixels {
   UINT32 Height;
 };
 
-/// Decodes size bytes of a PNG file. All zero on failure; Data is the caller's
+/// Decodes size bytes of a PNG file of at most OBV_MAX_PICTURE_SIZE pixels in each direction, and
+/// decompresses no more than its header announces. All zero on failure; Data is the caller's
 /// to free.
 [[nodiscard]] PngPixels DecodePng(const VOID *file, UINTN size);
 

@@ -22,6 +22,9 @@ extern HostState gHost;
 /// The host's free-running clock in milliseconds.
 UINT64 HostTime();
 
+/// Difference of two host times as the log's "%d" takes it.
+inline UINT32 Elapsed(UINT64 from, UINT64 to) { return static_cast<UINT32>(to - from); }
+
 /// Logs in an EDK2 print format ("%a" ASCII, "%S" UCS-2, "%r" status). Skipped
 /// without a host or when the host offers no log.
 template <typename... Arguments>

@@ -37,6 +37,11 @@ EFI_STATUS InitializeObvProtocol() {
   }
   gHost.Protocol = static_cast<OBV_PROTOCOL *>(interface);
   gHost.SharedState = gHost.Protocol->SharedState;
+  if (gHost.SharedState == nullptr) {
+    // A host without its record is none: everything else would write to address 0.
+    LogOperationError(kOperation, EFI_NOT_FOUND);
+    return EFI_NOT_FOUND;
+  }
 
   status = ChooseGraphicsOutput();
   if (EFI_ERROR(status)) {

@@ -103,17 +103,33 @@ void *realloc(void *pointer, size_t size) {
     free(pointer);
     return nullptr;
   }
-  // Deliberate: a reallocated block carries a header's size of spare bytes, and
-  // a growing copy takes as many bytes from behind the old block along. The cap
-  // keeps the sum from wrapping; malloc refuses it.
+  // Deliberate: a reallocated block carries a header's size of spare bytes. The cap keeps the sum
+  // from wrapping; malloc refuses it.
   UINTN newSize = MIN(size, kSizeLimit) + kHeaderSize;
   void *moved = malloc(newSize);
   if (pointer == nullptr || moved == nullptr) {
     return moved;
   }
-  CopyMem(moved, pointer, MIN(oldTotal, newSize));
+  // The copy ends where the old block does: nobody can rely on what stands behind it, and firmware
+  // with a guarded heap faults on reading there.
+  CopyMem(moved, pointer, MIN(oldTotal - kHeaderSize, newSize));
   free(pointer);
   return moved;
+}
+
+void ReleaseMemoryBut(const void *kept) {
+  LIST_ENTRY *link = gMemoryPool.Live.BackLink;
+  while (link != &gMemoryPool.Live) {
+    auto *block = reinterpret_cast<MemoryBlockHeader *>(link);
+    if (block->Signature != kSignature) {
+      return;  // The leak report tells of it.
+    }
+    link = link->BackLink;
+    void *user = block + 1;
+    if (user != kept) {
+      free(user);
+    }
+  }
 }
 
 void ReportMemoryLeaks() {

@@ -43,5 +43,9 @@ void free(void *pointer);
 void *realloc(void *pointer, size_t size);
 }
 
+/// Frees every live block but the one at the address kept, which may be NULL. Nothing that held
+/// memory may be used afterwards.
+void ReleaseMemoryBut(const void *kept);
+
 /// Frees every live block and logs how many there were and their whole KiB.
 void ReportMemoryLeaks();

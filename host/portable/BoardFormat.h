@@ -23,7 +23,7 @@ inline constexpr UINT32 kBoardMinimumVertices = 3;
 inline constexpr UINT32 kBoardLeaderCapacity = OBV_LEADER_POINT_CAPACITY;
 inline constexpr UINT32 kBoardStyleCapacity = 99;
 inline constexpr UINT32 kBoardTitleLength = 60;
-inline constexpr UINT32 kBoardPictureLimit = 4095;
+inline constexpr UINT32 kBoardPictureLimit = OBV_MAX_PICTURE_SIZE;
 
 inline constexpr UINT8 kBoardTypeLimit = OBV_TYPE_AUDIO;
 

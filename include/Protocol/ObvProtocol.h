@@ -47,6 +47,9 @@
 #define OBV_SYSTEM_INFO_TEXT_LENGTH  128
 #define OBV_STRING_COUNT             15
 
+/// Largest width and height of the board picture.
+#define OBV_MAX_PICTURE_SIZE  4095
+
 /// A host must not describe more: FocusIndex encodes callouts as 1 to 99.
 #define OBV_MAX_COMPONENTS  99
 

@@ -23,9 +23,17 @@ FailureLoopResult RunFailureLoop(const FailureLoop &loop,
     ChildResult child = RunInChild(
         [&](std::string *text) {
           Firmware firmware;
-          firmware.FailCall(loop.What, n, loop.Status, loop.Count);
+          bool frozen = false;
+          if (loop.FreezesPool) {
+            firmware.At(loop.What, n, [&] {
+              firmware.Pool.Capacity = firmware.Pool.LiveBytes();
+              frozen = true;
+            });
+          } else {
+            firmware.FailCall(loop.What, n, loop.Status, loop.Count);
+          }
           int code = body(firmware);
-          *text = firmware.Faults.AnyFailed() ? "met" : "";
+          *text = frozen || firmware.Faults.AnyFailed() ? "met" : "";
           return code != 0 || LeavesMachineClean(firmware) ? code : kLeftBehind;
         },
         loop.TimeoutSeconds);

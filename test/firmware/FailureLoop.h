@@ -18,6 +18,9 @@ struct FailureLoop {
   uint64_t Last = kForever;
   uint64_t Step = 1;
   unsigned TimeoutSeconds = 120;
+  /// Instead of failing, the n-th call leaves the pool without room: from then on nobody gets more
+  /// than was given back, the firmware itself included.
+  bool FreezesPool = false;
 };
 
 struct FailureLoopResult {

@@ -17,8 +17,11 @@ constexpr int kShares = 10;
 constexpr uint64_t kStep = 13;
 
 fake::FailureLoopResult Loop(const FailureLoop &loop) {
-  fake::FailureLoopResult result = RunFailureLoop(loop, [](fake::Firmware &machine) {
+  fake::FailureLoopResult result = RunFailureLoop(loop, [&](fake::Firmware &machine) {
     FailureRun run(machine);
+    if (loop.FreezesPool) {
+      run.DemandScreen();
+    }
     int code = run.Run();
     EFI_STATUS status = run.Status();
     if (status != EFI_SUCCESS && status != EFI_NOT_FOUND && status != EFI_OUT_OF_RESOURCES) {
@@ -59,6 +62,15 @@ TEST_P(AllocationFailures, AreSurvivedWhenNoneSucceedsAnyMore) {
   fake::FailureLoopResult result = Loop(loop);
   EXPECT_EQ(result.Text(), "");
   EXPECT_TRUE(result.Ended || (result.Runs >= kShare / loop.Step && !IsLast())) << result.Runs;
+}
+
+// The firmware allocates on the way back, too, to list its outputs and modes.
+TEST_P(AllocationFailures, GiveTheSetupScreenBackWhenThePoolIsFull) {
+  fake::FailureLoop loop = Share();
+  loop.FreezesPool = true;
+  fake::FailureLoopResult result = Loop(loop);
+  EXPECT_EQ(result.Text(), "");
+  EXPECT_TRUE(result.Ended || (result.Runs == kShare && !IsLast())) << result.Runs;
 }
 
 INSTANTIATE_TEST_SUITE_P(, AllocationFailures, testing::Range(0, kShares));

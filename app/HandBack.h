@@ -1,0 +1,10 @@
+/** @file
+  Handing screen and choice back to the setup.
+**/
+
+#pragma once
+
+/// Closes the hot-plug detector, saves the state of a view that stood, has the host find a chosen
+/// option, and puts modes and setup screen back. The LVGL objects stay as they are; the pool's leak
+/// report frees them.
+void HandBack(bool viewStood);
