@@ -36,11 +36,21 @@ struct LanguageTexts {
 
 /// The texts in the order of OBV_SHARED_STATE.StringIds.
 inline constexpr const char16_t *LanguageTexts::*kTextOrder[] = {
-    &LanguageTexts::Title,        &LanguageTexts::KeyHelp,       &LanguageTexts::Footer,
-    &LanguageTexts::CloseHint,    &LanguageTexts::FilterHint,    &LanguageTexts::VolumeTitle,
-    &LanguageTexts::VolumeText,   &LanguageTexts::SavedTitle,    &LanguageTexts::SavedText,
-    &LanguageTexts::FailureTitle, &LanguageTexts::NoVolumeText,  &LanguageTexts::WriteProtectedText,
-    &LanguageTexts::NotSavedText, &LanguageTexts::ConfirmButton, &LanguageTexts::CancelButton,
+    &LanguageTexts::Title,               // 0
+    &LanguageTexts::KeyHelp,             // 1
+    &LanguageTexts::Footer,              // 2
+    &LanguageTexts::CloseHint,           // 3
+    &LanguageTexts::FilterHint,          // 4
+    &LanguageTexts::VolumeTitle,         // 5
+    &LanguageTexts::VolumeText,          // 6
+    &LanguageTexts::SavedTitle,          // 7
+    &LanguageTexts::SavedText,           // 8
+    &LanguageTexts::FailureTitle,        // 9
+    &LanguageTexts::NoVolumeText,        // 10
+    &LanguageTexts::WriteProtectedText,  // 11
+    &LanguageTexts::NotSavedText,        // 12
+    &LanguageTexts::ConfirmButton,       // 13
+    &LanguageTexts::CancelButton,        // 14
 };
 static_assert(ARRAY_SIZE(kTextOrder) == OBV_STRING_COUNT);
 

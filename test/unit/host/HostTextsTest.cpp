@@ -62,6 +62,22 @@ TEST(HostTexts, EveryTextIsThere) {
   }
 }
 
+/// By number, as the contract counts them.
+TEST(HostTexts, StandInTheOrderOfTheContract) {
+  const LanguageTexts &english = kLanguages[0];
+  const char16_t *const expected[] = {
+      english.Title,        english.KeyHelp,       english.Footer,       english.CloseHint,
+      english.FilterHint,   english.VolumeTitle,   english.VolumeText,   english.SavedTitle,
+      english.SavedText,    english.FailureTitle,  english.NoVolumeText, english.WriteProtectedText,
+      english.NotSavedText, english.ConfirmButton, english.CancelButton,
+  };
+  EXPECT_EQ(Utf8(TextAt(english, 0)), "Board view");
+  EXPECT_EQ(Utf8(TextAt(english, OBV_STRING_COUNT - 1)), "Cancel");
+  for (size_t i = 0; i < OBV_STRING_COUNT; i++) {
+    EXPECT_EQ(TextAt(english, i), expected[i]) << i;
+  }
+}
+
 TEST(HostTexts, FormatsTakeWhatTheViewGives) {
   for (const LanguageTexts &language : kLanguages) {
     for (size_t i = 0; i < OBV_STRING_COUNT; i++) {
