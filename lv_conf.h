@@ -16,7 +16,7 @@
 #define LV_COLOR_MIX_ROUND_OFS 0
 #define LV_COLOR_CHROMA_KEY lv_color_hex(0x00ff00)
 
-// Memory: one allocator for the whole program.
+// Memory: one allocator for the whole program. platform/LvglGuard.h tells what it does without any.
 #define LV_MEM_CUSTOM 1
 #define LV_MEM_CUSTOM_INCLUDE "platform/LvglMemory.h"
 #define LV_MEM_CUSTOM_ALLOC gLvglMemory.Allocate

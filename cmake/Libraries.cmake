@@ -10,7 +10,7 @@ target_include_directories(
   boardscope_freetype SYSTEM
   PUBLIC ${third_party}/freetype/include ${FREETYPE_DIR}/include
 )
-# Its allocator is the one that LVGL gets, too; see FreeType.inf.
+# Its allocator is the one that LVGL gets, too; see platform/LvglGuard.h.
 target_compile_definitions(
   boardscope_freetype
   PRIVATE FT2_BUILD_LIBRARY malloc=BoardscopeAllocateOrFail realloc=BoardscopeReallocateOrFail

@@ -2,6 +2,7 @@
 
 #include "app/base/HostClient.h"
 #include "platform/LvglGuard.h"
+#include "platform/LvglMemory.h"
 
 FontTableState gFontTable;
 
@@ -10,11 +11,26 @@ namespace {
 // The face that stands in for glyphs missing from the others.
 constexpr UINTN kCentralFace = 1;
 
+void KeepBlock(void * /*block*/) {}
+
 void OpenFont(void *context) {
   auto *font = static_cast<lv_ft_info_t *>(context);
   if (!lv_ft_font_init(font)) {
     font->font = nullptr;
   }
+}
+
+/// Opens a font; false, with the entry's font NULL, when that fails.
+bool Open(lv_ft_info_t *font) {
+  // FreeType's cache knows a face by the address of LVGL's descriptor, and may still do so when
+  // LVGL has given up font and descriptor. At that address the next font would find the wrong
+  // face. So what LVGL gives back meanwhile is not handed out again but left to the leak report.
+  auto *release = gLvglMemory.Free;
+  gLvglMemory.Free = KeepBlock;
+  // FreeType tests the allocations of this work. Left early, the entry's font is still NULL.
+  (void)RunTestingAllocations(OpenFont, font);
+  gLvglMemory.Free = release;
+  return font->font != nullptr;
 }
 
 void LoadFont(UINT16 size, UINT8 face, lv_ft_info_t *font) {
@@ -30,9 +46,7 @@ void LoadFont(UINT16 size, UINT8 face, lv_ft_info_t *font) {
   font->style = FT_FONT_STYLE_NORMAL;
   // The font engine would take a missing file for the name of one on a disk.
   bool usable = !EFI_ERROR(status) && name != nullptr && file != nullptr;
-  // The font engine tests its allocations. Left early, the entry's font is still NULL.
-  bool finished = usable && RunTestingAllocations(OpenFont, font);
-  if (!finished || font->font == nullptr) {
+  if (!usable || !Open(font)) {
     LogError("[OBV] Font(%a %d) not found, ignore.\n", name, size);
   }
 }

@@ -1,8 +1,10 @@
 /** @file
   Running code from which LVGL, or what allocates through it, may fail for good.
 
-  LVGL and FreeType test only some of their allocations. So their allocator does
-  not return without memory: it ends the innermost guarded piece of work.
+  LVGL and FreeType do not test all of their allocations: FreeType does while it
+  opens a font, but not while it draws letters. So their allocator does not return
+  without memory, it ends the innermost guarded piece of work. Only work that is
+  known to test each allocation gets NULL: PNG coding, and the opening of a font.
 **/
 
 #pragma once

@@ -11,6 +11,8 @@ namespace {
 
 constexpr UINTN kHeadingLimit = 40;
 constexpr CHAR8 kBlank[] = " ";
+// LVGL's mark for a text that has room without dots.
+constexpr UINT32 kNoDots = MAX_UINT32;
 
 struct LabelLook {
   const CHAR8 *Color;
@@ -32,9 +34,27 @@ lv_obj_t *CreateLabel(const LabelLook &look) {
   return label;
 }
 
+/// Whether this is the label's whole text. LVGL puts dots and their terminator into its copy of a
+/// text that is too long. It keeps the bytes from under them aside, and leaves those behind alone.
+bool HasText(lv_obj_t *label, const CHAR8 *text) {
+  const auto *state = reinterpret_cast<const lv_label_t *>(label);
+  if (state->dot_end == kNoDots) {
+    return AsciiStrCmp(state->text, text) == 0;
+  }
+  constexpr UINTN kCovered = LV_LABEL_DOT_NUM + 1;
+  const CHAR8 *covered = state->dot_tmp_alloc ? state->dot.tmp_ptr : state->dot.tmp;
+  UINTN shown = AsciiStrLen(state->text) - LV_LABEL_DOT_NUM;
+  if (AsciiStrnCmp(state->text, text, shown) != 0 ||
+      AsciiStrnCmp(covered, text + shown, kCovered) != 0) {
+    return false;
+  }
+  bool endsCovered = covered[LV_LABEL_DOT_NUM] == 0;
+  return endsCovered || AsciiStrCmp(state->text + shown + kCovered, text + shown + kCovered) == 0;
+}
+
 void SetText(lv_obj_t *label, const CHAR8 *text) {
   // LVGL would draw the same text anew, with each refresh of the status.
-  if (AsciiStrCmp(lv_label_get_text(label), text) != 0) {
+  if (!HasText(label, text)) {
     lv_label_set_text(label, text);
   }
 }

@@ -49,6 +49,9 @@ MemoryPool::~MemoryPool() {
   for (uint8_t *base : kept_) {
     std::free(base);
   }
+  for (const auto &[size, bases] : reusable_) {
+    std::for_each(bases.begin(), bases.end(), std::free);
+  }
   for (const auto &[address, range] : pages_) {
     std::free(reinterpret_cast<void *>(address));
   }
@@ -59,6 +62,16 @@ bool MemoryPool::ValidType(EFI_MEMORY_TYPE type) {
   return (value < EfiMaxMemoryType && type != EfiPersistentMemory) || value >= 0x70000000;
 }
 
+uint8_t *MemoryPool::TakeReusable(UINTN size) {
+  auto found = reusable_.find(size);
+  if (found == reusable_.end() || found->second.empty()) {
+    return nullptr;
+  }
+  uint8_t *base = found->second.back();
+  found->second.pop_back();
+  return base;
+}
+
 EFI_STATUS MemoryPool::Allocate(EFI_MEMORY_TYPE type, UINTN size, VOID **buffer) {
   if (buffer == nullptr || !ValidType(type)) {
     return EFI_INVALID_PARAMETER;
@@ -67,7 +80,10 @@ EFI_STATUS MemoryPool::Allocate(EFI_MEMORY_TYPE type, UINTN size, VOID **buffer)
   if (size > Capacity || liveBytes_ + size > Capacity) {
     return EFI_OUT_OF_RESOURCES;
   }
-  auto *base = static_cast<uint8_t *>(std::malloc(kLead + size + kTail));
+  uint8_t *base = TakeReusable(size);
+  if (base == nullptr) {
+    base = static_cast<uint8_t *>(std::malloc(kLead + size + kTail));
+  }
   if (base == nullptr) {
     return EFI_OUT_OF_RESOURCES;
   }
@@ -99,6 +115,10 @@ void MemoryPool::Release(const Block &block) {
   }
   if (Poison) {
     std::memset(block.Base, kFreedByte, kLead + block.Size);
+  }
+  if (ReuseFreed) {
+    reusable_[block.Size].push_back(block.Base);
+    return;
   }
   std::free(block.Base);
 }

@@ -39,6 +39,9 @@ class MemoryPool {
   /// Leaves freed blocks readable as they were, as they are in firmware until their memory is
   /// given out again; for tests of stale pointers.
   bool KeepFreed = false;
+  /// Gives the block that was freed last to the next request of its size, as EDK2's pool does;
+  /// for tests of addresses that are remembered too long. The host's heap would keep it back.
+  bool ReuseFreed = false;
 
   uint64_t LiveBlocks() const { return blocks_.size(); }
   uint64_t LiveBytes() const { return liveBytes_; }
@@ -63,12 +66,14 @@ class MemoryPool {
   };
   static bool ValidType(EFI_MEMORY_TYPE type);
   void Release(const Block &block);
+  uint8_t *TakeReusable(UINTN size);
 
   Report report_;
   std::unordered_map<const VOID *, Block> blocks_;
   std::map<EFI_PHYSICAL_ADDRESS, PageRange> pages_;
   std::set<const VOID *> freed_;
   std::vector<uint8_t *> kept_;
+  std::map<UINTN, std::vector<uint8_t *>> reusable_;
   uint64_t liveBytes_ = 0;
   uint64_t peakBytes_ = 0;
   uint64_t allocations_ = 0;

@@ -130,6 +130,30 @@ TEST_F(FakeFirmwarePool, FreedMemoryCanBeKeptReadable) {
   EXPECT_EQ(Services.FreePool(buffer), EFI_INVALID_PARAMETER);
 }
 
+TEST_F(FakeFirmwarePool, FreedMemoryCanBeGivenToTheNextRequestOfItsSize) {
+  Machine.Pool.ReuseFreed = true;
+  VOID *buffers[3] = {};
+  for (VOID *&buffer : buffers) {
+    ASSERT_EQ(Allocate(10, &buffer), EFI_SUCCESS);
+  }
+  Services.FreePool(buffers[0]);
+  Services.FreePool(buffers[1]);
+  VOID *other = nullptr;
+  ASSERT_EQ(Allocate(11, &other), EFI_SUCCESS);
+  EXPECT_NE(other, buffers[0]);
+  EXPECT_NE(other, buffers[1]);
+  for (VOID *freed : {buffers[1], buffers[0]}) {
+    VOID *again = nullptr;
+    ASSERT_EQ(Allocate(10, &again), EFI_SUCCESS);
+    EXPECT_EQ(again, freed);
+  }
+  EXPECT_EQ(Machine.Pool.LiveBlocks(), 4u);
+  for (VOID *buffer : {buffers[0], buffers[1], buffers[2], other}) {
+    EXPECT_EQ(Services.FreePool(buffer), EFI_SUCCESS);
+  }
+  EXPECT_EQ(Machine.ProblemsText(), "");
+}
+
 #if defined(__SANITIZE_ADDRESS__)
 TEST_F(FakeFirmwarePool, FarAccessesAreSeenBySanitizers) {
   VOID *buffer = nullptr;
