@@ -43,7 +43,7 @@ PACKAGES: dict[str, tuple[str, ...]] = {
         "pkg-config",
     ),
     "coverage": (*NATIVE, "gcovr"),
-    "fuzz": (*NATIVE, "clang"),
+    "fuzz": (*NATIVE, "clang", "libclang-rt-dev"),
     "check": ("clang", "clang-format", "clang-tidy", "universal-ctags", *PYTHON),
     # Regenerating the committed pictures and the built-in font.
     "art": ("fonts-dejavu-core", "fonts-noto-core", "povray"),

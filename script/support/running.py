@@ -1,9 +1,11 @@
 """Running other programs: quiet while they succeed, with their last words when they fail."""
 
 import os
+import signal
 import subprocess
 import sys
 import tempfile
+import threading
 import time
 from collections.abc import Mapping, Sequence
 from pathlib import Path
@@ -11,6 +13,7 @@ from pathlib import Path
 from support.failure import Failure
 
 HEARTBEAT_SECONDS = 10.0
+STOP_SECONDS = 0.3  # After which a stop is noticed.
 LAST_LINES = 30
 
 
@@ -47,6 +50,34 @@ def run(
         print("\n".join(text.splitlines()[-LAST_LINES:]), file=sys.stderr)
         raise Failure(f"{what}: failed with exit code {process.returncode}. {hint}".strip())
     return text
+
+
+def run_until(
+    stop: threading.Event,
+    command: Sequence[str | Path],
+    log: Path,
+    environment: Mapping[str, str] | None = None,
+) -> int:
+    """Runs a command whose output goes to a file, and ends it with SIGTERM when `stop` is set;
+    returns its exit code, negative for a signal."""
+    with log.open("wb") as output:
+        process = subprocess.Popen(
+            command,
+            env={**os.environ, **(environment or {})},
+            stdin=subprocess.DEVNULL,
+            stdout=output,
+            stderr=subprocess.STDOUT,
+            # What it forks must end with it.
+            start_new_session=True,
+        )
+        try:
+            while process.poll() is None and not stop.wait(STOP_SECONDS):
+                pass
+        finally:
+            if process.poll() is None:
+                os.killpg(process.pid, signal.SIGTERM)
+            process.wait()
+    return process.returncode
 
 
 def _last_line(output: Path) -> str:

@@ -2,10 +2,13 @@
 // fails each time; script/soak walks from new ones. BOARDSCOPE_SEED and BOARDSCOPE_STEPS say where
 // else to walk from and how far.
 
+#include "test/unit/run/RandomWalk.h"
+
+#include <sys/time.h>
+#include <unistd.h>
+#include <csignal>
 #include <cstdlib>
 #include <iostream>
-
-#include "test/unit/run/RandomWalk.h"
 
 #include "app/base/Run.h"
 
@@ -19,6 +22,19 @@ constexpr uint64_t kSeeds[] = {0, 1, 2, 3};
 uint64_t FromEnvironment(const char *name, uint64_t otherwise) {
   const char *text = std::getenv(name);
   return text != nullptr ? std::strtoull(text, nullptr, 0) : otherwise;
+}
+
+// Ends the process when the turn that begins now does not end. It counts processor time: a busy
+// machine does not matter.
+void LimitTurn() {
+  constexpr time_t kSeconds = 60;
+  std::signal(SIGVTALRM, [](int) {
+    constexpr char kText[] = "A turn of the main loop does not end.\n";
+    ssize_t written = write(STDERR_FILENO, kText, sizeof kText - 1);
+    _exit(written > 0 ? 1 : 2);
+  });
+  itimerval limit = {{0, 0}, {kSeconds, 0}};
+  setitimer(ITIMER_VIRTUAL, &limit, nullptr);
 }
 
 // A component that cannot be selected, and one that lies under another.
@@ -50,6 +66,7 @@ TEST_P(RandomWalks, KeepTheRules) {
   options.EscapeAtTurn = 0;
   options.MostTurns = static_cast<int>(5 * steps + 1000);
   options.EveryTurn = [&](int turn) {
+    LimitTurn();
     // Keys are dropped before.
     if (turn > 30) {
       walk.Turn();

@@ -1,7 +1,7 @@
 // Texts of the right-hand column for which there is not enough room, so that LVGL shows dots for
 // their end.
 
-#include "test/unit/PanelStage.h"
+#include "test/unit/stage/PanelStage.h"
 #include "view/InfoPanel.h"
 
 namespace {

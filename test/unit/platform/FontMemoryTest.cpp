@@ -3,11 +3,11 @@
 
 #include <gmock/gmock.h>
 
-#include "test/unit/PortStage.h"
-
-#include "app/MemoryPool.h"
-#include "host/portable/Blobs.h"
 #include "test/firmware/Child.h"
+#include "test/unit/stage/PortStage.h"
+
+#include "app/base/MemoryPool.h"
+#include "host/portable/Blobs.h"
 
 namespace {
 

@@ -1,0 +1,116 @@
+"""Random walks and fuzzing in turns, side by side, until the time is over or something is found."""
+
+import itertools
+import os
+import queue
+import secrets
+import signal
+import threading
+import time
+from collections import Counter
+from concurrent.futures import ThreadPoolExecutor
+from dataclasses import dataclass
+from pathlib import Path
+
+from support import fuzzing, paths
+from support.running import run_until, say
+
+WALKS = "walks"
+WALK = "RandomWalks.KeepTheRules/0"
+WALK_STEPS = (25_000, 100_000)  # As far as script/test walks, and farther.
+LONGEST_TURN = 60  # seconds, of a fuzz target
+ROUNDS = 2  # How often everything gets a turn at least.
+FOLDER = paths.BUILD / "soak"
+
+
+@dataclass(frozen=True)
+class Finding:
+    """Something that must not be."""
+
+    what: str
+    log: Path
+    command: str  # What to type to see it again.
+
+
+class Soak:
+    """Gives the walks and each fuzz target a turn, again and again."""
+
+    def __init__(self, seconds: float) -> None:
+        self.findings: list[Finding] = []
+        self.counts: Counter[str] = Counter()
+        self._seconds = seconds
+        self._start = time.monotonic()
+        self._stop = threading.Event()
+        self._steps = itertools.cycle(WALK_STEPS)
+        # What is in here waits for its turn; whoever takes it out puts it back. So nothing has
+        # two turns at a time.
+        self._waiting: queue.SimpleQueue[str] = queue.SimpleQueue()
+        kinds = [WALKS, *fuzzing.targets()]
+        for kind in kinds:
+            self._waiting.put(kind)
+        self._workers = min(os.cpu_count() or 1, len(kinds))
+        turn = seconds * self._workers / (ROUNDS * len(kinds))
+        self._turn = max(1, min(LONGEST_TURN, int(turn)))
+
+    def run(self) -> None:
+        """Returns when the time is over or something was found."""
+        FOLDER.mkdir(parents=True, exist_ok=True)
+        with ThreadPoolExecutor(self._workers) as pool:
+            workers = [pool.submit(self._work) for _ in range(self._workers)]
+            try:
+                self._stop.wait(self._seconds)
+            finally:
+                self._stop.set()
+            for worker in workers:
+                worker.result()
+
+    def _work(self) -> None:
+        try:
+            while not self._stop.is_set():
+                kind = self._waiting.get()
+                if kind == WALKS:
+                    self._walk(secrets.randbits(32), next(self._steps))
+                else:
+                    self._fuzz(kind)
+                self._waiting.put(kind)
+        except BaseException:
+            self._stop.set()
+            raise
+
+    def _walk(self, seed: int, steps: int) -> None:
+        name = f"{steps} steps from seed {seed}"
+        say(f"Walking {name}")
+        log = FOLDER / f"walk-{seed}.log"
+        variables = {"BOARDSCOPE_SEED": str(seed), "BOARDSCOPE_STEPS": str(steps)}
+        program = paths.BUILD / "native" / "boardscope_unit"
+        code = run_until(self._stop, [program, f"--gtest_filter={WALK}"], log, variables)
+        if code == -signal.SIGTERM and self._stop.is_set():
+            self._tell(f"the walk of {name} was cut short")
+            log.unlink()
+            return
+        self.counts[WALKS] += 1
+        # A filter that fits no test succeeds, too.
+        if code == 0 and "[  PASSED  ] 1 test." in log.read_text(errors="replace"):
+            self._tell(f"walked {name}")
+            log.unlink()
+            return
+        settings = " ".join(f"{name}={value}" for name, value in variables.items())
+        what = f"The walk of {name} has failed."
+        self._found(Finding(what, log, f"{settings} script/test unit {WALK}"))
+
+    def _fuzz(self, target: str) -> None:
+        outcome = fuzzing.fuzz(target, self._turn, self._stop)
+        self.counts[target] += outcome.runs
+        self._tell(f"{target} has tried {outcome.runs} inputs")
+        for file in outcome.findings:
+            what = f"{target} fails with {file.relative_to(paths.CLONE)}."
+            self._found(Finding(what, outcome.log, fuzzing.again(target, file)))
+
+    def _found(self, finding: Finding) -> None:
+        self._tell(finding.what)
+        self.findings.append(finding)
+        self._stop.set()
+
+    def _tell(self, text: str) -> None:
+        passed = int(time.monotonic() - self._start)
+        say(f"{passed // 60}:{passed % 60:02} {text}")
