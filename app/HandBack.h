@@ -5,6 +5,6 @@
 #pragma once
 
 /// Closes the hot-plug detector, saves the state of a view that stood, has the host find a chosen
-/// option, and puts modes and setup screen back. The LVGL objects stay as they are; the pool's leak
-/// report frees them.
+/// option, and puts modes and setup screen back. The LVGL objects stay as they are, for the pool's
+/// leak report, unless the firmware has no memory left for the way back.
 void HandBack(bool viewStood);

@@ -24,7 +24,7 @@ bool HandleKey(UINT32 key, UINT16 scanCode) {
   } else if (scanCode == SCAN_INSERT) {
     SelectNextCategory();
   } else if (scanCode == SCAN_F12) {
-    // Reported to the user in a message box, to the log by the operation.
+    // Its outcome is told in a message box; a screen that cannot be copied, to the log alone.
     (void)F12ScreenShots();
   }
   return true;

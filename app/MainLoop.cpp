@@ -18,7 +18,7 @@ struct StillClock {
 /// far more turns than one of its ticks can last is watched against the firmware's Stall; the loop
 /// waits in no other case.
 bool StandsStillTooLong(UINT64 now, StillClock *still) {
-  constexpr UINT32 kSuspiciousTurns = 1000000;
+  constexpr UINT32 kSuspiciousTurns = 200000;
   constexpr UINT32 kMostMilliseconds = 10000;
   constexpr UINTN kMicroseconds = 1000;
   if (now != gRun.LastTime) {

@@ -10,9 +10,9 @@
 extern "C" {
 #endif
 
-/// Logs the place in LVGL where a check failed and ends the application through its shut-down
-/// sequence.
-/// @param File  name of LVGL's source file without its folder; never NULL
+/// Logs the place, in LVGL or around it, where it cannot go on, and ends the application through
+/// its shut-down sequence.
+/// @param File  name of the source file without its folder; never NULL
 /// @param Line  line in that file
 __attribute__((noreturn)) void BoardscopeLvglFailure(const char *File, int Line);
 

@@ -6,7 +6,7 @@
 
 #include "app/base/Types.h"
 
-/// Builds both dots of every component, hidden.
+/// Builds both dots of every component, hidden; the first of an unknown theme is empty, not hidden.
 void BuildMarkers();
 
 /// Shows the dots that the component's state calls for.

@@ -121,7 +121,7 @@ typedef struct {
   UINT64                 InfoCount;
   OBV_COMPONENT_INFO     Info[OBV_INFO_CAPACITY];
   UINT8                  Reserved11656[40];
-  /// Display name and key of the status query; shown up to 19 characters.
+  /// Display name and key of the status query; a name of 20 characters or more is not shown.
   CHAR16                 Name[OBV_NAME_LENGTH];
   /// The view draws at most 20 of these vertices.
   OBV_VERTEX             HotspotVertices[OBV_VERTEX_CAPACITY];

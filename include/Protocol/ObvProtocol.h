@@ -101,7 +101,7 @@ typedef struct {
   EFI_GRAPHICS_OUTPUT_PROTOCOL     *Gop;
   /// Colour text of the close button's keyboard-focus background.
   CONST CHAR8                      *ViewColorText;
-  /// Set by the application when SystemInfo text 3 is not empty: an ASCII copy
+  /// Set by the application when SystemInfo[2] is not empty: an ASCII copy
   /// of at most 49 characters, owned by the application, valid while it runs.
   /// The text is a print format without arguments: "%%" gives one percent sign.
   CHAR8                            *InfoBuffer;

@@ -26,10 +26,6 @@ namespace {
 constexpr size_t kLead = 24;
 constexpr uint8_t kLeadByte = 0xC7;
 
-// Behind each block, readable: firmware's pool ends its blocks with a tail of its own, too.
-constexpr size_t kTail = 24;
-constexpr uint8_t kTailByte = 0xC9;
-
 bool HoldsOnly(const uint8_t *bytes, size_t size, uint8_t value) {
   return std::all_of(bytes, bytes + size, [=](uint8_t byte) { return byte == value; });
 }
@@ -82,13 +78,12 @@ EFI_STATUS MemoryPool::Allocate(EFI_MEMORY_TYPE type, UINTN size, VOID **buffer)
   }
   uint8_t *base = TakeReusable(size);
   if (base == nullptr) {
-    base = static_cast<uint8_t *>(std::malloc(kLead + size + kTail));
+    base = static_cast<uint8_t *>(std::malloc(kLead + size));
   }
   if (base == nullptr) {
     return EFI_OUT_OF_RESOURCES;
   }
   std::memset(base, kLeadByte, kLead);
-  std::memset(base + kLead + size, kTailByte, kTail);
   if (Poison) {
     std::memset(base + kLead, kFreshByte, size);
   }
@@ -105,9 +100,6 @@ void MemoryPool::Release(const Block &block) {
   FAKE_UNGUARD(block.Base, kLead);
   if (!HoldsOnly(block.Base, kLead, kLeadByte)) {
     report_(Describe("memory was written in front of the pool block", block.Base + kLead));
-  }
-  if (!HoldsOnly(block.Base + kLead + block.Size, kTail, kTailByte)) {
-    report_(Describe("memory was written behind the pool block", block.Base + kLead));
   }
   if (KeepFreed) {
     kept_.push_back(block.Base);

@@ -1,8 +1,6 @@
 // Pool and page memory with accounting. Blocks are real heap blocks, so that sanitizers see
-// accesses before them and far behind them; they lie 8 bytes off a 16-byte boundary, all that
-// firmware promises. A readable tail of 24 bytes follows each block, as firmware's pool has one:
-// the application's realloc deliberately copies that far. Writing to it is a problem, reported
-// when the block is freed.
+// accesses before and behind them; they lie 8 bytes off a 16-byte boundary, all that firmware
+// promises.
 
 #pragma once
 

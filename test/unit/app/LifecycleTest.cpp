@@ -201,4 +201,25 @@ TEST_F(Lifecycle, ShutDownCallsInOrder) {
                              }));
 }
 
+// LVGL reads no input then: nobody could leave.
+TEST_F(Lifecycle, AClockThatStandsStillForTenSecondsEndsTheRun) {
+  LeaveFontsOut();
+  Install();
+  Host.OnGetTime = [] { return UINT64{1000}; };
+  fake::RunOptions options;
+  options.EscapeAtTurn = 0;
+  options.MostTurns = 1000000;
+  EXPECT_EQ(Run(options).Status, EFI_SUCCESS);
+  EXPECT_TRUE(Host.Logged("[OBV] The host's clock stands still, now app exit...\n"));
+  EXPECT_GE(Machine.Calls.CountOf(Service::Stall), 10000u);
+  EXPECT_TRUE(SetupScreenIsBack());
+}
+
+TEST_F(Lifecycle, AClockThatMovesIsNeverWaitedFor) {
+  LeaveFontsOut();
+  Install();
+  EXPECT_EQ(Run().Status, EFI_SUCCESS);
+  EXPECT_EQ(Machine.Calls.CountOf(Service::Stall), 0u);
+}
+
 }  // namespace

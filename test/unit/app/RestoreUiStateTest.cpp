@@ -85,6 +85,18 @@ TEST_F(RestoreUiState, FocusIndexesOfNoObjectChangeNothing) {
   }
 }
 
+TEST_F(RestoreUiState, FocusIndex99IsTheNinetyNinthCallout) {
+  while (Host.Components.size() < 99) {
+    Host.AddComponent(u"MORE", OBV_TYPE_FAN, 1, 300, 600);
+  }
+  Host.State.FocusIndex = 99;
+  Restore();
+  ASSERT_NE(gView.Components[98].Callout, nullptr);
+  EXPECT_EQ(Focused(), gView.Components[98].Callout);
+  SaveUiState();
+  EXPECT_EQ(Host.State.FocusIndex, 99);
+}
+
 // The encoding has no room for the hundredth component.
 TEST_F(RestoreUiState, FocusIndex100IsNotTheHundredthCallout) {
   while (Host.Components.size() < 100) {

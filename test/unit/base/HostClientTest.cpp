@@ -81,6 +81,13 @@ TEST_F(HostClient, TheTextsDecideAtTheEnd) {
                              Error("Load multilangage string fail\n")}));
 }
 
+TEST_F(HostClient, AHostWithoutItsRecordIsRefused) {
+  Host.Install();
+  Host.Protocol().SharedState = nullptr;
+  EXPECT_EQ(InitializeObvProtocol(), EFI_NOT_FOUND);
+  EXPECT_EQ(Log(), LogLines{Error("[InitializeObvProtocol] Error occurs: Not Found\n")});
+}
+
 TEST_F(HostClient, TheHostIsLocatedByTheContractsGuid) {
   const UINT8 bytes[] = {0xFE, 0x2B, 0x5C, 0xFC, 0x98, 0x98, 0xC6, 0x4A,
                          0x8E, 0x5B, 0x6A, 0x18, 0x1C, 0x03, 0x5F, 0x3F};

@@ -178,7 +178,9 @@ TEST_F(ScreenshotFailure, EncoderWithoutMemoryCountsAsAFailedWrite) {
   EXPECT_TRUE(Host.Logged("UserSelectedPartitionMessageBoxHandler 1209 Out of Resources\n"));
   EXPECT_TRUE(Host.Logged("F12ScreenShots Failed Out of Resources\n"));
   EXPECT_EQ(Box, kFailureBox);
-  EXPECT_EQ(stick.OpenCount(), 1u);
+  // No empty file is left.
+  EXPECT_EQ(stick.OpenCount(), 0u);
+  EXPECT_TRUE(stick.Root().Entries.empty());
 }
 
 class WithoutVolume : public ScreenshotFailure {};

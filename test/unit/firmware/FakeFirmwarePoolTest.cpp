@@ -107,16 +107,15 @@ TEST_F(FakeFirmwarePool, ChecksumIsThatOfTheSpecification) {
   EXPECT_EQ(Services.CalculateCrc32(text, 0, &crc), EFI_INVALID_PARAMETER);
 }
 
-TEST_F(FakeFirmwarePool, WritingToTheTailIsReported) {
+#if defined(__SANITIZE_ADDRESS__)
+TEST_F(FakeFirmwarePool, ReadingBehindABlockIsCaught) {
   VOID *buffer = nullptr;
   ASSERT_EQ(Allocate(10, &buffer), EFI_SUCCESS);
   auto *bytes = static_cast<volatile uint8_t *>(buffer);
-  EXPECT_NE(bytes[33], 0) << "the tail can be read";
-  bytes[33] = 0;
+  EXPECT_DEATH((void)bytes[10], "heap-buffer-overflow");
   EXPECT_EQ(Services.FreePool(buffer), EFI_SUCCESS);
-  ASSERT_EQ(Machine.Problems().size(), 1u);
-  EXPECT_NE(Machine.Problems()[0].find("written behind"), std::string::npos);
 }
+#endif
 
 TEST_F(FakeFirmwarePool, FreedMemoryCanBeKeptReadable) {
   Machine.Pool.KeepFreed = true;

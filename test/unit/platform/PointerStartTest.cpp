@@ -67,10 +67,10 @@ TEST_F(PointerStart, ASavedPositionIsScaledFromTheSetupsScreenAndTruncated) {
   ExpectStart(963, 541);
 }
 
-TEST_F(PointerStart, ASavedPositionCountsWithoutItsFlag) {
-  Host.State.PointerY = 100;
+TEST_F(PointerStart, AnUnsavedPositionOnTheUpperEdgeCounts) {
+  Host.State.PointerX = 200;
   Start();
-  ExpectStart(0, 105);
+  ExpectStart(300, 0);
 }
 
 TEST_F(PointerStart, TheCornerIsAPositionWhenItWasSaved) {

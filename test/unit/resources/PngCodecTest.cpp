@@ -30,6 +30,62 @@ class PngCodec : public LocatedHost {
   }
 };
 
+/// A picture's file whose compressed rows are `rows` zero bytes, whatever its header announces.
+Bytes WithRowsOf(const Bytes &picture, size_t rows) {
+  constexpr size_t kHeaderEnd = 33;  // The signature and the IHDR chunk.
+  Bytes raw(rows);
+  UINT8 *data = nullptr;
+  size_t size = 0;
+  LodePNGCompressSettings settings;
+  lodepng_compress_settings_init(&settings);
+  EXPECT_EQ(lodepng_zlib_compress(&data, &size, raw.data(), raw.size(), &settings), 0u);
+  UINT8 *file = static_cast<UINT8 *>(gLvglMemory.Allocate(kHeaderEnd));
+  std::copy(picture.begin(), picture.begin() + kHeaderEnd, file);
+  size_t fileSize = kHeaderEnd;
+  EXPECT_EQ(lodepng_chunk_create(&file, &fileSize, size, "IDAT", data), 0u);
+  EXPECT_EQ(lodepng_chunk_create(&file, &fileSize, 0, "IEND", nullptr), 0u);
+  Bytes bytes(file, file + fileSize);
+  BoardscopeFree(data);
+  BoardscopeFree(file);
+  return bytes;
+}
+
+TEST_F(PngCodec, NoMoreIsDecompressedThanTheHeaderAnnounces) {
+  constexpr size_t kPicture = 64 * (1 + 64 * 4);
+  Bytes picture = Encode(Bytes(64 * 64 * 4), 64, 64, LCT_RGBA, 8);
+  EXPECT_NE(
+      DecodePng(WithRowsOf(picture, kPicture).data(), WithRowsOf(picture, kPicture).size()).Data,
+      nullptr);
+  Bytes bomb = WithRowsOf(picture, 16 << 20);
+  Machine.Pool.ResetPeak();
+  uint64_t before = Machine.Pool.PeakBytes();
+  EXPECT_EQ(DecodePng(bomb.data(), bomb.size()).Data, nullptr);
+  EXPECT_LT(Machine.Pool.PeakBytes() - before, 1u << 20);
+}
+
+TEST_F(PngCodec, InterlacedPicturesFitTheirLimit) {
+  for (unsigned width : {1u, 2u, 5u, 8u, 33u}) {
+    for (unsigned height : {1u, 3u, 4u, 9u, 40u}) {
+      Bytes raw(width * height * 4, 0x5D);
+      LodePNGState state;
+      lodepng_state_init(&state);
+      state.info_png.interlace_method = 1;
+      UINT8 *file = nullptr;
+      size_t size = 0;
+      EXPECT_EQ(lodepng_encode(&file, &size, raw.data(), width, height, &state), 0u);
+      lodepng_state_cleanup(&state);
+      EXPECT_EQ(Decode(Bytes(file, file + size), width, height), raw) << width << " x " << height;
+      BoardscopeFree(file);
+    }
+  }
+}
+
+TEST_F(PngCodec, PicturesBeyondTheContractsSizeAreRefused) {
+  EXPECT_EQ(Decode(Encode(Bytes(4095), 4095, 1, LCT_GREY, 8), 4095, 1).size(), 4095u * 4);
+  EXPECT_TRUE(Decode(Encode(Bytes(4096), 4096, 1, LCT_GREY, 8), 0, 0).empty());
+  EXPECT_TRUE(Decode(Encode(Bytes(4096), 1, 4096, LCT_GREY, 8), 0, 0).empty());
+}
+
 TEST_F(PngCodec, GreyPicturesBecomeOpaque) {
   EXPECT_EQ(Decode(Encode({0, 7, 255, 128}, 2, 2, LCT_GREY, 8), 2, 2),
             (Bytes{0, 0, 0, 255, 7, 7, 7, 255, 255, 255, 255, 255, 128, 128, 128, 255}));

@@ -2,13 +2,14 @@
 // fails each time; script/soak walks from new ones. BOARDSCOPE_SEED and BOARDSCOPE_STEPS say where
 // else to walk from and how far.
 
-#include "test/unit/run/RandomWalk.h"
-
 #include <sys/time.h>
 #include <unistd.h>
+
 #include <csignal>
 #include <cstdlib>
 #include <iostream>
+
+#include "test/unit/run/RandomWalk.h"
 
 #include "app/base/Run.h"
 

@@ -55,8 +55,6 @@ TEST_F(FilterButtonLook, ACategoryWithoutAButtonLeavesEveryButtonUnpressed) {
   Build();
   ReStoreUIState();
   for (int row = 0; row < 6; ++row) {
-    // The clicked button of the earlier visit still has the focus.
-    lv_obj_clear_state(Button(row), LV_STATE_ANY);
     EXPECT_EQ(LookOf(Button(row)), kDefaultLook) << row;
     ExpectBorder(Button(row), 0x0A0002, 204);
   }
