@@ -4,6 +4,8 @@
 #include "view/Layout.h"
 #include "view/Look.h"
 
+InfoPanelState gInfoPanel;
+
 namespace {
 
 constexpr UINTN kHeadingLimit = 40;
@@ -31,10 +33,16 @@ lv_obj_t *CreateLabel(const LabelLook &look) {
   return label;
 }
 
-void SetText(lv_obj_t *label, const CHAR8 *text) {
+void SetText(lv_obj_t *label, LastText *last, const CHAR8 *text) {
   // LVGL would draw the same text anew, with each refresh of the status.
-  if (AsciiStrCmp(lv_label_get_text(label), text) != 0) {
-    lv_label_set_text(label, text);
+  if (last->Kept && AsciiStrCmp(last->Text, text) == 0) {
+    return;
+  }
+  lv_label_set_text(label, text);
+  UINTN size = AsciiStrSize(text);
+  last->Kept = size <= sizeof(last->Text);
+  if (last->Kept) {
+    CopyMem(last->Text, text, size);
   }
 }
 
@@ -47,14 +55,14 @@ void SetPanelHeading(const CHAR8 *text) {
   if (gView.Heading == nullptr) {
     gView.Heading = CreateLabel({Look().Heading.Color, Look().Heading.Font, false});
   }
-  SetText(gView.Heading, text);
+  SetText(gView.Heading, &gInfoPanel.Heading, text);
 }
 
 void SetInfoText(const CHAR8 *text) {
   if (gView.InfoText == nullptr) {
     gView.InfoText = CreateLabel({Look().InfoText.Color, Look().InfoLabel.Font, true});
   }
-  SetText(gView.InfoText, text);
+  SetText(gView.InfoText, &gInfoPanel.InfoText, text);
   if (AsciiStrCmp(text, kBlank) == 0) {
     SetPanelHeading(kBlank);
   }
@@ -72,5 +80,5 @@ void SetSideList(const CHAR8 *text) {
     lv_obj_set_pos(gView.SideList, lv_obj_get_x(gView.InfoText),
                    static_cast<lv_coord_t>(below + kSideListGap));
   }
-  SetText(gView.SideList, text);
+  SetText(gView.SideList, &gInfoPanel.SideList, text);
 }
