@@ -13,11 +13,10 @@
 namespace {
 
 constexpr UINTN kHeadingSize = 40;
-constexpr UINTN kTextSize = 1280;
 
 /// One of the panel's two texts.
 struct PanelText {
-  CHAR8 Text[kTextSize];
+  CHAR8 Text[kPanelTextSize];
   UINT32 LabelColor;
 };
 
@@ -84,9 +83,9 @@ void FillComponentPanel(UINTN index) {
     TrimTrailingWhitespace(line.Label);
     TrimTrailingWhitespace(line.Value);
     if (line.Kind == OBV_INFO_DESCRIPTION) {
-      AppendInfoLine(description.Text, kTextSize, line, description.LabelColor);
+      AppendInfoLine(description.Text, kPanelTextSize, line, description.LabelColor);
     } else if (line.Kind == OBV_INFO_SIDE_LIST) {
-      AppendInfoLine(sideList.Text, kTextSize, line, sideList.LabelColor);
+      AppendInfoLine(sideList.Text, kPanelTextSize, line, sideList.LabelColor);
     }
   }
   SetInfoText(description.Text);

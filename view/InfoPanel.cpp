@@ -1,18 +1,17 @@
 #include "view/InfoPanel.h"
 
 #include "app/base/Firmware.h"
-
 #include "view/FixedLook.h"
 #include "view/Layout.h"
 #include "view/Look.h"
 #include "view/ViewState.h"
 
+InfoPanelState gInfoPanel;
+
 namespace {
 
 constexpr UINTN kHeadingLimit = 40;
 constexpr CHAR8 kBlank[] = " ";
-// LVGL's mark for a text that has room without dots.
-constexpr UINT32 kNoDots = MAX_UINT32;
 
 struct LabelLook {
   const CHAR8 *Color;
@@ -34,28 +33,16 @@ lv_obj_t *CreateLabel(const LabelLook &look) {
   return label;
 }
 
-/// Whether this is the label's whole text. LVGL puts dots and their terminator into its copy of a
-/// text that is too long. It keeps the bytes from under them aside, and leaves those behind alone.
-bool HasText(lv_obj_t *label, const CHAR8 *text) {
-  const auto *state = reinterpret_cast<const lv_label_t *>(label);
-  if (state->dot_end == kNoDots) {
-    return AsciiStrCmp(state->text, text) == 0;
-  }
-  constexpr UINTN kCovered = LV_LABEL_DOT_NUM + 1;
-  const CHAR8 *covered = state->dot_tmp_alloc ? state->dot.tmp_ptr : state->dot.tmp;
-  UINTN shown = AsciiStrLen(state->text) - LV_LABEL_DOT_NUM;
-  if (AsciiStrnCmp(state->text, text, shown) != 0 ||
-      AsciiStrnCmp(covered, text + shown, kCovered) != 0) {
-    return false;
-  }
-  bool endsCovered = covered[LV_LABEL_DOT_NUM] == 0;
-  return endsCovered || AsciiStrCmp(state->text + shown + kCovered, text + shown + kCovered) == 0;
-}
-
-void SetText(lv_obj_t *label, const CHAR8 *text) {
+void SetText(lv_obj_t *label, LastText *last, const CHAR8 *text) {
   // LVGL would draw the same text anew, with each refresh of the status.
-  if (!HasText(label, text)) {
-    lv_label_set_text(label, text);
+  if (last->Kept && AsciiStrCmp(last->Text, text) == 0) {
+    return;
+  }
+  lv_label_set_text(label, text);
+  UINTN size = AsciiStrSize(text);
+  last->Kept = size <= sizeof(last->Text);
+  if (last->Kept) {
+    CopyMem(last->Text, text, size);
   }
 }
 
@@ -66,16 +53,16 @@ void SetPanelHeading(const CHAR8 *text) {
     return;
   }
   if (gView.Heading == nullptr) {
-    gView.Heading = CreateLabel({Look().Heading.Color, Look().Heading.Font, false});
+    gView.Heading = CreateLabel({.Color = Look().Heading.Color, .Font = Look().Heading.Font, .Recolor = false});
   }
-  SetText(gView.Heading, text);
+  SetText(gView.Heading, &gInfoPanel.Heading, text);
 }
 
 void SetInfoText(const CHAR8 *text) {
   if (gView.InfoText == nullptr) {
-    gView.InfoText = CreateLabel({Look().InfoText.Color, Look().InfoLabel.Font, true});
+    gView.InfoText = CreateLabel({.Color = Look().InfoText.Color, .Font = Look().InfoLabel.Font, .Recolor = true});
   }
-  SetText(gView.InfoText, text);
+  SetText(gView.InfoText, &gInfoPanel.InfoText, text);
   if (AsciiStrCmp(text, kBlank) == 0) {
     SetPanelHeading(kBlank);
   }
@@ -83,7 +70,7 @@ void SetInfoText(const CHAR8 *text) {
 
 void SetSideList(const CHAR8 *text) {
   if (gView.SideList == nullptr) {
-    gView.SideList = CreateLabel({Look().SideText.Color, Look().SideLabel.Font, true});
+    gView.SideList = CreateLabel({.Color = Look().SideText.Color, .Font = Look().SideLabel.Font, .Recolor = true});
   }
   // Without an info text there is nothing to stand under.
   if (text[0] != 0 && gView.InfoText != nullptr) {
@@ -93,5 +80,5 @@ void SetSideList(const CHAR8 *text) {
     lv_obj_set_pos(gView.SideList, lv_obj_get_x(gView.InfoText),
                    static_cast<lv_coord_t>(below + kSideListGap));
   }
-  SetText(gView.SideList, text);
+  SetText(gView.SideList, &gInfoPanel.SideList, text);
 }

@@ -9,6 +9,24 @@
 
 #include "app/base/Types.h"
 
+/// With its terminator. Longer texts are shown as well, but drawn anew each time that they are set.
+inline constexpr UINTN kPanelTextSize = 1280;
+
+/// A label's text as it was set last. LVGL's copy has dots where there was no room.
+struct LastText {
+  CHAR8 Text[kPanelTextSize];
+  /// Clear before the first text, and for one that is too long.
+  bool Kept;
+};
+
+struct InfoPanelState {
+  LastText Heading;
+  LastText InfoText;
+  LastText SideList;
+};
+
+extern InfoPanelState gInfoPanel;
+
 /// Ignored when NULL, or 40 bytes long or longer.
 void SetPanelHeading(const CHAR8 *text);
 

@@ -95,26 +95,37 @@ TEST_F(InfoPanelDots, ATextThatEndsUnderItsDotsIsDrawnOnlyWhenItChanges) {
 
 TEST_F(InfoPanelDots, ATextOfLongCharactersIsDrawnOnlyWhenItChanges) {
   BuildWith(SetInfoText);
-  // Letters of two, three and four bytes, each of them under the first dot once.
+  // Each starts with a character of another length, which the first dot covers. The last is what
+  // the firmware's print library makes of such characters: no UTF-8.
   for (const char *last : {"\u00E4\u00F6\u00FC\u00DF", "\u20AC\u4E2D\u20AC\u4E2D",
-                           "\U00010330\U00010331\U00010332", "a\u00E4\u20AC\U00010330"}) {
+                           "\U00010330\U00010331\U00010332", "\xE4\xF6\xFC\xDF\xE4"}) {
     std::string text = TooLong(&gView.InfoText, last);
     EXPECT_FALSE(Draws(text)) << text;
-    text.back()++;
+    std::string cut = text;
+    cut.pop_back();
+    EXPECT_TRUE(Draws(cut)) << cut;
     EXPECT_TRUE(Draws(text)) << text;
-    EXPECT_EQ(WholeText(gView.InfoText), text);
+    EXPECT_FALSE(Draws(text)) << text;
   }
 }
 
-TEST_F(InfoPanelDots, ATextBeyondAllLimitsIsDrawnOnlyWhenItChanges) {
+TEST_F(InfoPanelDots, ATextTooLongToBeKeptIsStillSet) {
   BuildWith(SetInfoText);
-  std::string text(5000, 'x');
-  EXPECT_TRUE(Draws(text));
-  EXPECT_TRUE(LabelText(gView.InfoText).ends_with("..."));
-  EXPECT_FALSE(Draws(text));
-  text.back() = 'y';
-  EXPECT_TRUE(Draws(text));
-  EXPECT_FALSE(Draws(text));
+  std::string kept(kPanelTextSize - 1, 'x');
+  EXPECT_TRUE(Draws(kept));
+  EXPECT_FALSE(Draws(kept));
+  for (const std::string &text : {kept + "x", kept + "y", kept + kept}) {
+    EXPECT_TRUE(Draws(text));
+    EXPECT_EQ(WholeText(gView.InfoText), text);
+  }
+  EXPECT_TRUE(Draws(kept));
+  EXPECT_EQ(WholeText(gView.InfoText), kept);
+}
+
+TEST_F(InfoPanelDots, AnEmptyFirstTextIsSet) {
+  BuildWith(SetSideList);
+  set_("");
+  EXPECT_EQ(WholeText(gView.SideList), "");
 }
 
 }  // namespace
