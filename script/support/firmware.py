@@ -22,6 +22,7 @@ IMAGES = (
     "UsbTabletDxe",
     "LateOutputDxe",
     "FirmwareContract",
+    "FirmwareBench",
 )
 
 # Who takes the tables first matters: the later ones use the earlier ones. This order is part of
