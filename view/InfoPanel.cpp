@@ -53,14 +53,16 @@ void SetPanelHeading(const CHAR8 *text) {
     return;
   }
   if (gView.Heading == nullptr) {
-    gView.Heading = CreateLabel({.Color = Look().Heading.Color, .Font = Look().Heading.Font, .Recolor = false});
+    gView.Heading =
+        CreateLabel({.Color = Look().Heading.Color, .Font = Look().Heading.Font, .Recolor = false});
   }
   SetText(gView.Heading, &gInfoPanel.Heading, text);
 }
 
 void SetInfoText(const CHAR8 *text) {
   if (gView.InfoText == nullptr) {
-    gView.InfoText = CreateLabel({.Color = Look().InfoText.Color, .Font = Look().InfoLabel.Font, .Recolor = true});
+    gView.InfoText = CreateLabel(
+        {.Color = Look().InfoText.Color, .Font = Look().InfoLabel.Font, .Recolor = true});
   }
   SetText(gView.InfoText, &gInfoPanel.InfoText, text);
   if (AsciiStrCmp(text, kBlank) == 0) {
@@ -70,7 +72,8 @@ void SetInfoText(const CHAR8 *text) {
 
 void SetSideList(const CHAR8 *text) {
   if (gView.SideList == nullptr) {
-    gView.SideList = CreateLabel({.Color = Look().SideText.Color, .Font = Look().SideLabel.Font, .Recolor = true});
+    gView.SideList = CreateLabel(
+        {.Color = Look().SideText.Color, .Font = Look().SideLabel.Font, .Recolor = true});
   }
   // Without an info text there is nothing to stand under.
   if (text[0] != 0 && gView.InfoText != nullptr) {
