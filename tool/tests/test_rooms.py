@@ -1,5 +1,10 @@
 """The order of the rooms, as script/check holds it."""
 
+import sys
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[2] / "script"))
+
 from support import rooms
 
 
