@@ -8,6 +8,7 @@
 #include "capture/ScreenshotFile.h"
 #include "capture/VolumeBox.h"
 #include "platform/GraphicsOutput.h"
+#include "platform/HotPlug.h"
 
 ScreenshotState gScreenshot;
 
@@ -18,6 +19,11 @@ constexpr UINTN kTextSize = 512;
 
 /// The output's screen must be the view's for the buffer to fit the picture.
 EFI_STATUS CopyScreen() {
+  if (!IsOutputThere()) {
+    // The view has not been drawn on another one yet.
+    LeaveLostOutput();
+    return EFI_NOT_READY;
+  }
   EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = gHost.Gop;
   if (gop != nullptr && (gop->Mode->Info->HorizontalResolution != gGeometry.ViewWidth ||
                          gop->Mode->Info->VerticalResolution != gGeometry.ViewHeight)) {

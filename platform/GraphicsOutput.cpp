@@ -52,6 +52,26 @@ EFI_STATUS GetAllGopPrrotocol(GopList *list) {
   return status;
 }
 
+EFI_HANDLE FindGopHandle(const EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
+  UINTN handleCount = 0;
+  EFI_HANDLE *handles = nullptr;
+  if (EFI_ERROR(gBS->LocateHandleBuffer(ByProtocol, &gEfiGraphicsOutputProtocolGuid, nullptr,
+                                        &handleCount, &handles))) {
+    return nullptr;
+  }
+  EFI_HANDLE found = nullptr;
+  for (UINTN i = 0; i < handleCount && found == nullptr; ++i) {
+    VOID *interface = nullptr;
+    EFI_STATUS status =
+        gBS->HandleProtocol(handles[i], &gEfiGraphicsOutputProtocolGuid, &interface);
+    if (!EFI_ERROR(status) && interface == gop) {
+      found = handles[i];
+    }
+  }
+  (void)gBS->FreePool(handles);
+  return found;
+}
+
 UINT32 FindGopMode(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop, UINT16 height, UINT16 width) {
   for (UINT32 mode = 0; mode < gop->Mode->MaxMode; ++mode) {
     if (ModeMatches(gop, mode, height, width)) {

@@ -36,6 +36,9 @@ void ForEachOutput(const GopList &list, Visitor visit) {
 /// fails, the whole enumeration counts as failed.
 [[nodiscard]] EFI_STATUS GetAllGopPrrotocol(GopList *list);
 
+/// The handle that an output stands on; NULL for none, and without memory for the search.
+[[nodiscard]] EFI_HANDLE FindGopHandle(const EFI_GRAPHICS_OUTPUT_PROTOCOL *gop);
+
 /// The lowest mode of this resolution in pixels, or kNoGopMode. Height comes
 /// first. A mode that cannot be queried does not match.
 [[nodiscard]] UINT32 FindGopMode(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop, UINT16 height, UINT16 width);

@@ -45,6 +45,26 @@ void ShowViewOn(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
   gHotPlug.RedrawDue = true;
 }
 
+/// Keeps the view on an output that can show it, or ends the application.
+void MoveView() {
+  // Logged by the operation; the enumeration below decides.
+  (void)ClearAllScreen();
+  GopList list = {};
+  if (EFI_ERROR(GetAllGopPrrotocol(&list))) {
+    LogError("Get Gop Protocol failed!\n");
+    gRun.ExitRequested = true;
+    return;
+  }
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *chosen = ChooseOutput(list);
+  gHost.Gop = chosen;
+  if (chosen != nullptr) {
+    ShowViewOn(chosen);
+    return;
+  }
+  LogError("No Gop support current resolution!\nNow app exit...\n");
+  gRun.ExitRequested = true;
+}
+
 }  // namespace
 
 EFI_STATUS InstallDisplayPortHotPlugDetector() {
@@ -78,20 +98,27 @@ void CloseHotPlugDetector() {
 
 VOID EFIAPI DisplayHotPlugNotify(EFI_EVENT, VOID *) {
   LogError("New monitor interface detected!\n");
-  // Logged by the operation; the enumeration below decides.
-  (void)ClearAllScreen();
-  GopList list = {};
-  if (EFI_ERROR(GetAllGopPrrotocol(&list))) {
-    LogError("Get Gop Protocol failed!\n");
-    gRun.ExitRequested = true;
-    return;
+  MoveView();
+}
+
+bool IsOutputThere() {
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = gHost.Gop;
+  if (gop != gHotPlug.WatchedGop) {
+    gHotPlug.WatchedGop = gop;
+    gHotPlug.WatchedHandle = FindGopHandle(gop);
   }
-  EFI_GRAPHICS_OUTPUT_PROTOCOL *chosen = ChooseOutput(list);
-  gHost.Gop = chosen;
-  if (chosen != nullptr) {
-    ShowViewOn(chosen);
-    return;
+  if (gHotPlug.WatchedHandle == nullptr) {
+    return true;
   }
-  LogError("No Gop support current resolution!\nNow app exit...\n");
-  gRun.ExitRequested = true;
+  VOID *interface = nullptr;
+  EFI_STATUS status =
+      gBS->HandleProtocol(gHotPlug.WatchedHandle, &gEfiGraphicsOutputProtocolGuid, &interface);
+  return !EFI_ERROR(status) && interface == gop;
+}
+
+void LeaveLostOutput() {
+  LogError("[OBV] The output in use is gone.\n");
+  // Also when no other is found it must not be called any more.
+  gHost.Gop = nullptr;
+  MoveView();
 }

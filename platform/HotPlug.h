@@ -13,6 +13,9 @@ struct HotPlugState {
   /// Set by the notification until the main loop has asked for the redraw, too:
   /// LVGL drops what is asked of it while it is drawing.
   volatile bool RedrawDue;
+  /// The handle of the output in use, looked up when that has changed; NULL when no handle has it.
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *WatchedGop;
+  EFI_HANDLE WatchedHandle;
 };
 
 extern HotPlugState gHotPlug;
@@ -27,6 +30,14 @@ void RedrawAfterHotPlug();
 
 /// Closes the detector's events.
 void CloseHotPlugDetector();
+
+/// Whether the firmware still has the output in use: it announces arrivals alone. Asks the handle
+/// database, so it is to be called before the output is used. True also for an output that never
+/// stood on a handle, and for none. Not for use from event notifications.
+[[nodiscard]] bool IsOutputThere();
+
+/// Goes the notification's way for an output that is gone.
+void LeaveLostOutput();
 
 /// Keeps the view on an output that can show it: the one in use, else the last
 /// one that can, else none, which ends the application. Runs at TPL_CALLBACK,

@@ -4,6 +4,7 @@
 #include "app/base/HostClient.h"
 #include "app/base/MemoryPool.h"
 #include "platform/FontTable.h"
+#include "platform/HotPlug.h"
 #include "platform/Keypad.h"
 #include "platform/LvglFailure.h"
 #include "platform/LvglGuard.h"
@@ -62,6 +63,9 @@ void InitializeLvglPort() {
 }
 
 void DisplayFlush(lv_disp_drv_t *driver, const lv_area_t *area, lv_color_t *pixels) {
+  if (!IsOutputThere()) {
+    LeaveLostOutput();
+  }
   EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = gHost.Gop;
   if (gop != nullptr) {
     // The corners may come in either order; the destination is the first one.

@@ -104,9 +104,12 @@ class Session {
 
   void Plug(int kind) {
     if (kind <= 11 && machine_.OutputCount() < kMostDevices) {
-      if (kind == 11) {
-        // Firmware tells of arrivals alone, so the next output has to come at once.
+      if (kind == 11 && output_ != nullptr) {
         machine_.RemoveOutput(*output_);
+        output_ = nullptr;
+        if (input_.Byte() % 2 == 0) {
+          return;  // None comes in its place.
+        }
       }
       output_ = &machine_.AddOutput({{1024, 768}, {1920, 1080}}, input_.Byte() % 2);
     } else if (kind == 12 && volumes_.size() < kMostDevices) {

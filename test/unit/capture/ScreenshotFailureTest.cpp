@@ -274,7 +274,8 @@ TEST_F(ScreenCopy, WithAVolumeTheBoxOpens) {
 
 TEST_F(ScreenCopy, WithoutAVolumeThereIsNoMedia) {
   Build();
-  Machine.FailCall(Service::LocateHandleBuffer, 1, EFI_NOT_FOUND);
+  // The first search is for the output's handle.
+  Machine.FailCall(Service::LocateHandleBuffer, 2, EFI_NOT_FOUND);
   EXPECT_EQ(F12ScreenShots(), EFI_NO_MEDIA);
   EXPECT_TRUE(gMessageBox.ModalMessageBoxOpen);
 }
