@@ -213,6 +213,12 @@ void TestHost::Uninstall() {
   }
 }
 
+void TestHost::LeaveFontsOut() {
+  for (Font &font : Fonts) {
+    font.File.clear();
+  }
+}
+
 std::vector<std::string> TestHost::LogTexts(std::optional<UINTN> level) const {
   std::vector<std::string> texts;
   for (const LogLine &line : Log) {

@@ -53,6 +53,8 @@ class TestHost {
     std::vector<uint8_t> File;
   };
   std::array<Font, 3> Fonts;
+  /// No face at all: loading them takes most of a run.
+  void LeaveFontsOut();
 
   /// Answer of QueryComponentStatus for one component, by name; others get EFI_SUCCESS and no
   /// lines. Lines are {label, value} of kind 0, or with a kind of their own.

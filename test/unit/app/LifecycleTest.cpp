@@ -9,8 +9,6 @@
 namespace {
 
 using fake::Service;
-using Lines = std::vector<std::string>;
-
 class Lifecycle : public WholeRun {
  protected:
   Lifecycle() { LeaveFontsOut(); }

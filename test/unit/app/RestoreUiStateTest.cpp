@@ -1,7 +1,7 @@
 // Bringing back what the user looked at: from the shared record, then from the setup.
 
 #include "test/firmware/SetupEventHandler.h"
-#include "test/unit/stage/ViewStage.h"
+#include "test/unit/stage/ComponentStage.h"
 
 #include "app/UiState.h"
 
@@ -9,11 +9,9 @@ namespace {
 
 using fake::LogLine;
 
-class RestoreUiState : public ViewStage {
+class RestoreUiState : public ComponentStage {
  protected:
   RestoreUiState() {
-    LeaveFontsOut();
-    Host.ClearComponents();
     Host.AddComponent(u"CPU", OBV_TYPE_PROCESSOR, 1, 300, 300);
     Host.AddComponent(u"USB_1", OBV_TYPE_USB, 1, 500, 300);
     Host.AddComponent(u"USB_2", OBV_TYPE_USB, 1, 700, 300);
@@ -32,7 +30,6 @@ class RestoreUiState : public ViewStage {
     Host.Log.clear();
     ReStoreUIState();
   }
-  static lv_obj_t *Focused() { return lv_group_get_focused(gLvglPort.Group); }
   using ClickCounts = std::array<int, kCategoryCount>;
   /// The components of which this object is shown.
   static std::vector<int> Shown(lv_obj_t *ComponentWidgets::*object = &ComponentWidgets::Callout) {

@@ -1,6 +1,6 @@
 // Presses of the pointer that begin or end while a box opens.
 
-#include "test/unit/stage/BoxStage.h"
+#include "test/unit/stage/BoxLooks.h"
 #include "test/unit/stage/RunScript.h"
 
 #include "app/base/Run.h"
@@ -14,12 +14,6 @@ class BoxPress : public RunScript {
     Machine.AddVolume();
     AddTablet();
   }
-  /// The tablet in the middle of an object.
-  void Point(lv_obj_t *object, bool pressed) {
-    Place place = PlaceOf(object);
-    Machine.Tablet()->MoveTo(static_cast<UINT64>(place.X + place.Width / 2),
-                             static_cast<UINT64>(place.Y + place.Height / 2), pressed ? 1 : 0);
-  }
   void ThenBoxIsUntouched() {
     Then([] {
       ASSERT_TRUE(BoxIsOpen());
@@ -31,10 +25,10 @@ class BoxPress : public RunScript {
 };
 
 TEST_F(BoxPress, FilterButtonThatWasHeldDownDoesNotActWhenLetGo) {
-  Then([this] { Point(gView.FilterButtons[3], true); });
+  Then([this] { PointAt(PlaceOf(gView.FilterButtons[3]), true); });
   ThenScan(SCAN_F12);
   ThenBoxIsUntouched();
-  Then([this] { Point(gView.FilterButtons[3], false); });
+  Then([this] { PointAt(PlaceOf(gView.FilterButtons[3]), false); });
   ThenBoxIsUntouched();
   ThenScan(SCAN_ESC);
   Run();
@@ -42,9 +36,9 @@ TEST_F(BoxPress, FilterButtonThatWasHeldDownDoesNotActWhenLetGo) {
 }
 
 TEST_F(BoxPress, CalloutThatWasHeldDownDoesNotJumpWhenLetGo) {
-  Then([this] { Point(gView.Components[0].Callout, true); });
+  Then([this] { PointAt(PlaceOf(gView.Components[0].Callout), true); });
   ThenScan(SCAN_F12);
-  Then([this] { Point(gView.Components[0].Callout, false); });
+  Then([this] { PointAt(PlaceOf(gView.Components[0].Callout), false); });
   ThenBoxIsUntouched();
   Then([] { EXPECT_FALSE(lv_obj_has_state(gView.Components[0].Callout, LV_STATE_PRESSED)); });
   ThenScan(SCAN_ESC);
@@ -55,10 +49,10 @@ TEST_F(BoxPress, CalloutThatWasHeldDownDoesNotJumpWhenLetGo) {
 TEST_F(BoxPress, PressInTheTurnThatOpensTheBoxDoesNotReachTheView) {
   Then([this] {
     Machine.Keyboard.Scan(SCAN_F12);
-    Point(gView.CloseButton, true);
+    PointAt(PlaceOf(gView.CloseButton), true);
   });
   ThenBoxIsUntouched();
-  Then([this] { Point(gView.CloseButton, false); });
+  Then([this] { PointAt(PlaceOf(gView.CloseButton), false); });
   ThenBoxIsUntouched();
   ThenScan(SCAN_ESC);
   Run();
@@ -66,18 +60,10 @@ TEST_F(BoxPress, PressInTheTurnThatOpensTheBoxDoesNotReachTheView) {
 }
 
 TEST_F(BoxPress, ClickAfterADroppedPressWorks) {
-  Then([this] { Point(gView.Components[0].Callout, true); });
+  Then([this] { PointAt(PlaceOf(gView.Components[0].Callout), true); });
   ThenScan(SCAN_F12);
-  Then([this] { Point(gView.Components[0].Callout, false); });
-  for (bool pressed : {false, true, false}) {
-    Then([this, pressed] {
-      auto *matrix = reinterpret_cast<lv_btnmatrix_t *>(BoxButtons());
-      Place place = PlaceOf(BoxButtons());
-      const lv_area_t &cancel = matrix->button_areas[1];
-      Machine.Tablet()->MoveTo(static_cast<UINT64>(place.X + (cancel.x1 + cancel.x2) / 2),
-                               static_cast<UINT64>(place.Y + (cancel.y1 + cancel.y2) / 2), pressed);
-    });
-  }
+  Then([this] { PointAt(PlaceOf(gView.Components[0].Callout), false); });
+  ThenClick([] { return ButtonPlace(1); });
   Then([] { EXPECT_FALSE(BoxIsOpen()); });
   Run();
   EXPECT_TRUE(Host.Logged("F12ScreenShots Canceled\n"));

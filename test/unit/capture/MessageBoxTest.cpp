@@ -1,6 +1,6 @@
 // Keys and clicks in the message boxes, and what becomes of the focus.
 
-#include "test/unit/stage/BoxStage.h"
+#include "test/unit/stage/BoxLooks.h"
 #include "test/unit/stage/RunScript.h"
 
 #include "app/base/Run.h"
@@ -206,19 +206,7 @@ TEST_F(ChoiceKeys, PointingDoesNotMoveTheFocusWhileItIsOpen) {
 
 TEST_F(ChoiceKeys, ClickOnCancelCancels) {
   AddTablet();
-  auto press = [this](bool pressed) {
-    return [this, pressed] {
-      auto *matrix = reinterpret_cast<lv_btnmatrix_t *>(BoxButtons());
-      Place place = PlaceOf(BoxButtons());
-      const lv_area_t &button = matrix->button_areas[3];
-      Machine.Tablet()->MoveTo(static_cast<UINT64>(place.X + (button.x1 + button.x2) / 2),
-                               static_cast<UINT64>(place.Y + (button.y1 + button.y2) / 2),
-                               pressed ? 1 : 0);
-    };
-  };
-  Then(press(false));
-  Then(press(true));
-  Then(press(false));
+  ThenClick([] { return ButtonPlace(3); });
   ThenBoxIsClosed();
   ThenFocusIsBack();
   Run();

@@ -1,10 +1,10 @@
 // The box that reports an outcome.
 
-#include "test/unit/stage/BoxStage.h"
+#include "test/unit/stage/BoxLooks.h"
 #include "test/unit/stage/RunScript.h"
+#include "test/unit/stage/ViewStage.h"
 
 #include "capture/MessageBox.h"
-#include "platform/LvglPort.h"
 
 namespace {
 
@@ -15,12 +15,6 @@ class ResultBox : public ViewStage {
     ShowResultBox("Title", "Text", 0xFF112233, 0xFF445566);
     lv_obj_update_layout(lv_layer_top());
   }
-  static std::string FontOf(lv_obj_t *object) {
-    return FontText(lv_obj_get_style_text_font(object, LV_PART_MAIN));
-  }
-  static UINT32 ColorOf(lv_obj_t *object) {
-    return Rgb(lv_obj_get_style_text_color(object, LV_PART_MAIN));
-  }
 };
 
 TEST_F(ResultBox, ShowsItsTextsInTheirColoursWithOneButton) {
@@ -28,8 +22,8 @@ TEST_F(ResultBox, ShowsItsTextsInTheirColoursWithOneButton) {
   EXPECT_EQ(BoxTitle(), "Title");
   EXPECT_EQ(BoxText(), "Text");
   EXPECT_EQ(ButtonMap(), std::vector<std::string>{"OK"});
-  EXPECT_EQ(ColorOf(lv_msgbox_get_title(gMessageBox.Box)), 0x112233u);
-  EXPECT_EQ(ColorOf(lv_msgbox_get_text(gMessageBox.Box)), 0x445566u);
+  EXPECT_EQ(TextColorOf(lv_msgbox_get_title(gMessageBox.Box)), 0x112233u);
+  EXPECT_EQ(TextColorOf(lv_msgbox_get_text(gMessageBox.Box)), 0x445566u);
   EXPECT_EQ(FontOf(lv_msgbox_get_title(gMessageBox.Box)), "DroidSans 20");
   EXPECT_EQ(FontOf(lv_msgbox_get_text(gMessageBox.Box)), "DroidSans 18");
   EXPECT_EQ(FontOf(BoxButtons()), "DroidSans 18");
@@ -62,11 +56,11 @@ TEST_F(ResultBox, TakesAndReturnsTheFocus) {
   lv_group_focus_obj(gView.FilterButtons[4]);
   ShowResultBox("Title", "Text", kBoxTitleColor, kBoxTextColor);
   EXPECT_TRUE(gMessageBox.ModalMessageBoxOpen);
-  EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), BoxButtons());
+  EXPECT_EQ(Focused(), BoxButtons());
   EXPECT_EQ(SelectedButton(), 0);
   lv_event_send(gMessageBox.Box, LV_EVENT_VALUE_CHANGED, nullptr);
   EXPECT_FALSE(gMessageBox.ModalMessageBoxOpen);
-  EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), gView.FilterButtons[4]);
+  EXPECT_EQ(Focused(), gView.FilterButtons[4]);
   EXPECT_EQ(lv_obj_get_child_cnt(lv_layer_top()), 0u);
 }
 

@@ -1,6 +1,7 @@
 // F12 where something goes wrong: what is logged, shown, and left open.
 
 #include "test/unit/stage/ScreenshotStage.h"
+#include "test/unit/stage/ViewStage.h"
 
 #include "capture/MessageBox.h"
 

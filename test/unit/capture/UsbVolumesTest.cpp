@@ -1,12 +1,7 @@
 // The file systems on USB devices.
 
-#include <gtest/gtest.h>
+#include "test/unit/stage/ConnectedHost.h"
 
-#include "test/firmware/Run.h"
-#include "test/firmware/TestHost.h"
-
-#include "app/base/HostClient.h"
-#include "app/base/LocateHost.h"
 #include "capture/UsbVolumes.h"
 
 namespace {
@@ -14,17 +9,8 @@ namespace {
 using fake::DevicePath;
 using fake::Service;
 
-class UsbVolumes : public testing::Test {
+class UsbVolumes : public ConnectedHost {
  protected:
-  UsbVolumes() {
-    Machine.AddOutput();
-    Host.Install();
-    fake::RunLibraryConstructors(Machine);
-    EXPECT_EQ(InitializeObvProtocol(), EFI_SUCCESS);
-    Host.Log.clear();
-  }
-  ~UsbVolumes() override { EXPECT_EQ(Machine.ProblemsText(), ""); }
-
   fake::Volume &Add(std::u16string_view label, DevicePath path) {
     fake::VolumeOptions options;
     options.Label = label;
@@ -59,8 +45,6 @@ class UsbVolumes : public testing::Test {
                                std::begin(List_.Roots));
   }
 
-  fake::Firmware Machine;
-  fake::TestHost Host{Machine};
   VolumeList List_{};
 };
 

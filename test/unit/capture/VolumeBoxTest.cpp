@@ -1,11 +1,9 @@
 // The box in which the user picks a USB volume.
 
-#include "test/unit/stage/BoxStage.h"
+#include "test/unit/stage/BoxLooks.h"
+#include "test/unit/stage/ViewStage.h"
 
-#include "app/base/HostClient.h"
-#include "capture/MessageBox.h"
 #include "capture/Screenshot.h"
-#include "platform/LvglPort.h"
 
 namespace {
 
@@ -34,12 +32,6 @@ class VolumeBox : public ViewStage {
   }
   static std::string Stick(int number) {
     return "FS" + std::to_string(number) + ":\\ [USB STICK 64MB]";
-  }
-  static std::string FontOf(lv_obj_t *object) {
-    return FontText(lv_obj_get_style_text_font(object, LV_PART_MAIN));
-  }
-  static UINT32 ColorOf(lv_obj_t *object) {
-    return Rgb(lv_obj_get_style_text_color(object, LV_PART_MAIN));
   }
   size_t OpenCount() const {
     size_t count = 0;
@@ -253,9 +245,9 @@ TEST_F(VolumeBox, FontsAndColoursOfItsTexts) {
   AddSticks(1);
   BuildAndOpen();
   EXPECT_EQ(FontOf(lv_msgbox_get_title(gMessageBox.Box)), "DroidSans 20");
-  EXPECT_EQ(ColorOf(lv_msgbox_get_title(gMessageBox.Box)), 0xFFFFFFu);
+  EXPECT_EQ(TextColorOf(lv_msgbox_get_title(gMessageBox.Box)), 0xFFFFFFu);
   EXPECT_EQ(FontOf(lv_msgbox_get_text(gMessageBox.Box)), "DroidSans 18");
-  EXPECT_EQ(ColorOf(lv_msgbox_get_text(gMessageBox.Box)), 0xD0D0D0u);
+  EXPECT_EQ(TextColorOf(lv_msgbox_get_text(gMessageBox.Box)), 0xD0D0D0u);
   EXPECT_EQ(FontOf(BoxButtons()), "DroidSans 18");
 }
 
@@ -293,7 +285,7 @@ TEST_F(VolumeBox, FirstButtonIsSelectedAndTheMatrixFocused) {
   Build();
   lv_group_focus_obj(gView.Components[2].Callout);
   ASSERT_EQ(F12ScreenShots(), EFI_SUCCESS);
-  EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), BoxButtons());
+  EXPECT_EQ(Focused(), BoxButtons());
   EXPECT_EQ(SelectedButton(), 0);
   EXPECT_EQ(gMessageBox.PreviousFocus, gView.Components[2].Callout);
   EXPECT_EQ(lv_obj_get_style_pad_row(BoxButtons(), LV_PART_MAIN), 4);

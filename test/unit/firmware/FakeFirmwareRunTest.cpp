@@ -15,10 +15,7 @@ class FakeFirmwareRun : public testing::Test {
     Output.Paint([](UINT32 x, UINT32 y) { return (x * 7 + y * 13) & 0xFFFFFF; });
     Machine.AddSimplePointer();
     Machine.AddAbsolutePointer();
-    // Loading all faces is not what these tests are about.
-    for (TestHost::Font &font : Host.Fonts) {
-      font.File.clear();
-    }
+    Host.LeaveFontsOut();
     Host.Install();
   }
   Firmware Machine;

@@ -6,8 +6,6 @@ namespace {
 
 using fake::Service;
 using fake::VideoMode;
-using Lines = std::vector<std::string>;
-
 class GraphicsOutput : public OutputStage {};
 
 TEST_F(GraphicsOutput, OutputsAreListedInHandleOrder) {

@@ -1,5 +1,6 @@
 // Monitors that come while the view is up.
 
+#include "test/unit/stage/ConnectedHost.h"
 #include "test/unit/stage/WholeRun.h"
 
 #include "app/base/Run.h"
@@ -9,8 +10,6 @@
 namespace {
 
 using fake::Service;
-using Lines = std::vector<std::string>;
-
 class HotPlug : public WholeRun {
  protected:
   HotPlug() { LeaveFontsOut(); }
@@ -260,19 +259,6 @@ TEST_F(HotPlug, ANotificationThatCannotBeRegisteredIsLoggedAndNeverComes) {
   EXPECT_EQ(Logged(), LogLines{});
 }
 
-TEST_F(HotPlug, TheStatusOfTheRegistrationIsReturned) {
-  Install();
-  fake::RunLibraryConstructors(Machine);
-  Machine.FailCall(Service::CreateEvent, 1, EFI_INVALID_PARAMETER);
-  EXPECT_EQ(InstallDisplayPortHotPlugDetector(), EFI_INVALID_PARAMETER);
-  Machine.FailCall(Service::RegisterProtocolNotify, 1, EFI_OUT_OF_RESOURCES);
-  EXPECT_EQ(InstallDisplayPortHotPlugDetector(), EFI_OUT_OF_RESOURCES);
-  CloseHotPlugDetector();
-  EXPECT_EQ(InstallDisplayPortHotPlugDetector(), EFI_SUCCESS);
-  EXPECT_EQ(Machine.Calls.Lines({Service::CreateEvent}).back(), "CreateEvent(512, 8) = Success");
-  CloseHotPlugDetector();
-}
-
 TEST_F(HotPlug, AfterTheRunNobodyListens) {
   Install();
   size_t events = Machine.Events.LiveCount();
@@ -281,6 +267,19 @@ TEST_F(HotPlug, AfterTheRunNobodyListens) {
   size_t lines = Host.Log.size();
   Machine.AddOutput({{1024, 768}});
   EXPECT_EQ(Host.Log.size(), lines);
+}
+
+class HotPlugDetector : public ConnectedHost {};
+
+TEST_F(HotPlugDetector, TheStatusOfTheRegistrationIsReturned) {
+  Machine.FailCall(Service::CreateEvent, 1, EFI_INVALID_PARAMETER);
+  EXPECT_EQ(InstallDisplayPortHotPlugDetector(), EFI_INVALID_PARAMETER);
+  Machine.FailCall(Service::RegisterProtocolNotify, 1, EFI_OUT_OF_RESOURCES);
+  EXPECT_EQ(InstallDisplayPortHotPlugDetector(), EFI_OUT_OF_RESOURCES);
+  CloseHotPlugDetector();
+  EXPECT_EQ(InstallDisplayPortHotPlugDetector(), EFI_SUCCESS);
+  EXPECT_EQ(Machine.Calls.Lines({Service::CreateEvent}).back(), "CreateEvent(512, 8) = Success");
+  CloseHotPlugDetector();
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 // Keys while a message box stands over the view.
 
+#include "test/unit/stage/BoxLooks.h"
 #include "test/unit/stage/ViewStage.h"
 
 #include "app/base/Run.h"
-#include "capture/MessageBox.h"
 #include "platform/Keypad.h"
 
 namespace {
@@ -19,10 +19,8 @@ class KeypadBox : public ViewStage {
     gMessageBox.Box = lv_msgbox_create(lv_scr_act(), "Title", "Text", buttons, false);
     gMessageBox.ModalMessageBoxOpen = true;
     gKeypad.KeysArmed = true;
-    lv_btnmatrix_set_selected_btn(Buttons(), selected);
+    lv_btnmatrix_set_selected_btn(BoxButtons(), selected);
   }
-  static lv_obj_t *Buttons() { return lv_msgbox_get_btns(gMessageBox.Box); }
-  static UINT16 Selected() { return lv_btnmatrix_get_selected_btn(Buttons()); }
   std::optional<UINT32> Press(const EFI_INPUT_KEY &key) {
     Machine.Keyboard.Push(key);
     lv_indev_data_t data = {};
@@ -36,50 +34,50 @@ TEST_F(KeypadBox, PageDownTabDownAndRightSelectTheNextButton) {
   const EFI_INPUT_KEY keys[] = {{SCAN_PAGE_DOWN, 0}, {0, 9}, {SCAN_DOWN, 0}, {SCAN_RIGHT, 0}};
   Open();
   for (const EFI_INPUT_KEY &key : keys) {
-    lv_btnmatrix_set_selected_btn(Buttons(), 0);
+    lv_btnmatrix_set_selected_btn(BoxButtons(), 0);
     EXPECT_EQ(Press(key), std::nullopt);
-    EXPECT_EQ(Selected(), 1) << key.ScanCode;
+    EXPECT_EQ(SelectedButton(), 1) << key.ScanCode;
   }
 }
 
 TEST_F(KeypadBox, PageUpUpAndLeftSelectThePreviousButton) {
   Open();
   for (UINT16 scan : {SCAN_PAGE_UP, SCAN_UP, SCAN_LEFT}) {
-    lv_btnmatrix_set_selected_btn(Buttons(), 2);
+    lv_btnmatrix_set_selected_btn(BoxButtons(), 2);
     EXPECT_EQ(Scan(scan), std::nullopt);
-    EXPECT_EQ(Selected(), 1) << scan;
+    EXPECT_EQ(SelectedButton(), 1) << scan;
   }
 }
 
 TEST_F(KeypadBox, FromTheSecondButtonThePreviousIsTheFirst) {
   Open(1);
   EXPECT_EQ(Scan(SCAN_UP), std::nullopt);
-  EXPECT_EQ(Selected(), 0);
+  EXPECT_EQ(SelectedButton(), 0);
 }
 
 TEST_F(KeypadBox, PastTheLastButtonTheSelectionStays) {
   Open(2);
   EXPECT_EQ(Scan(SCAN_DOWN), std::nullopt);
-  EXPECT_EQ(Selected(), 2);
+  EXPECT_EQ(SelectedButton(), 2);
 }
 
 TEST_F(KeypadBox, BeforeTheFirstButtonTheSelectionStays) {
   Open(0);
   EXPECT_EQ(Scan(SCAN_UP), std::nullopt);
-  EXPECT_EQ(Selected(), 0);
+  EXPECT_EQ(SelectedButton(), 0);
 }
 
 TEST_F(KeypadBox, FromNoSelectionTheNextIsTheFirst) {
   Open(LV_BTNMATRIX_BTN_NONE);
-  ASSERT_EQ(Selected(), LV_BTNMATRIX_BTN_NONE);
+  ASSERT_EQ(SelectedButton(), LV_BTNMATRIX_BTN_NONE);
   EXPECT_EQ(Scan(SCAN_DOWN), std::nullopt);
-  EXPECT_EQ(Selected(), 0);
+  EXPECT_EQ(SelectedButton(), 0);
 }
 
 TEST_F(KeypadBox, FromNoSelectionThereIsNoPrevious) {
   Open(LV_BTNMATRIX_BTN_NONE);
   EXPECT_EQ(Scan(SCAN_UP), std::nullopt);
-  EXPECT_EQ(Selected(), LV_BTNMATRIX_BTN_NONE);
+  EXPECT_EQ(SelectedButton(), LV_BTNMATRIX_BTN_NONE);
 }
 
 TEST_F(KeypadBox, EscClosesTheBoxAndDoesNotLeave) {
@@ -96,7 +94,7 @@ TEST_F(KeypadBox, EnterAndOtherKeysReachTheBox) {
   EXPECT_EQ(Press({0, CHAR_CARRIAGE_RETURN}), UINT32{LV_KEY_ENTER});
   EXPECT_EQ(Press({0, u'x'}), UINT32{'x'});
   EXPECT_EQ(Scan(SCAN_HOME), UINT32{LV_KEY_HOME});
-  EXPECT_EQ(Selected(), 1);
+  EXPECT_EQ(SelectedButton(), 1);
 }
 
 TEST_F(KeypadBox, InsertAndF12DoNothing) {

@@ -1,6 +1,7 @@
 // Keys: their translation, when they begin to count, and the application's own.
 
 #include "test/unit/stage/RunScript.h"
+#include "test/unit/stage/ViewStage.h"
 
 #include "app/base/Run.h"
 #include "capture/MessageBox.h"

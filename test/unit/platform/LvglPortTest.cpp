@@ -8,8 +8,6 @@
 namespace {
 
 using fake::Service;
-using Lines = std::vector<std::string>;
-
 class LvglPort : public PortStage {
  protected:
   LvglPort() { LeaveFontsOut(); }

@@ -7,8 +7,6 @@
 namespace {
 
 using fake::Service;
-using Lines = std::vector<std::string>;
-
 class ScreenBackup : public OutputStage {};
 
 TEST_F(ScreenBackup, ABackupHoldsTheWholeScreenInPackedRows) {

@@ -6,7 +6,7 @@
 
 namespace {
 
-class BoardImageRecolor : public BoardImage {
+class BoardImageRecolor : public BoardImageStage {
  protected:
   BoardImageRecolor() {
     Host.State.RecolorEnabled = 1;

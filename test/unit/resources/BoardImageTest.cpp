@@ -4,6 +4,8 @@
 
 namespace {
 
+class BoardImage : public BoardImageStage {};
+
 /// Four samples that differ from pixel to pixel.
 uint32_t Pattern(uint32_t x, uint32_t y) {
   return (x * 16 + y) << 24 | (255 - x) << 16 | (y * 31 & 255) << 8 | (x ^ 0x80);
@@ -146,7 +148,7 @@ TEST_F(BoardImage, DecodedPictureIsReleased) {
 
 // The descriptor.
 
-class BoardImageDescriptor : public BoardImage {
+class BoardImageDescriptor : public BoardImageStage {
  protected:
   BoardImageDescriptor() { std::memset(&Descriptor, 0xEE, sizeof Descriptor); }
   UINT32 HeaderWord() const {

@@ -6,7 +6,7 @@ namespace {
 
 using fake::Service;
 
-class ComponentStatus : public ComponentIntake {};
+class ComponentStatus : public ComponentIntakeStage {};
 
 struct StatusCase {
   EFI_STATUS Status;

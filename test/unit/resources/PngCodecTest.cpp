@@ -1,6 +1,6 @@
 // Kinds of PNG files that decode to red, green, blue, alpha at eight bits each.
 
-#include "test/unit/stage/LocatedHost.h"
+#include "test/unit/stage/ResourceStage.h"
 
 #include "platform/PngCodec.h"
 
@@ -13,7 +13,7 @@ namespace {
 
 using Bytes = std::vector<UINT8>;
 
-class PngCodec : public LocatedHost {
+class PngCodec : public ResourceStage {
  protected:
   static Bytes Encode(const Bytes &raw, unsigned width, unsigned height, LodePNGColorType type,
                       unsigned depth) {

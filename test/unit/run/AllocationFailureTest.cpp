@@ -1,6 +1,8 @@
 // Whole runs in which the firmware's pool has nothing to give at one allocation, or from one
 // allocation on: they end by themselves, with nothing left behind.
 
+#include <gtest/gtest.h>
+
 #include "test/unit/run/FailureRun.h"
 
 namespace {

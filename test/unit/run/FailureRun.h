@@ -7,11 +7,10 @@
 
 #include <cstdio>
 
-#include <gtest/gtest.h>
-
 #include "test/firmware/FailureLoop.h"
 #include "test/firmware/Run.h"
 #include "test/firmware/TestHost.h"
+#include "test/unit/stage/SetupScreens.h"
 
 #include "app/base/HostClient.h"
 #include "app/base/Run.h"
@@ -22,9 +21,7 @@ class FailureRun {
  public:
   explicit FailureRun(fake::Firmware &machine) : machine_(machine), host_(machine) {
     // In a mode of its own, so that there is one to put back.
-    fake::GraphicsOutput &output = machine.AddOutput({{1280, 1024}, {1024, 768}});
-    output.Paint([](UINT32 x, UINT32 y) { return x * 31 + y * 1777; });
-    setup_ = output.Picture();
+    screens_.Add({{1280, 1024}, {1024, 768}});
     machine.AddSimplePointer();
     machine.AddAbsolutePointer();
     machine.Variables.SetText(u"PlatformLang", "en-US");
@@ -125,16 +122,15 @@ class FailureRun {
     if (hit && !demanded_) {
       return;
     }
-    fake::GraphicsOutput &output = machine_.Output(0);
-    Check(output.ModeNumber() == 0, "the setup's mode is not back");
+    Check(screens_.ModeIsBack(), "the setup's mode is not back");
     if (demanded_) {
-      Check(output.Picture() == setup_, "the setup screen is not back");
+      Check(screens_.PictureIsBack(), "the setup screen is not back");
       return;
     }
     bool saved = !host_.Logged("[BackupScreenShots] Error occurs: Invalid Parameter\n") &&
                  !host_.Logged("[BackupScreenShots] Error occurs: Device Error\n") &&
                  !host_.Logged("No Gop support current resolution!\nNow app exit...\n");
-    Check(!saved || output.Picture() == setup_, "the setup screen is not back");
+    Check(!saved || screens_.PictureIsBack(), "the setup screen is not back");
   }
   /// EDK2's library gives back the null that it got for a package list; firmware refuses it.
   void ForgetLibraryProblem() {
@@ -145,7 +141,7 @@ class FailureRun {
 
   fake::Firmware &machine_;
   fake::TestHost host_;
-  std::vector<UINT32> setup_;
+  SetupScreens screens_{machine_};
   size_t events_ = 0;
   int asked_ = 0;
   EFI_STATUS status_ = 0;

@@ -1,6 +1,8 @@
 // Whole runs in which one call of a firmware service, or all calls from one on, fail with a
 // status that the UEFI specification allows: they end by themselves, with nothing left behind.
 
+#include <gtest/gtest.h>
+
 #include <span>
 
 #include "test/unit/run/FailureRun.h"

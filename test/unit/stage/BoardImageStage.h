@@ -1,21 +1,20 @@
 /** @file
-  Scaling of pictures with a located host.
+  On ResourceStage: scaling of pictures for a view of 1920 x 1080.
 **/
 
 #pragma once
 
 #include "test/firmware/Png.h"
-#include "test/unit/stage/LocatedHost.h"
+#include "test/unit/stage/ResourceStage.h"
 
 #include "app/base/Geometry.h"
 #include "resources/BoardImage.h"
 
 using Bytes = std::vector<uint8_t>;
-using Lines = std::vector<std::string>;
 
-class BoardImage : public LocatedHost {
+class BoardImageStage : public ResourceStage {
  protected:
-  BoardImage() {
+  BoardImageStage() {
     gGeometry.ViewWidth = 1920;
     gGeometry.ViewHeight = 1080;
   }

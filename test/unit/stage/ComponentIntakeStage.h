@@ -1,19 +1,17 @@
 /** @file
-  Component intake with a located host and a known view geometry.
+  On ResourceStage: component intake for a view of 2560 x 1440.
 **/
 
 #pragma once
 
-#include "test/unit/stage/LocatedHost.h"
+#include "test/unit/stage/ResourceStage.h"
 
 #include "app/base/Geometry.h"
 #include "resources/ComponentIntake.h"
 
-using Lines = std::vector<std::string>;
-
-class ComponentIntake : public LocatedHost {
+class ComponentIntakeStage : public ResourceStage {
  protected:
-  ComponentIntake() {
+  ComponentIntakeStage() {
     gGeometry.ViewWidth = 2560;
     gGeometry.ViewHeight = 1440;
     gGeometry.ScaleX = 1.25;
@@ -21,7 +19,7 @@ class ComponentIntake : public LocatedHost {
     Host.Answers.clear();
     Host.ScaleComponents = false;
   }
-  ~ComponentIntake() override { gComponents = {}; }
+  ~ComponentIntakeStage() override { gComponents = {}; }
 
   Lines HostCalls() const {
     return Machine.Calls.Lines(

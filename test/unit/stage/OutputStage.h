@@ -1,5 +1,5 @@
 /** @file
-  Graphics outputs for tests of the operations on them.
+  On ConnectedHost: operations on graphics outputs, which tests add, and a saved setup screen.
 **/
 
 #pragma once

@@ -1,19 +1,10 @@
 /** @file
-  What the right-hand column tells, on a built view.
+  On ComponentStage: what the right-hand column tells.
 **/
 
 #pragma once
 
-#include "test/unit/stage/ViewStage.h"
-
-/// A label's whole text, also where LVGL shows dots for its end.
-inline std::string WholeText(lv_obj_t *label) {
-  lv_label_long_mode_t mode = lv_label_get_long_mode(label);
-  lv_label_set_long_mode(label, LV_LABEL_LONG_WRAP);
-  std::string text = lv_label_get_text(label);
-  lv_label_set_long_mode(label, mode);
-  return text;
-}
+#include "test/unit/stage/ComponentStage.h"
 
 /// EDK2's print library ends a line so.
 inline const std::string kLineEnd = "\r\n";
@@ -22,3 +13,10 @@ inline const std::string kLineEnd = "\r\n";
 inline std::string InfoLineText(const std::string &label, const std::string &value) {
   return "#B4B4B4 " + label + ": #" + value + kLineEnd;
 }
+
+class PanelStage : public ComponentStage {
+ protected:
+  static std::string PanelHeading() { return WholeText(gView.Heading); }
+  static std::string PanelText() { return WholeText(gView.InfoText); }
+  static std::string PanelList() { return WholeText(gView.SideList); }
+};

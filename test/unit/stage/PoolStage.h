@@ -1,5 +1,5 @@
 /** @file
-  The allocator with a host to log to, and looks at its blocks and its list.
+  On ConnectedHost: looks at the allocator's blocks and its list.
 **/
 
 #pragma once

@@ -1,5 +1,5 @@
 /** @file
-  LVGL on a small output, before any view is built.
+  On ConnectedHost: a small output for LVGL's port, which tests start themselves; no view.
 **/
 
 #pragma once
@@ -22,11 +22,6 @@ class PortStage : public ConnectedHost {
   static void SetView(UINT16 width, UINT16 height) {
     gGeometry.ViewWidth = width;
     gGeometry.ViewHeight = height;
-  }
-  void LeaveFontsOut() {
-    for (fake::TestHost::Font &font : Host.Fonts) {
-      font.File.clear();
-    }
   }
   std::vector<std::string> Blts() { return Machine.Calls.Lines({fake::Service::GopBlt}); }
 

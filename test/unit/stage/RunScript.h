@@ -1,20 +1,20 @@
 /** @file
-  Whole runs of the application that follow a script of steps.
+  On WholeRun: runs that follow a script of steps, in which a user does something.
 **/
 
 #pragma once
 
-#include "test/unit/stage/ViewStage.h"
+#include "test/unit/stage/ObjectLooks.h"
+#include "test/unit/stage/WholeRun.h"
 
-#include "capture/MessageBox.h"
 #include "platform/LvglPort.h"
+#include "view/ViewState.h"
 
 /// A test changes Host and Machine, plans its steps in order, then calls Run. Each step happens
 /// between two main-loop turns; then the application gets turns to answer it.
-class RunScript : public testing::Test {
+class RunScript : public WholeRun {
  protected:
   RunScript() { Options.EscapeAtTurn = 0; }
-  ~RunScript() override { EXPECT_EQ(Machine.ProblemsText(), ""); }
 
   /// Turns that key presses and redraws need.
   static constexpr int kTurnsPerStep = 6;
@@ -37,10 +37,19 @@ class RunScript : public testing::Test {
   void ThenPoint(UINT32 x, UINT32 y, bool pressed = false) {
     Then([this, x, y, pressed] { Machine.Tablet()->MoveTo(x, y, pressed ? 1 : 0); });
   }
+  /// Moves the tip to the middle of a place; for use within a step, when it is there.
+  void PointAt(const Place &place, bool pressed) {
+    Machine.Tablet()->MoveTo(static_cast<UINT64>(place.X + place.Width / 2),
+                             static_cast<UINT64>(place.Y + place.Height / 2), pressed ? 1 : 0);
+  }
   void ThenClick(UINT32 x, UINT32 y) {
-    ThenPoint(x, y);
-    ThenPoint(x, y, true);
-    ThenPoint(x, y);
+    ThenClick([x, y] { return Place{static_cast<int>(x), static_cast<int>(y), 1, 1}; });
+  }
+  /// A click on a place that is asked for when the tip goes there.
+  void ThenClick(const std::function<Place()> &where) {
+    for (bool pressed : {false, true, false}) {
+      Then([this, where, pressed] { PointAt(where(), pressed); });
+    }
   }
   void AddTablet(UINT32 width = 1920, UINT32 height = 1080) {
     Machine.AddSimplePointer();
@@ -56,23 +65,13 @@ class RunScript : public testing::Test {
     lastTurn_ = next_;
     ThenScan(SCAN_ESC);
     Options.MostTurns = next_ + 20;
-    fake::RunResult result = fake::RunApplication(Machine, Options);
+    fake::RunResult result = WholeRun::Run(Options);
     ended_ = result.Turns;
     return result;
   }
   /// Whether the run lasted until the script's final Esc.
   bool RanToTheEnd() const { return ended_ > lastTurn_; }
 
-  static lv_obj_t *Focused() { return lv_group_get_focused(gLvglPort.Group); }
-  static bool BoxIsOpen() { return gMessageBox.ModalMessageBoxOpen; }
-  void LeaveFontsOut() {
-    for (fake::TestHost::Font &font : Host.Fonts) {
-      font.File.clear();
-    }
-  }
-
-  fake::Firmware Machine;
-  fake::TestHost Host{Machine};
   fake::RunOptions Options;
 
  private:

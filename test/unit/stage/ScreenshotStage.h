@@ -1,10 +1,10 @@
 /** @file
-  Runs that take screenshots, and the pictures that they save.
+  On RunScript: runs that take screenshots, and the pictures that they save.
 **/
 
 #pragma once
 
-#include "test/unit/stage/BoxStage.h"
+#include "test/unit/stage/BoxLooks.h"
 #include "test/unit/stage/RunScript.h"
 
 #include "app/base/Geometry.h"

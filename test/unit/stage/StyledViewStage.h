@@ -1,5 +1,6 @@
 /** @file
-  A board view whose record has a different value in every field, and what its buttons look like.
+  On ViewStage: a view whose record has a different value in every field, and what its buttons look
+  like.
 **/
 
 #pragma once
@@ -75,9 +76,9 @@ inline ShownLook LookOf(lv_obj_t *button) {
   return {lv_obj_get_style_radius(button, LV_PART_MAIN),
           lv_obj_get_style_bg_opa(button, LV_PART_MAIN),
           Rgb(lv_obj_get_style_bg_color(button, LV_PART_MAIN)),
-          Rgb(lv_obj_get_style_text_color(button, LV_PART_MAIN)),
+          TextColorOf(button),
           lv_obj_get_style_border_width(button, LV_PART_MAIN),
-          FontText(lv_obj_get_style_text_font(button, LV_PART_MAIN))};
+          FontOf(button)};
 }
 
 inline void ExpectBorder(lv_obj_t *button, UINT32 color, int opacity) {

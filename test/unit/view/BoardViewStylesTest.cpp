@@ -39,24 +39,24 @@ TEST_F(BoardViewStyles, PictureDescriptorIsSixteenBytesFromThePool) {
 TEST_F(BoardViewStyles, TitleTakesItsLookFromTheRecord) {
   Build();
   lv_obj_t *title = Objects()[4];
-  EXPECT_EQ(FontText(lv_obj_get_style_text_font(title, LV_PART_MAIN)), "DejaVuSans 21");
-  EXPECT_EQ(Rgb(lv_obj_get_style_text_color(title, LV_PART_MAIN)), 0x010101u);
+  EXPECT_EQ(FontOf(title), "DejaVuSans 21");
+  EXPECT_EQ(TextColorOf(title), 0x010101u);
   EXPECT_EQ(LabelText(title), "Board view");
 }
 
 TEST_F(BoardViewStyles, FooterIsCentredAndTakesItsLookFromTheRecord) {
   Build();
   lv_obj_t *footer = Objects()[5];
-  EXPECT_EQ(FontText(lv_obj_get_style_text_font(footer, LV_PART_MAIN)), "DejaVuSans 13");
-  EXPECT_EQ(Rgb(lv_obj_get_style_text_color(footer, LV_PART_MAIN)), 0x030303u);
+  EXPECT_EQ(FontOf(footer), "DejaVuSans 13");
+  EXPECT_EQ(TextColorOf(footer), 0x030303u);
   EXPECT_EQ(lv_obj_get_style_text_align(footer, LV_PART_MAIN), LV_TEXT_ALIGN_CENTER);
 }
 
 TEST_F(BoardViewStyles, KeyHelpIsCentredRecolouredAndTakesItsLookFromTheRecord) {
   Build();
   lv_obj_t *keyHelp = Objects()[6];
-  EXPECT_EQ(FontText(lv_obj_get_style_text_font(keyHelp, LV_PART_MAIN)), "DejaVuSansBold 15");
-  EXPECT_EQ(Rgb(lv_obj_get_style_text_color(keyHelp, LV_PART_MAIN)), 0x020202u);
+  EXPECT_EQ(FontOf(keyHelp), "DejaVuSansBold 15");
+  EXPECT_EQ(TextColorOf(keyHelp), 0x020202u);
   EXPECT_EQ(lv_obj_get_style_text_align(keyHelp, LV_PART_MAIN), LV_TEXT_ALIGN_CENTER);
   EXPECT_TRUE(lv_label_get_recolor(keyHelp));
 }
@@ -77,8 +77,8 @@ TEST_F(BoardViewStyles, KeyHelpEndsAfter299Characters) {
 TEST_F(BoardViewStyles, InfoTextTakesItsLookFromTheRecord) {
   Build();
   lv_obj_t *info = gView.InfoText;
-  EXPECT_EQ(FontText(lv_obj_get_style_text_font(info, LV_PART_MAIN)), "DejaVuSans 27");
-  EXPECT_EQ(Rgb(lv_obj_get_style_text_color(info, LV_PART_MAIN)), 0x040404u);
+  EXPECT_EQ(FontOf(info), "DejaVuSans 27");
+  EXPECT_EQ(TextColorOf(info), 0x040404u);
   EXPECT_EQ(lv_label_get_long_mode(info), LV_LABEL_LONG_DOT);
   EXPECT_TRUE(lv_label_get_recolor(info));
   EXPECT_EQ(LabelText(info), "Leave");
@@ -127,14 +127,14 @@ TEST_F(BoardViewStyles, ButtonsHaveNothingOfTheTheme) {
 
 TEST_F(BoardViewStyles, FontSizesFollowTheVerticalScale) {
   BuildUnfocused(3840, 2160);
-  EXPECT_EQ(FontText(lv_obj_get_style_text_font(Objects()[4], LV_PART_MAIN)), "DejaVuSans 42");
+  EXPECT_EQ(FontOf(Objects()[4]), "DejaVuSans 42");
   EXPECT_EQ(LookOf(Button(1)).Font, "DejaVuSans 38");
   EXPECT_EQ(LookOf(gView.CloseButton).Font, "DejaVuSansBold 34");
 }
 
 TEST_F(BoardViewStyles, FontSizesAreCutAtFractions) {
   BuildUnfocused(1024, 768);
-  EXPECT_EQ(FontText(lv_obj_get_style_text_font(Objects()[4], LV_PART_MAIN)), "DejaVuSans 16");
+  EXPECT_EQ(FontOf(Objects()[4]), "DejaVuSans 16");
   EXPECT_EQ(LookOf(Button(1)).Font, "DejaVuSans 15");
   EXPECT_EQ(LookOf(gView.CloseButton).Font, "DejaVuSansBold 13");
 }

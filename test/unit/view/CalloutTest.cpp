@@ -139,11 +139,11 @@ CalloutLook LookOf(lv_obj_t *callout) {
   return {lv_obj_get_style_radius(callout, LV_PART_MAIN),
           lv_obj_get_style_bg_opa(callout, LV_PART_MAIN),
           Rgb(lv_obj_get_style_bg_color(callout, LV_PART_MAIN)),
-          Rgb(lv_obj_get_style_text_color(callout, LV_PART_MAIN)),
+          TextColorOf(callout),
           Rgb(lv_obj_get_style_border_color(callout, LV_PART_MAIN)),
           lv_obj_get_style_border_width(callout, LV_PART_MAIN),
           lv_obj_get_style_border_opa(callout, LV_PART_MAIN),
-          FontText(lv_obj_get_style_text_font(callout, LV_PART_MAIN))};
+          FontOf(callout)};
 }
 
 OBV_COMPONENT_STYLE StyleOf(UINT8 base, UINT8 border, UINT8 radius) {

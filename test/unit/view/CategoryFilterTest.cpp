@@ -10,11 +10,9 @@ constexpr UINT32 kTypes[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
 constexpr UINT32 kCodes[] = {0, 1, 2, 3, 4, 8};
 
 // One component of each type; index and type are the same. All have both dots.
-class CategoryFilter : public ViewStage {
+class CategoryFilter : public PanelStage {
  protected:
   CategoryFilter() {
-    LeaveFontsOut();
-    Host.ClearComponents();
     for (UINT32 type : kTypes) {
       std::u16string name = u"T" + fake::FromAscii(std::to_string(type));
       auto place = static_cast<INT16>(100 + 60 * static_cast<int>(type));
@@ -147,7 +145,7 @@ TEST_F(CategoryFilter, ClickedButtonGetsTheFocusAndExplainsItself) {
   Build();
   Click(2);
   EXPECT_EQ(lv_group_get_focused(lv_group_get_default()), gView.FilterButtons[2]);
-  EXPECT_EQ(WholeText(gView.InfoText), "Category SATA");
+  EXPECT_EQ(PanelText(), "Category SATA");
 }
 
 TEST_F(CategoryFilter, ClickedButtonAloneLooksSelected) {
@@ -193,9 +191,9 @@ TEST_F(CategoryFilter, ComponentThatKeepsTheFocusIsShownInThePanel) {
   lv_group_focus_freeze(lv_group_get_default(), true);
   fake::CopyText(Host.Components[1].Info[0].Value, u"changed");
   Click(2);
-  EXPECT_EQ(WholeText(gView.InfoText), "\n\n" + InfoLineText("LT1", "v"));
+  EXPECT_EQ(PanelText(), "\n\n" + InfoLineText("LT1", "v"));
   Click(1);
-  EXPECT_EQ(WholeText(gView.InfoText), "\n\n" + InfoLineText("LT1", "changed"));
+  EXPECT_EQ(PanelText(), "\n\n" + InfoLineText("LT1", "changed"));
 }
 
 TEST_F(CategoryFilter, FocusShowsTheHintAndItsLossBlanksTheText) {
@@ -203,10 +201,10 @@ TEST_F(CategoryFilter, FocusShowsTheHintAndItsLossBlanksTheText) {
   const char *captions[] = {"ALL", "USB", "SATA", "M.2", "PCIE", "FAN"};
   for (size_t button = 0; button < 6; button++) {
     lv_event_send(gView.FilterButtons[button], LV_EVENT_FOCUSED, nullptr);
-    EXPECT_EQ(WholeText(gView.InfoText), std::string("Category ") + captions[button]);
+    EXPECT_EQ(PanelText(), std::string("Category ") + captions[button]);
     lv_event_send(gView.FilterButtons[button], LV_EVENT_DEFOCUSED, nullptr);
-    EXPECT_EQ(WholeText(gView.InfoText), " ");
-    EXPECT_EQ(WholeText(gView.Heading), " ");
+    EXPECT_EQ(PanelText(), " ");
+    EXPECT_EQ(PanelHeading(), " ");
   }
   EXPECT_EQ(gView.CategoryFilter, 0u);
 }
@@ -219,7 +217,7 @@ TEST_F(CategoryFilter, OtherEventsAreIgnored) {
     lv_event_send(gView.FilterButtons[2], code, nullptr);
   }
   EXPECT_EQ(gView.CategoryFilter, 0u);
-  EXPECT_EQ(WholeText(gView.InfoText), "untouched");
+  EXPECT_EQ(PanelText(), "untouched");
   EXPECT_EQ(Shown(&ComponentWidgets::Callout).size(), 10u);
 }
 
@@ -230,7 +228,7 @@ class FilterHint : public CategoryFilter {
     Host.Strings["en-US"][6] = std::u16string(letters, u'h') + u"%a";
     Build();
     lv_event_send(gView.FilterButtons[2], LV_EVENT_FOCUSED, nullptr);
-    return WholeText(gView.InfoText);
+    return PanelText();
   }
 };
 
@@ -240,12 +238,8 @@ TEST_F(FilterHint, Of100BytesIsCutByOne) { EXPECT_EQ(HintAfter(96), std::string(
 
 TEST_F(FilterHint, MuchTooLongIsCutTo99Bytes) { EXPECT_EQ(HintAfter(500), std::string(99, 'h')); }
 
-class NextCategory : public ViewStage {
+class NextCategory : public PanelStage {
  protected:
-  NextCategory() {
-    LeaveFontsOut();
-    Host.ClearComponents();
-  }
   static std::vector<UINT32> Steps(int count) {
     std::vector<UINT32> filters;
     for (int i = 0; i < count; i++) {
@@ -275,7 +269,7 @@ TEST_F(NextCategory, IsAClickOnTheButton) {
   SelectNextCategory();
   EXPECT_EQ(lv_group_get_focused(lv_group_get_default()), gView.FilterButtons[4]);
   EXPECT_EQ(lv_obj_get_style_radius(gView.FilterButtons[4], LV_PART_MAIN), 4);
-  EXPECT_EQ(WholeText(gView.InfoText), "Category PCIE");
+  EXPECT_EQ(PanelText(), "Category PCIE");
 }
 
 class InsertKey : public RunScript {};

@@ -1,5 +1,6 @@
 // What the close button does.
 
+#include "test/unit/stage/RunScript.h"
 #include "test/unit/stage/ViewStage.h"
 
 #include "app/base/Run.h"
@@ -10,28 +11,6 @@ class CloseButton : public ViewStage {
  protected:
   CloseButton() { LeaveFontsOut(); }
   static void Send(lv_event_code_t code) { lv_event_send(gView.CloseButton, code, nullptr); }
-  /// The info text, with "(close) " before it when the button has the focus.
-  static std::string Seen() {
-    bool close = lv_group_get_focused(gLvglPort.Group) == gView.CloseButton;
-    return (close ? "(close) " : "") + LabelText(gView.InfoText);
-  }
-  /// A run with one component, whose callout leaves the info text alone, beginning at a saved
-  /// focus: what is seen before and after a key that enters the button, and after Tab.
-  std::vector<std::string> SeenInRun(UINT16 focusIndex, const EFI_INPUT_KEY &enter) {
-    Host.ClearComponents();
-    Host.AddComponent(u"TPM", OBV_TYPE_UNCATEGORISED, 0x108, 900, 800);
-    Host.State.FocusIndex = focusIndex;
-    Machine.AddOutput({{1024, 768}});
-    Host.Install();
-    std::vector<std::string> seen;
-    auto look = [&seen] { seen.push_back(Seen()); };
-    fake::RunOptions options;
-    options.At(30, look).At(30, [&] { Machine.Keyboard.Push(enter); });
-    options.At(40, look).At(40, [&] { Machine.Keyboard.Character(u'\t'); });
-    options.At(50, look);
-    EXPECT_EQ(fake::RunApplication(Machine, options).Status, EFI_SUCCESS);
-    return seen;
-  }
 };
 
 TEST_F(CloseButton, CarriesAnX) {
@@ -64,15 +43,6 @@ TEST_F(CloseButton, LeavingBlanksTheHeadingToo) {
   EXPECT_EQ(LabelText(gView.Heading), " ");
 }
 
-TEST_F(CloseButton, PageUpFromTheFirstCalloutShowsItsHintAndTabBlanksIt) {
-  EXPECT_EQ(SeenInRun(1, {SCAN_PAGE_UP, 0}), (std::vector<std::string>{" ", "(close) Leave", " "}));
-}
-
-TEST_F(CloseButton, TabFromTheLastFilterButtonShowsItsHintAndTabBlanksIt) {
-  EXPECT_EQ(SeenInRun(106, {0, u'\t'}),
-            (std::vector<std::string>{"Category FAN", "(close) Leave", " "}));
-}
-
 TEST_F(CloseButton, OtherEventsAreIgnored) {
   Build();
   lv_label_set_text(gView.InfoText, "untouched");
@@ -86,35 +56,64 @@ TEST_F(CloseButton, OtherEventsAreIgnored) {
   EXPECT_EQ(LabelText(gView.InfoText), "untouched");
 }
 
-// A whole run, ended by the tablet.
-TEST_F(CloseButton, RealClickEndsTheRun) {
-  Machine.AddOutput({{1920, 1080}});
-  Machine.AddSimplePointer();
-  Machine.AddAbsolutePointer({0, 0, 1919, 1079});
-  Host.Install();
-  fake::RunOptions options;
-  options.EscapeAtTurn = 0;
-  options.MostTurns = 300;
-  options.At(20, [this] { Machine.Tablet()->MoveTo(1875, 114); });
-  options.At(30, [this] { Machine.Tablet()->MoveTo(1875, 114, 1); });
-  options.At(40, [this] { Machine.Tablet()->MoveTo(1875, 114, 0); });
-  fake::RunResult result = fake::RunApplication(Machine, options);
-  EXPECT_EQ(result.Status, EFI_SUCCESS);
-  EXPECT_GE(result.Turns, 40);
-  EXPECT_LE(result.Turns, 45);
+// Whole runs.
+class CloseButtonRun : public RunScript {
+ protected:
+  CloseButtonRun() { LeaveFontsOut(); }
+  /// Looks at the info text, with "(close) " before it when the button has the focus.
+  void ThenLook() {
+    Then(
+        [this] {
+          bool close = Focused() == gView.CloseButton;
+          seen_.push_back((close ? "(close) " : "") + LabelText(gView.InfoText));
+        },
+        0);
+  }
+  /// A run with one component, whose callout leaves the info text alone, beginning at a saved
+  /// focus: what is seen before and after a key that enters the button, and after Tab.
+  Lines SeenInRun(UINT16 focusIndex, const EFI_INPUT_KEY &enter) {
+    Host.ClearComponents();
+    Host.AddComponent(u"TPM", OBV_TYPE_UNCATEGORISED, 0x108, 900, 800);
+    Host.State.FocusIndex = focusIndex;
+    ThenLook();
+    Then([&] { Machine.Keyboard.Push(enter); });
+    ThenLook();
+    ThenCharacter(u'\t');
+    ThenLook();
+    EXPECT_EQ(Run(1024, 768).Status, EFI_SUCCESS);
+    EXPECT_TRUE(RanToTheEnd());
+    return seen_;
+  }
+
+ private:
+  Lines seen_;
+};
+
+TEST_F(CloseButtonRun, PageUpFromTheFirstCalloutShowsItsHintAndTabBlanksIt) {
+  EXPECT_EQ(SeenInRun(1, {SCAN_PAGE_UP, 0}), (Lines{" ", "(close) Leave", " "}));
 }
 
-TEST_F(CloseButton, ClickBesideItDoesNotEndTheRun) {
-  Machine.AddOutput({{1920, 1080}});
-  Machine.AddSimplePointer();
-  Machine.AddAbsolutePointer({0, 0, 1919, 1079});
-  Host.Install();
-  fake::RunOptions options;
-  options.EscapeAtTurn = 100;
-  options.At(20, [this] { Machine.Tablet()->MoveTo(1850, 114); });
-  options.At(30, [this] { Machine.Tablet()->MoveTo(1850, 114, 1); });
-  options.At(40, [this] { Machine.Tablet()->MoveTo(1850, 114, 0); });
-  EXPECT_GE(fake::RunApplication(Machine, options).Turns, 100);
+TEST_F(CloseButtonRun, TabFromTheLastFilterButtonShowsItsHintAndTabBlanksIt) {
+  EXPECT_EQ(SeenInRun(106, {0, u'\t'}), (Lines{"Category FAN", "(close) Leave", " "}));
+}
+
+TEST_F(CloseButtonRun, RealClickEndsTheRun) {
+  AddTablet();
+  ThenPoint(1875, 114);
+  ThenPoint(1875, 114, true);
+  bool heldDown = false;
+  Then([&] { heldDown = true; }, 0);
+  ThenPoint(1875, 114);
+  EXPECT_EQ(Run().Status, EFI_SUCCESS);
+  EXPECT_TRUE(heldDown) << "the press alone ended the run";
+  EXPECT_FALSE(RanToTheEnd());
+}
+
+TEST_F(CloseButtonRun, ClickBesideItDoesNotEndTheRun) {
+  AddTablet();
+  ThenClick(1850, 114);
+  EXPECT_EQ(Run().Status, EFI_SUCCESS);
+  EXPECT_TRUE(RanToTheEnd());
 }
 
 }  // namespace

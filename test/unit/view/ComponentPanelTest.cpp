@@ -5,13 +5,9 @@
 
 namespace {
 
-class ComponentPanel : public ViewStage {
+class ComponentPanel : public PanelStage {
  protected:
-  ComponentPanel() {
-    LeaveFontsOut();
-    Host.ClearComponents();
-    fake::CopyText(Host.Config.SideLabel.Color, "1,2,3");
-  }
+  ComponentPanel() { fake::CopyText(Host.Config.SideLabel.Color, "1,2,3"); }
 
   /// The one component of most tests; its query answers success with these lines.
   OBV_COMPONENT &Add(std::vector<fake::TestHost::InfoLine> lines, EFI_STATUS status = EFI_SUCCESS) {
@@ -29,8 +25,6 @@ class ComponentPanel : public ViewStage {
   static std::string SideLine(const std::string &label, const std::string &value) {
     return "#010203 " + label + ": #" + value + kLineEnd;
   }
-  static std::string Info() { return WholeText(gView.InfoText); }
-  static std::string Side() { return WholeText(gView.SideList); }
   std::string LabelOf(size_t line) { return fake::ToAscii(Component().Info[line].Label); }
   std::string ValueOf(size_t line) { return fake::ToAscii(Component().Info[line].Value); }
 };
@@ -42,16 +36,16 @@ TEST_F(ComponentPanel, ShowsNameDescriptionAndSideList) {
   Add({{u"Speed", u"10 Gbps"}, {u"Port", u"Keyboard", OBV_INFO_SIDE_LIST}, {u"Hub", u"4 ports"}});
   Build();
   FillComponentPanel(0);
-  EXPECT_EQ(WholeText(gView.Heading), "X");
-  EXPECT_EQ(Info(), "\n\n" + Line("Speed", "10 Gbps") + Line("Hub", "4 ports"));
-  EXPECT_EQ(Side(), SideLine("Port", "Keyboard"));
+  EXPECT_EQ(PanelHeading(), "X");
+  EXPECT_EQ(PanelText(), "\n\n" + Line("Speed", "10 Gbps") + Line("Hub", "4 ports"));
+  EXPECT_EQ(PanelList(), SideLine("Port", "Keyboard"));
 }
 
 TEST_F(ComponentPanel, HeadingCarriesTheMarksOfTheName) {
   Add({}, EFI_NOT_READY).SearchTokenId = 0;
   Build();
   FillComponentPanel(0);
-  EXPECT_EQ(WholeText(gView.Heading), "X * **");
+  EXPECT_EQ(PanelHeading(), "X * **");
 }
 
 TEST_F(ComponentPanel, NameOf19BytesIsShownAndOfTwentyLeavesTheHeadingEmpty) {
@@ -59,18 +53,18 @@ TEST_F(ComponentPanel, NameOf19BytesIsShownAndOfTwentyLeavesTheHeadingEmpty) {
   Host.AddComponent(std::u16string(20, u'm'), OBV_TYPE_USB, 1, 300, 300);
   Build();
   FillComponentPanel(0);
-  EXPECT_EQ(WholeText(gView.Heading), std::string(19, 'n'));
+  EXPECT_EQ(PanelHeading(), std::string(19, 'n'));
   FillComponentPanel(1);
-  EXPECT_EQ(WholeText(gView.Heading), "");
+  EXPECT_EQ(PanelHeading(), "");
 }
 
 TEST_F(ComponentPanel, IndexAtTheCountDoesNothing) {
   Add({{u"a", u"b"}});
   Build();
-  std::string before = Info();
+  std::string before = PanelText();
   FillComponentPanel(1);
   FillComponentPanel(~UINTN{0});
-  EXPECT_EQ(Info(), before);
+  EXPECT_EQ(PanelText(), before);
   EXPECT_EQ(gView.Heading, nullptr);
 }
 
@@ -79,7 +73,7 @@ TEST_F(ComponentPanel, NoMappingAddsANote) {
   Build();
   FillComponentPanel(0);
   EXPECT_EQ(Component().InfoCount, 2u);
-  EXPECT_EQ(Info(), "\n\n" + Line("a", "b") + Line("Note", kUnavailable));
+  EXPECT_EQ(PanelText(), "\n\n" + Line("a", "b") + Line("Note", kUnavailable));
 }
 
 TEST_F(ComponentPanel, NoMappingWithTwentyLinesGetsNoNote) {
@@ -87,7 +81,7 @@ TEST_F(ComponentPanel, NoMappingWithTwentyLinesGetsNoNote) {
   Build();
   FillComponentPanel(0);
   EXPECT_EQ(Component().InfoCount, 20u);
-  EXPECT_EQ(Info().find("Note"), std::string::npos);
+  EXPECT_EQ(PanelText().find("Note"), std::string::npos);
 }
 
 TEST_F(ComponentPanel, NoMappingWithNineteenLinesGetsItsNoteAsTheTwentieth) {
@@ -103,7 +97,7 @@ TEST_F(ComponentPanel, AnyNoteOfTheHostStandsForOurs) {
   Add({{u"Note", u"of the host"}}, EFI_NO_MAPPING);
   Build();
   FillComponentPanel(0);
-  EXPECT_EQ(Info(), "\n\n" + Line("Note", "of the host"));
+  EXPECT_EQ(PanelText(), "\n\n" + Line("Note", "of the host"));
 }
 
 TEST_F(ComponentPanel, NoMappingCountsBeforeTheOtherFlags) {
@@ -114,7 +108,7 @@ TEST_F(ComponentPanel, NoMappingCountsBeforeTheOtherFlags) {
     Component().*flag = 1;
     Component().InfoCount = 0;
     FillComponentPanel(0);
-    EXPECT_EQ(Info(), "\n\n" + Line("Note", kUnavailable));
+    EXPECT_EQ(PanelText(), "\n\n" + Line("Note", kUnavailable));
   }
 }
 
@@ -122,7 +116,7 @@ TEST_F(ComponentPanel, WithoutAnyFlagTheDeviceIsNotPresent) {
   Add({{u"a", u"b"}}, EFI_NOT_FOUND);
   Build();
   FillComponentPanel(0);
-  EXPECT_EQ(Info(), "\n\n" + Line("a", "b") + Line("Device", kNotPresent));
+  EXPECT_EQ(PanelText(), "\n\n" + Line("a", "b") + Line("Device", kNotPresent));
 }
 
 TEST_F(ComponentPanel, FocusedSeveralTimesItIsNotPresentOnlyOnce) {
@@ -132,7 +126,7 @@ TEST_F(ComponentPanel, FocusedSeveralTimesItIsNotPresentOnlyOnce) {
     lv_group_focus_obj(gView.CloseButton);
     lv_group_focus_obj(gView.Components[0].Callout);
     EXPECT_EQ(Component().InfoCount, 1u);
-    EXPECT_EQ(Info(), "\n\n" + Line("Device", kNotPresent));
+    EXPECT_EQ(PanelText(), "\n\n" + Line("Device", kNotPresent));
   }
 }
 
@@ -162,7 +156,7 @@ TEST_F(ComponentPanel, NotPresentWithTwentyLinesIsNotSaid) {
   Build();
   FillComponentPanel(0);
   EXPECT_EQ(Component().InfoCount, 20u);
-  EXPECT_EQ(Info().find(kNotPresent), std::string::npos);
+  EXPECT_EQ(PanelText().find(kNotPresent), std::string::npos);
 }
 
 TEST_F(ComponentPanel, AddedLineGoesWhereItsSlotsKindSays) {
@@ -170,8 +164,8 @@ TEST_F(ComponentPanel, AddedLineGoesWhereItsSlotsKindSays) {
   Build();
   Component().Info[0].Kind = OBV_INFO_SIDE_LIST;
   FillComponentPanel(0);
-  EXPECT_EQ(Info(), "\n\n");
-  EXPECT_EQ(Side(), SideLine("Device", kNotPresent));
+  EXPECT_EQ(PanelText(), "\n\n");
+  EXPECT_EQ(PanelList(), SideLine("Device", kNotPresent));
   EXPECT_EQ(Component().Info[0].Kind, static_cast<UINT32>(OBV_INFO_SIDE_LIST));
 }
 
@@ -181,31 +175,31 @@ TEST_F(ComponentPanel, AddedLineOfAForeignKindIsNotShown) {
   Component().Info[0].Kind = 7;
   FillComponentPanel(0);
   EXPECT_EQ(Component().InfoCount, 1u);
-  EXPECT_EQ(Info(), "\n\n");
-  EXPECT_EQ(Side(), "");
+  EXPECT_EQ(PanelText(), "\n\n");
+  EXPECT_EQ(PanelList(), "");
 }
 
 TEST_F(ComponentPanel, LinesOfOtherKindsAreDropped) {
   Add({{u"a", u"1", 2}, {u"b", u"2"}, {u"c", u"3", 0xFFFFFFFF}, {u"d", u"4", OBV_INFO_SIDE_LIST}});
   Build();
   FillComponentPanel(0);
-  EXPECT_EQ(Info(), "\n\n" + Line("b", "2"));
-  EXPECT_EQ(Side(), SideLine("d", "4"));
+  EXPECT_EQ(PanelText(), "\n\n" + Line("b", "2"));
+  EXPECT_EQ(PanelList(), SideLine("d", "4"));
 }
 
 TEST_F(ComponentPanel, LabelOfBlanksShowsItsValueAlone) {
   Add({{u"   ", u"alone"}, {u" \n", u"too", OBV_INFO_SIDE_LIST}, {u"", u"empty"}});
   Build();
   FillComponentPanel(0);
-  EXPECT_EQ(Info(), "\n\nalone" + kLineEnd + "empty" + kLineEnd);
-  EXPECT_EQ(Side(), "too" + kLineEnd);
+  EXPECT_EQ(PanelText(), "\n\nalone" + kLineEnd + "empty" + kLineEnd);
+  EXPECT_EQ(PanelList(), "too" + kLineEnd);
 }
 
 TEST_F(ComponentPanel, LabelsAndValuesAreTrimmedInTheHostsRecord) {
   Add({{u" label \n", u" value\n \n"}, {u"l ", u"v ", OBV_INFO_SIDE_LIST}, {u"k ", u"v ", 5}});
   Build();
   FillComponentPanel(0);
-  EXPECT_EQ(Info(), "\n\n" + Line(" label", " value"));
+  EXPECT_EQ(PanelText(), "\n\n" + Line(" label", " value"));
   EXPECT_EQ(LabelOf(0) + "|" + ValueOf(0), " label| value");
   EXPECT_EQ(LabelOf(1) + "|" + ValueOf(1), "l|v");
   EXPECT_EQ(LabelOf(2) + "|" + ValueOf(2), "k|v");
@@ -215,7 +209,7 @@ TEST_F(ComponentPanel, OnlySideListLinesLeaveTwoEmptyLinesWithTheListTenPixelsBe
   Add({{u"Port", u"Keyboard", OBV_INFO_SIDE_LIST}, {u"Port", u"Mouse", OBV_INFO_SIDE_LIST}});
   Build();
   FillComponentPanel(0);
-  EXPECT_EQ(Info(), "\n\n");
+  EXPECT_EQ(PanelText(), "\n\n");
   lv_obj_update_layout(Screen());
   Place info = PlaceOf(gView.InfoText);
   Place side = PlaceOf(gView.SideList);
@@ -243,7 +237,7 @@ TEST_F(ComponentPanel, WithoutSideListLinesTheOldListGoes) {
   FillComponentPanel(0);
   Component().InfoCount = 1;
   FillComponentPanel(0);
-  EXPECT_EQ(Side(), "");
+  EXPECT_EQ(PanelList(), "");
 }
 
 }  // namespace

@@ -38,9 +38,9 @@ TEST_F(FilterButtonLook, OnlyTheAllButtonStartsOutSelected) {
   ReStoreUIState();
   EXPECT_EQ(lv_obj_get_style_radius(Button(0), LV_PART_MAIN), 8);
   EXPECT_EQ(lv_obj_get_style_bg_opa(Button(0), LV_PART_MAIN), 0);
-  EXPECT_EQ(Rgb(lv_obj_get_style_text_color(Button(0), LV_PART_MAIN)), 0x140001u);
+  EXPECT_EQ(TextColorOf(Button(0)), 0x140001u);
   EXPECT_EQ(lv_obj_get_style_border_width(Button(0), LV_PART_MAIN), 3);
-  EXPECT_EQ(FontText(lv_obj_get_style_text_font(Button(0), LV_PART_MAIN)), "DejaVuSans 19");
+  EXPECT_EQ(FontOf(Button(0)), "DejaVuSans 19");
   ExpectBorder(Button(0), 0x0A0002, 204);
   for (int row = 1; row < 6; ++row) {
     EXPECT_EQ(LookOf(Button(row)), kDefaultLook) << row;

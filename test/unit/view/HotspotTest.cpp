@@ -2,7 +2,7 @@
 
 #include <random>
 
-#include "test/unit/stage/ViewStage.h"
+#include "test/unit/stage/ComponentStage.h"
 
 namespace {
 
@@ -10,12 +10,10 @@ using Outline = std::vector<OBV_VERTEX>;
 
 constexpr UINT32 kFill = 0x190A141E;
 
-class Hotspot : public ViewStage {
+class Hotspot : public ComponentStage {
  protected:
   Hotspot() {
-    LeaveFontsOut();
     Host.ScaleComponents = false;
-    Host.Components.clear();
     fake::CopyText(Host.Config.HotspotColor, "10,20,30");
   }
 

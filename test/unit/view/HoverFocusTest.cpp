@@ -1,18 +1,14 @@
 // The focus that follows the pointer.
 
-#include "test/unit/stage/ViewStage.h"
+#include "test/unit/stage/ComponentStage.h"
 
 #include "capture/MessageBox.h"
 #include "platform/Pointer.h"
 
 namespace {
 
-class HoverFocus : public ViewStage {
+class HoverFocus : public ComponentStage {
  protected:
-  HoverFocus() {
-    LeaveFontsOut();
-    Host.ClearComponents();
-  }
   /// A component whose outline is this rectangle, with its callout far away from it.
   OBV_COMPONENT &Add(UINT16 left, UINT16 top, UINT16 right, UINT16 bottom, UINT32 type = 0) {
     auto number = static_cast<INT16>(Host.Components.size());
@@ -36,10 +32,10 @@ class HoverFocus : public ViewStage {
   /// The component that has the focus once the pointer is there; -1 for none.
   static int FocusAt(UINT16 x, UINT16 y, BOOLEAN pressed = FALSE) {
     UpdateHoverFocus(x, y, pressed);
-    return Focused();
+    return FocusedComponent();
   }
-  static int Focused() {
-    lv_obj_t *focused = lv_group_get_focused(gLvglPort.Group);
+  static int FocusedComponent() {
+    lv_obj_t *focused = Focused();
     for (int i = 0; i < static_cast<int>(kMaxViewComponents); i++) {
       if (focused != nullptr && gView.Components[i].Callout == focused) {
         return i;
@@ -154,17 +150,17 @@ TEST_F(HoverFocus, AReadingWithoutNewsLeavesTheFocusAlone) {
   lv_indev_data_t data = {};
   Machine.Tablet()->MoveTo(150, 160, 1);
   PointerRead(nullptr, &data);
-  EXPECT_EQ(Focused(), 0);
+  EXPECT_EQ(FocusedComponent(), 0);
   lv_group_focus_obj(gView.CloseButton);
   PointerRead(nullptr, &data);
-  EXPECT_EQ(lv_group_get_focused(gLvglPort.Group), gView.CloseButton);
+  EXPECT_EQ(Focused(), gView.CloseButton);
   EXPECT_EQ(gPointer.X, 150);
   EXPECT_EQ(gPointer.Y, 160);
   EXPECT_TRUE(gPointer.Pressed);
   // With news it follows again, though the pointer has not moved.
   Machine.Mouse()->Move(0, 0);
   PointerRead(nullptr, &data);
-  EXPECT_EQ(Focused(), 0);
+  EXPECT_EQ(FocusedComponent(), 0);
 }
 
 TEST_F(HoverFocus, AFocusedCalloutIsNotFocusedAgain) {

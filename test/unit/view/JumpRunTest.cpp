@@ -20,16 +20,7 @@ class JumpRun : public RunScript {
   }
   /// A click of the tablet into the middle of a callout.
   void ThenClickCallout(size_t index) {
-    auto point = [this, index](bool pressed) {
-      return [this, index, pressed] {
-        Place place = PlaceOf(gView.Components[index].Callout);
-        Machine.Tablet()->MoveTo(static_cast<UINT64>(place.X + place.Width / 2),
-                                 static_cast<UINT64>(place.Y + place.Height / 2), pressed ? 1 : 0);
-      };
-    };
-    Then(point(false));
-    Then(point(true));
-    Then(point(false));
+    ThenClick([index] { return PlaceOf(gView.Components[index].Callout); });
   }
   /// What the host found in the shared state at the end of life.
   const OBV_SHARED_STATE &Seen() const { return seen_; }

@@ -10,11 +10,9 @@ namespace {
 
 enum Index : size_t { kUsb, kFan, kTpm, kSata };
 
-class Jump : public ViewStage {
+class Jump : public PanelStage {
  protected:
   Jump() {
-    LeaveFontsOut();
-    Host.ClearComponents();
     Host.AddComponent(u"USB_9", OBV_TYPE_USB, 0x1A2B, 300, 300);
     Host.AddComponent(u"FAN", OBV_TYPE_FAN, 0, 500, 300);
     Host.AddComponent(u"TPM", OBV_TYPE_UNCATEGORISED, 0x108, 700, 300);
@@ -150,21 +148,21 @@ TEST_F(Jump, FocusHighlightsAndFillsThePanel) {
   Send(kUsb, LV_EVENT_FOCUSED);
   EXPECT_TRUE(lv_obj_has_state(gView.Components[kUsb].Callout, LV_STATE_FOCUSED));
   EXPECT_TRUE(Highlighted(kUsb));
-  EXPECT_EQ(WholeText(gView.Heading), "USB_9");
-  EXPECT_EQ(WholeText(gView.InfoText), "\n\n" + InfoLineText("Port", "A"));
+  EXPECT_EQ(PanelHeading(), "USB_9");
+  EXPECT_EQ(PanelText(), "\n\n" + InfoLineText("Port", "A"));
 }
 
 TEST_F(Jump, LosingTheFocusHidesTheHighlightAndKeepsTheSideList) {
   Build();
   Send(kUsb, LV_EVENT_FOCUSED);
-  std::string list = WholeText(gView.SideList);
+  std::string list = PanelList();
   Send(kUsb, LV_EVENT_DEFOCUSED);
   EXPECT_FALSE(lv_obj_has_state(gView.Components[kUsb].Callout, LV_STATE_FOCUSED));
   EXPECT_FALSE(Highlighted(kUsb));
-  EXPECT_EQ(WholeText(gView.InfoText), " ");
-  EXPECT_EQ(WholeText(gView.Heading), " ");
+  EXPECT_EQ(PanelText(), " ");
+  EXPECT_EQ(PanelHeading(), " ");
   EXPECT_NE(list, "");
-  EXPECT_EQ(WholeText(gView.SideList), list);
+  EXPECT_EQ(PanelList(), list);
 }
 
 TEST_F(Jump, MarksChangeTheirColourWithTheFocus) {
@@ -197,11 +195,11 @@ TEST_F(Jump, CalloutWithoutMarksKeepsItsTextThroughTheFocus) {
 TEST_F(Jump, UncategorisedComponentIsHighlightedAndLeavesThePanel) {
   Build();
   Send(kUsb, LV_EVENT_FOCUSED);
-  std::string text = WholeText(gView.InfoText);
+  std::string text = PanelText();
   Send(kTpm, LV_EVENT_FOCUSED);
   EXPECT_TRUE(Highlighted(kTpm));
-  EXPECT_EQ(WholeText(gView.InfoText), text);
-  EXPECT_EQ(WholeText(gView.Heading), "USB_9");
+  EXPECT_EQ(PanelText(), text);
+  EXPECT_EQ(PanelHeading(), "USB_9");
 }
 
 TEST_F(Jump, FocusMovesFromOneCalloutToTheNext) {
@@ -211,8 +209,8 @@ TEST_F(Jump, FocusMovesFromOneCalloutToTheNext) {
   lv_group_focus_obj(gView.Components[kSata].Callout);
   EXPECT_FALSE(Highlighted(kUsb));
   EXPECT_TRUE(Highlighted(kSata));
-  EXPECT_EQ(WholeText(gView.Heading), "SATA_1");
-  EXPECT_EQ(WholeText(gView.InfoText), "\n\n" + InfoLineText("Drive", "C"));
+  EXPECT_EQ(PanelHeading(), "SATA_1");
+  EXPECT_EQ(PanelText(), "\n\n" + InfoLineText("Drive", "C"));
 }
 
 TEST_F(Jump, TheTextIsBlankBetweenLossAndGainOfTheFocus) {
@@ -220,8 +218,8 @@ TEST_F(Jump, TheTextIsBlankBetweenLossAndGainOfTheFocus) {
   lv_group_focus_obj(gView.Components[kUsb].Callout);
   lv_group_focus_obj(gView.Components[kTpm].Callout);
   EXPECT_TRUE(Highlighted(kTpm));
-  EXPECT_EQ(WholeText(gView.InfoText), " ");
-  EXPECT_EQ(WholeText(gView.Heading), " ");
+  EXPECT_EQ(PanelText(), " ");
+  EXPECT_EQ(PanelHeading(), " ");
 }
 
 TEST_F(Jump, OtherEventsAreIgnored) {
@@ -234,7 +232,7 @@ TEST_F(Jump, OtherEventsAreIgnored) {
   }
   EXPECT_FALSE(Highlighted(kUsb));
   EXPECT_FALSE(gRun.ExitRequested);
-  EXPECT_EQ(WholeText(gView.InfoText), "untouched");
+  EXPECT_EQ(PanelText(), "untouched");
 }
 
 }  // namespace

@@ -5,20 +5,16 @@
 
 namespace {
 
-class PanelBounds : public ViewStage {
+class PanelBounds : public PanelStage {
  protected:
-  PanelBounds() {
-    LeaveFontsOut();
-    Host.ClearComponents();
-    Host.AddComponent(u"X", OBV_TYPE_USB, 1, 300, 300);
-  }
+  PanelBounds() { Host.AddComponent(u"X", OBV_TYPE_USB, 1, 300, 300); }
 
   /// Shows a component with these lines; the info text without its two leading line feeds.
   std::string Show(std::vector<fake::TestHost::InfoLine> lines) {
     Host.Answers[u"X"].Lines = std::move(lines);
     Build();
     FillComponentPanel(0);
-    std::string text = WholeText(gView.InfoText);
+    std::string text = PanelText();
     EXPECT_EQ(text.substr(0, 2), "\n\n");
     return text.substr(2);
   }
@@ -81,7 +77,7 @@ TEST_F(PanelBounds, SideListHasTheSameBound) {
   // 1279 bytes: the first "\r\n" of the two ends the text.
   std::string full = TextOf(255) + TextOf(255) + TextOf(255) + TextOf(257) + TextOf(257);
   ASSERT_EQ(full.size(), 1279u);
-  EXPECT_EQ(WholeText(gView.SideList), full);
+  EXPECT_EQ(PanelList(), full);
 }
 
 TEST_F(PanelBounds, TwentyLongestLinesFillBothTexts) {
@@ -91,7 +87,7 @@ TEST_F(PanelBounds, TwentyLongestLinesFillBothTexts) {
   }
   std::string line = InfoLineText(std::string(31, 'l'), std::string(255, 'v')).substr(0, 289);
   EXPECT_EQ(Show(std::move(lines)), line + line + line + line);
-  EXPECT_EQ(WholeText(gView.SideList), line + line + line + line);
+  EXPECT_EQ(PanelList(), line + line + line + line);
 }
 
 }  // namespace

@@ -9,11 +9,9 @@ namespace {
 constexpr UINT32 kTypes[] = {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 33, 254};
 
 // One component of each type, named by it.
-class StatusRefresh : public ViewStage {
+class StatusRefresh : public PanelStage {
  protected:
   StatusRefresh() {
-    LeaveFontsOut();
-    Host.ClearComponents();
     for (UINT32 type : kTypes) {
       Host.AddComponent(NameOf(type), type, 1, 300, 300);
     }
@@ -102,10 +100,10 @@ TEST_F(StatusRefresh, FocusedComponentsPanelShowsTheNewLines) {
   Answer(8, EFI_SUCCESS, {{u"Speed", u"900 rpm"}});
   Build();
   lv_group_focus_obj(gView.Components[IndexOf(8)].Callout);
-  EXPECT_EQ(WholeText(gView.InfoText), "\n\n" + InfoLineText("Speed", "900 rpm"));
+  EXPECT_EQ(PanelText(), "\n\n" + InfoLineText("Speed", "900 rpm"));
   Answer(8, EFI_SUCCESS, {{u"Speed", u"1200 rpm"}});
   RefreshStatusTimer(nullptr);
-  EXPECT_EQ(WholeText(gView.InfoText), "\n\n" + InfoLineText("Speed", "1200 rpm"));
+  EXPECT_EQ(PanelText(), "\n\n" + InfoLineText("Speed", "1200 rpm"));
 }
 
 TEST_F(StatusRefresh, OtherComponentsLeaveThePanel) {
@@ -115,7 +113,7 @@ TEST_F(StatusRefresh, OtherComponentsLeaveThePanel) {
   Answer(2, EFI_SUCCESS, {{u"Drive", u"T"}});
   Answer(1, EFI_SUCCESS, {{u"Port", u"U"}});
   RefreshStatusTimer(nullptr);
-  EXPECT_EQ(WholeText(gView.InfoText), "\n\n" + InfoLineText("Drive", "S"));
+  EXPECT_EQ(PanelText(), "\n\n" + InfoLineText("Drive", "S"));
 }
 
 TEST_F(StatusRefresh, PanelIsNotFilledForAComponentUnderAnotherFilter) {
@@ -125,7 +123,7 @@ TEST_F(StatusRefresh, PanelIsNotFilledForAComponentUnderAnotherFilter) {
   Answer(1, EFI_SUCCESS, {{u"Port", u"new"}});
   gView.CategoryFilter = 8;
   RefreshStatusTimer(nullptr);
-  EXPECT_EQ(WholeText(gView.InfoText), "\n\n" + InfoLineText("Port", "old"));
+  EXPECT_EQ(PanelText(), "\n\n" + InfoLineText("Port", "old"));
 }
 
 TEST_F(StatusRefresh, StatusLineIsAddedAnewAfterTheHostRewroteTheTable) {
@@ -133,13 +131,13 @@ TEST_F(StatusRefresh, StatusLineIsAddedAnewAfterTheHostRewroteTheTable) {
   Build();
   lv_group_focus_obj(gView.Components[IndexOf(1)].Callout);
   std::string missing = "\n\n" + InfoLineText("Device", "Not Present");
-  EXPECT_EQ(WholeText(gView.InfoText), missing);
+  EXPECT_EQ(PanelText(), missing);
   RefreshStatusTimer(nullptr);
   EXPECT_EQ(Host.Components[IndexOf(1)].InfoCount, 1u);
-  EXPECT_EQ(WholeText(gView.InfoText), missing);
+  EXPECT_EQ(PanelText(), missing);
   Answer(1, EFI_SUCCESS);
   RefreshStatusTimer(nullptr);
-  EXPECT_EQ(WholeText(gView.InfoText), "\n\n");
+  EXPECT_EQ(PanelText(), "\n\n");
 }
 
 // Else the whole screen would be drawn every two seconds.

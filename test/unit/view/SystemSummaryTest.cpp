@@ -1,6 +1,7 @@
 // The summary of processor, memory, graphics and first boot entry.
 
 #include "test/unit/stage/PanelStage.h"
+#include "test/unit/stage/WholeRun.h"
 
 namespace {
 
@@ -213,16 +214,6 @@ TEST_F(SystemSummary, LineIsCutAt289Characters) {
   EXPECT_EQ(Text(), Line(std::string(21, 'n'), std::string(255, 'b')) + memory + kFirstBoot);
 }
 
-TEST_F(SystemSummary, FailedIntakeLeavesNoSummary) {
-  SetText(3, u"for the host");
-  Host.OnFinishParse = [] { return EFI_DEVICE_ERROR; };
-  Machine.AddOutput({{1920, 1080}});
-  Host.Install();
-  EXPECT_EQ(fake::RunApplication(Machine).Status, EFI_DEVICE_ERROR);
-  EXPECT_EQ(Text(), "");
-  EXPECT_EQ(Host.State.InfoBuffer, nullptr);
-}
-
 TEST_F(SystemSummary, IsShownByTheLastLabelOfTheScreen) {
   fake::CopyText(Host.Config.InfoText.Color, "4,5,6");
   Build();
@@ -230,7 +221,7 @@ TEST_F(SystemSummary, IsShownByTheLastLabelOfTheScreen) {
   ASSERT_TRUE(lv_obj_check_type(label, &lv_label_class));
   EXPECT_EQ(LabelText(label), Text());
   EXPECT_TRUE(lv_label_get_recolor(label));
-  EXPECT_EQ(Rgb(lv_obj_get_style_text_color(label, LV_PART_MAIN)), 0x040506u);
+  EXPECT_EQ(TextColorOf(label), 0x040506u);
   EXPECT_EQ(PlaceOf(label), (Place{1440, 822, 345, 190}));
   EXPECT_EQ(PlaceOf(gView.FilterButtons[0]), (Place{1795, 822, 95, 25}));
 }
@@ -242,14 +233,24 @@ TEST_F(SystemSummary, StandsLeftOfTheFilterButtonsOnASmallScreenToo) {
   EXPECT_EQ(button.X, 936);
 }
 
+class SystemSummaryRun : public WholeRun {};
+
+TEST_F(SystemSummaryRun, FailedIntakeLeavesNoSummary) {
+  fake::CopyText(Host.State.SystemInfo[2], u"for the host");
+  Host.OnFinishParse = [] { return EFI_DEVICE_ERROR; };
+  Install();
+  EXPECT_EQ(Run().Status, EFI_DEVICE_ERROR);
+  EXPECT_EQ(std::string(gSystemSummary.Text), "");
+  EXPECT_EQ(Host.State.InfoBuffer, nullptr);
+}
+
 class SummaryWithFonts : public ViewStage {};
 
 TEST_F(SummaryWithFonts, HasTheFontOfTheInfoText) {
   fake::CopyText(Host.Config.InfoLabel.Font.Name, "DejaVuSansBold");
   Host.Config.InfoLabel.Font.Size = 33;
   Build();
-  EXPECT_EQ(FontText(lv_obj_get_style_text_font(Objects().back(), LV_PART_MAIN)),
-            "DejaVuSansBold 33");
+  EXPECT_EQ(FontOf(Objects().back()), "DejaVuSansBold 33");
 }
 
 class InfoBuffer : public SystemSummary {};
