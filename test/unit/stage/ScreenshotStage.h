@@ -11,6 +11,9 @@
 #include "capture/Screenshot.h"
 #include "platform/PngCodec.h"
 
+// The application's free, by the name that it has in native builds.
+extern "C" void BoardscopeFree(void *pointer);
+
 /// A PNG file's pixels in rows of 0xRRGGBB; nothing for a file that cannot be decoded, or with a
 /// pixel that is not opaque.
 struct Picture {
@@ -21,14 +24,14 @@ struct Picture {
 inline Picture Decode(const std::vector<uint8_t> &file) {
   PngPixels png = DecodePng(file.data(), file.size());
   Picture picture{png.Width, png.Height, {}};
-  for (size_t i = 0; i < size_t{png.Width} * png.Height; i++) {
+  bool opaque = true;
+  for (size_t i = 0; i < size_t{png.Width} * png.Height; ++i) {
     const UINT8 *pixel = png.Data + 4 * i;
-    if (pixel[3] != 0xFF) {
-      return {};
-    }
+    opaque = opaque && pixel[3] == 0xFF;
     picture.Pixels.push_back(static_cast<UINT32>(pixel[0] << 16 | pixel[1] << 8 | pixel[2]));
   }
-  return picture;
+  BoardscopeFree(png.Data);
+  return opaque ? picture : Picture{};
 }
 
 /// What a box showed when it was looked at.
