@@ -15,7 +15,7 @@ namespace {
 UINT64 ReadDriverClock(void *) { return ReadMilliseconds(gDriver.Timer); }
 
 void WriteDriverLog(void *, const CHAR8 *line, UINTN size) {
-  WriteLogPorts(gDriver.Ports, line, size);
+  WriteLogPorts(&gDriver.Ports, line, size);
 }
 
 EFI_STATUS FindDriverGop(void *, EFI_GRAPHICS_OUTPUT_PROTOCOL **gop) { return FindOutput(gop); }
