@@ -48,7 +48,8 @@ void StartHost() {
 /// True when the user's board is in use.
 bool UseBoardFile(EFI_HANDLE imageHandle) {
   UINTN size = 0;
-  EFI_STATUS status = ReadBoardFile(imageHandle, &gDriver.BoardFile, &size);
+  EFI_STATUS status = ReadBoardFile(imageHandle, FeaturePcdGet(PcdBoardFileFromAnyVolume),
+                                    &gDriver.BoardFile, &size);
   if (status == EFI_NOT_FOUND) {
     return false;
   }

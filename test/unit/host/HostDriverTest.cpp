@@ -158,13 +158,12 @@ TEST_F(HostDriver, SerialPortIsGivenUpAtItsFirstTimeOut) {
 /// Every call of every service that loading needs fails once: the driver is either there, with the
 /// default board if need be, or leaves nothing behind.
 TEST_F(HostDriver, AnyFailingServiceLeavesAllOrNothing) {
-  fake::Volume &volume = Machine.AddVolume();
+  fake::Volume &volume = AddOwnVolume();
   volume.Write(kBoardPath, OwnBoard(u"Brought along"));
-  const Service services[] = {Service::AllocatePool,   Service::LocateHandleBuffer,
-                              Service::HandleProtocol, Service::InstallProtocolInterface,
-                              Service::FsOpenVolume,   Service::FileOpen,
-                              Service::FileGetInfo,    Service::FileRead,
-                              Service::FileClose,      Service::HiiNewPackageList};
+  const Service services[] = {
+      Service::AllocatePool, Service::HandleProtocol, Service::InstallProtocolInterface,
+      Service::FsOpenVolume, Service::FileOpen,       Service::FileGetInfo,
+      Service::FileRead,     Service::FileClose,      Service::HiiNewPackageList};
   uint64_t blocks = Machine.Pool.LiveBlocks();
   for (Service service : services) {
     bool failed = true;
