@@ -35,6 +35,9 @@ target_link_libraries(
   PUBLIC boardscope_host boardscope_host_blobs
   PRIVATE boardscope_own boardscope_freestanding boardscope_counted
 )
+target_compile_options(
+  boardscope_host_driver PRIVATE -include ${PROJECT_SOURCE_DIR}/cmake/edk2/AutoGen.h
+)
 
 # The default board and the fonts, as the EFI driver embeds them.
 file(GLOB_RECURSE board_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/assets/board/board.*)

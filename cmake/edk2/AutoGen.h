@@ -1,9 +1,14 @@
 /** @file
   The settings that EDK2's build generates for each library, for the native build: the defaults of
-  EDK2's packages. It is included before every file of EDK2's libraries.
+  EDK2's packages and of ours. It is included before every file of EDK2's libraries and of the
+  reference host's driver.
 **/
 
 #pragma once
+
+#ifdef __cplusplus
+extern "C" {
+#endif
 
 #include <Base.h>
 
@@ -14,6 +19,7 @@ extern CHAR8 *gEfiCallerBaseName;
 
 #define EFI_CALLER_BASE_NAME "Boardscope"
 
+#define _PCD_GET_MODE_BOOL_PcdBoardFileFromAnyVolume FALSE
 #define _PCD_GET_MODE_BOOL_PcdComponentName2Disable FALSE
 #define _PCD_GET_MODE_BOOL_PcdComponentNameDisable FALSE
 #define _PCD_GET_MODE_BOOL_PcdDriverDiagnostics2Disable FALSE
@@ -33,3 +39,7 @@ extern CHAR8 *gEfiCallerBaseName;
 extern const UINT32 _gPcd_FixedAtBuild_PcdControlFlowEnforcementPropertyMask;
 #define _PCD_GET_MODE_32_PcdControlFlowEnforcementPropertyMask \
   _gPcd_FixedAtBuild_PcdControlFlowEnforcementPropertyMask
+
+#ifdef __cplusplus
+}
+#endif

@@ -4,6 +4,7 @@ namespace obv_host {
 namespace {
 
 constexpr const char16_t *kBoardPath = u"\\EFI\\Boardscope\\board.bin";
+constexpr const char16_t *kSecureBoot = u"SecureBoot";
 
 /// Far above any picture of 4095 x 4095 pixels, far below what would starve
 /// the firmware.
@@ -83,18 +84,11 @@ EFI_HANDLE DeviceOf(EFI_HANDLE imageHandle) {
   return EFI_ERROR(status) ? nullptr : image->DeviceHandle;
 }
 
-}  // namespace
-
-EFI_STATUS ReadBoardFile(EFI_HANDLE imageHandle, VOID **data, UINTN *size) {
-  EFI_HANDLE ownDevice = DeviceOf(imageHandle);
-  EFI_STATUS status = ownDevice == nullptr ? EFI_NOT_FOUND : ReadFromVolume(ownDevice, data, size);
-  if (status != EFI_NOT_FOUND) {
-    return status;
-  }
+EFI_STATUS ReadFromAnyVolume(VOID **data, UINTN *size) {
   UINTN count = 0;
   EFI_HANDLE *volumes = nullptr;
-  status = gBS->LocateHandleBuffer(ByProtocol, &gEfiSimpleFileSystemProtocolGuid, nullptr, &count,
-                                   &volumes);
+  EFI_STATUS status = gBS->LocateHandleBuffer(ByProtocol, &gEfiSimpleFileSystemProtocolGuid,
+                                              nullptr, &count, &volumes);
   if (EFI_ERROR(status)) {
     return EFI_NOT_FOUND;
   }
@@ -104,6 +98,30 @@ EFI_STATUS ReadBoardFile(EFI_HANDLE imageHandle, VOID **data, UINTN *size) {
   }
   FreePool(volumes);
   return status;
+}
+
+/// Firmware without the variable has no Secure Boot. A variable that cannot be
+/// read counts as Secure Boot.
+bool SecureBootIsOn() {
+  CHAR16 *name = reinterpret_cast<CHAR16 *>(const_cast<char16_t *>(kSecureBoot));
+  UINT8 value = 1;
+  UINTN size = sizeof(value);
+  EFI_STATUS status = gRT->GetVariable(name, &gEfiGlobalVariableGuid, nullptr, &size, &value);
+  if (EFI_ERROR(status)) {
+    return status != EFI_NOT_FOUND;
+  }
+  return value != 0;
+}
+
+}  // namespace
+
+EFI_STATUS ReadBoardFile(EFI_HANDLE imageHandle, bool anyVolume, VOID **data, UINTN *size) {
+  EFI_HANDLE ownDevice = DeviceOf(imageHandle);
+  EFI_STATUS status = ownDevice == nullptr ? EFI_NOT_FOUND : ReadFromVolume(ownDevice, data, size);
+  if (status != EFI_NOT_FOUND || !anyVolume || SecureBootIsOn()) {
+    return status;
+  }
+  return ReadFromAnyVolume(data, size);
 }
 
 }  // namespace obv_host

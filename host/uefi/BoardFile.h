@@ -9,9 +9,11 @@
 namespace obv_host {
 
 /// Reads \EFI\Boardscope\board.bin from the volume that the driver was loaded
-/// from or, failing that, from the first other volume that has it. *data is a
-/// pool block for the caller to free. EFI_NOT_FOUND when no volume has the
-/// file; otherwise the status of the first volume that has it.
-[[nodiscard]] EFI_STATUS ReadBoardFile(EFI_HANDLE imageHandle, VOID **data, UINTN *size);
+/// from. With anyVolume, and never under Secure Boot, the first other volume
+/// that has the file stands in. *data is a pool block for the caller to free.
+/// EFI_NOT_FOUND when there is no such file; otherwise the status of the volume
+/// that has it.
+[[nodiscard]] EFI_STATUS ReadBoardFile(EFI_HANDLE imageHandle, bool anyVolume, VOID **data,
+                                       UINTN *size);
 
 }  // namespace obv_host

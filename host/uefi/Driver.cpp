@@ -15,7 +15,7 @@ namespace {
 UINT64 ReadDriverClock(void *) { return ReadMilliseconds(gDriver.Timer); }
 
 void WriteDriverLog(void *, const CHAR8 *line, UINTN size) {
-  WriteLogPorts(gDriver.Ports, line, size);
+  WriteLogPorts(&gDriver.Ports, line, size);
 }
 
 EFI_STATUS FindDriverGop(void *, EFI_GRAPHICS_OUTPUT_PROTOCOL **gop) { return FindOutput(gop); }
@@ -48,7 +48,8 @@ void StartHost() {
 /// True when the user's board is in use.
 bool UseBoardFile(EFI_HANDLE imageHandle) {
   UINTN size = 0;
-  EFI_STATUS status = ReadBoardFile(imageHandle, &gDriver.BoardFile, &size);
+  EFI_STATUS status = ReadBoardFile(imageHandle, FeaturePcdGet(PcdBoardFileFromAnyVolume),
+                                    &gDriver.BoardFile, &size);
   if (status == EFI_NOT_FOUND) {
     return false;
   }

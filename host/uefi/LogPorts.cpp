@@ -24,7 +24,7 @@ constexpr UINT8 kClearFifos = 0x07;
 constexpr UINT8 kTerminalReady = 0x03;
 constexpr UINT8 kTransmitterEmpty = 0x20;
 
-/// Reads of the line status before a byte is given up; some tens of
+/// Reads of the line status before the port is given up; some tens of
 /// milliseconds on hardware.
 constexpr UINTN kPatience = 100000;
 
@@ -46,13 +46,15 @@ void SetUpSerial(UINT16 port) {
   IoWrite8(port + kModemControl, kTerminalReady);
 }
 
-void WriteSerial(UINT16 port, UINT8 byte) {
+/// False when the port did not become ready for the byte.
+bool WriteSerial(UINT16 port, UINT8 byte) {
   for (UINTN i = 0; i < kPatience; ++i) {
     if ((IoRead8(port + kLineStatus) & kTransmitterEmpty) != 0) {
       IoWrite8(port + kData, byte);
-      return;
+      return true;
     }
   }
+  return false;
 }
 
 }  // namespace
@@ -71,13 +73,14 @@ void OpenLogPorts(LogPorts *ports) {
   }
 }
 
-void WriteLogPorts(const LogPorts &ports, const CHAR8 *bytes, UINTN size) {
+void WriteLogPorts(LogPorts *ports, const CHAR8 *bytes, UINTN size) {
   for (UINTN i = 0; i < size; ++i) {
-    if (ports.DebugConsole != 0) {
-      IoWrite8(ports.DebugConsole, static_cast<UINT8>(bytes[i]));
+    const UINT8 byte = static_cast<UINT8>(bytes[i]);
+    if (ports->DebugConsole != 0) {
+      IoWrite8(ports->DebugConsole, byte);
     }
-    if (ports.Serial != 0) {
-      WriteSerial(ports.Serial, static_cast<UINT8>(bytes[i]));
+    if (ports->Serial != 0 && !WriteSerial(ports->Serial, byte)) {
+      ports->Serial = 0;
     }
   }
 }

@@ -8,7 +8,7 @@
 
 namespace obv_host {
 
-/// The ports found at start; a port of 0 is absent.
+/// The ports found at start; a port of 0 is absent or was given up.
 struct LogPorts {
   UINT16 DebugConsole;
   UINT16 Serial;
@@ -21,7 +21,8 @@ struct LogPorts {
 void OpenLogPorts(LogPorts *ports);
 
 /// Writes the bytes as they are to both ports. A serial port that stops taking
-/// bytes loses them rather than hang the machine.
-void WriteLogPorts(const LogPorts &ports, const CHAR8 *bytes, UINTN size);
+/// bytes is given up for good: waiting again for every byte would bring the
+/// machine to a crawl.
+void WriteLogPorts(LogPorts *ports, const CHAR8 *bytes, UINTN size);
 
 }  // namespace obv_host

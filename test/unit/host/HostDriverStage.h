@@ -28,11 +28,22 @@ class HostDriverStage : public testing::Test {
     if (FindHost() == &gDriver.Contract.Protocol) {
       EXPECT_EQ(ObvHostUnload(Machine.ImageHandle), EFI_SUCCESS);
     }
+    if (image_.DeviceHandle != nullptr) {
+      Machine.Uninstall(Machine.ImageHandle, gEfiLoadedImageProtocolGuid, &image_);
+    }
     EXPECT_EQ(Machine.Hii.ListCount(), 0U);
     EXPECT_EQ(Machine.ProblemsText(), "");
   }
 
   EFI_STATUS Load() { return ObvHostEntryPoint(Machine.ImageHandle, &Machine.SystemTable); }
+
+  /// The volume that the driver is loaded from; without it, the driver comes from no volume.
+  fake::Volume &AddOwnVolume() {
+    fake::Volume &volume = Machine.AddVolume();
+    image_.DeviceHandle = volume.Handle;
+    Machine.Install(gEfiLoadedImageProtocolGuid, &image_, Machine.ImageHandle);
+    return volume;
+  }
 
   OBV_PROTOCOL *FindHost() {
     EFI_GUID guid = OBV_PROTOCOL_GUID;
@@ -57,6 +68,9 @@ class HostDriverStage : public testing::Test {
   }
 
   fake::Firmware Machine;
+
+ private:
+  EFI_LOADED_IMAGE_PROTOCOL image_ = {};
 };
 
 }  // namespace obv_host

@@ -140,16 +140,30 @@ TEST_F(HostDriver, StuckSerialPortDoesNotHangTheMachine) {
   EXPECT_EQ(gPorts.DebugOutput, "[Host] Ready\n");
 }
 
+TEST_F(HostDriver, SerialPortIsGivenUpAtItsFirstTimeOut) {
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  gPorts.Stuck = true;
+  FindHost()->DebugPrint(OBV_LOG_INFO, "1\n");
+  EXPECT_GT(gPorts.SerialReads, 0U);
+  gPorts.SerialReads = 0;
+  FindHost()->DebugPrint(OBV_LOG_INFO, "2\n");
+  // Ready again, but nobody looks any more.
+  gPorts.Stuck = false;
+  FindHost()->DebugPrint(OBV_LOG_INFO, "3\n");
+  EXPECT_EQ(gPorts.SerialReads, 0U);
+  EXPECT_EQ(gPorts.Sent(0x3E8), "[Host] Ready\n");
+  EXPECT_EQ(gPorts.DebugOutput, "[Host] Ready\n1\n2\n3\n");
+}
+
 /// Every call of every service that loading needs fails once: the driver is either there, with the
 /// default board if need be, or leaves nothing behind.
 TEST_F(HostDriver, AnyFailingServiceLeavesAllOrNothing) {
-  fake::Volume &volume = Machine.AddVolume();
+  fake::Volume &volume = AddOwnVolume();
   volume.Write(kBoardPath, OwnBoard(u"Brought along"));
-  const Service services[] = {Service::AllocatePool,   Service::LocateHandleBuffer,
-                              Service::HandleProtocol, Service::InstallProtocolInterface,
-                              Service::FsOpenVolume,   Service::FileOpen,
-                              Service::FileGetInfo,    Service::FileRead,
-                              Service::FileClose,      Service::HiiNewPackageList};
+  const Service services[] = {
+      Service::AllocatePool, Service::HandleProtocol, Service::InstallProtocolInterface,
+      Service::FsOpenVolume, Service::FileOpen,       Service::FileGetInfo,
+      Service::FileRead,     Service::FileClose,      Service::HiiNewPackageList};
   uint64_t blocks = Machine.Pool.LiveBlocks();
   for (Service service : services) {
     bool failed = true;

@@ -48,6 +48,7 @@ uint8_t Ports::Read(uint16_t port) {
   if (serial == nullptr) {
     return kNobody;
   }
+  SerialReads++;
   if (port % 8 == kLineStatus) {
     return Stuck ? 0 : kTransmitterEmpty;
   }

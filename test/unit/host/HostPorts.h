@@ -18,6 +18,8 @@ struct Ports {
   std::set<uint16_t> Serials = {0x3F8, 0x3E8};
   /// A stuck serial port never becomes ready for a byte.
   bool Stuck = false;
+  /// Reads of any register of the serial ports that exist.
+  uint64_t SerialReads = 0;
 
   std::string DebugOutput;
   /// What went out of the serial port at this base.
