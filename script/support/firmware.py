@@ -7,7 +7,7 @@ import shutil
 import tempfile
 from pathlib import Path
 
-from support import paths
+from support import hardening, paths
 from support.failure import Failure
 from support.linking import link
 from support.running import run, say
@@ -61,6 +61,7 @@ def _build(target: str) -> None:
     output = output_folder(target)
     check_constructors(output)
     check_headers(output)
+    harden(output)
     collect(output, target)
 
 
@@ -127,6 +128,14 @@ def check_headers(output: Path) -> None:
                 f"{dependencies.stem} includes {strays[0]}, a header of this machine's C library. "
                 "Firmware code takes the headers under app/base/libc/include."
             )
+
+
+def harden(output: Path) -> None:
+    """Marks the images as NX compatible, and makes sure that firmware can protect their memory."""
+    for name in IMAGES:
+        image = output / f"{name}.efi"
+        hardening.mark(image)
+        hardening.check(image)
 
 
 def collect(output: Path, target: str) -> None:
