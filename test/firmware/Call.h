@@ -1,4 +1,4 @@
-// The door through which every call enters the fake: counts, records, checks the task priority
+// What every call that enters the fake goes through: counts, records, checks the task priority
 // level, lets due notifications and scheduled actions run, and applies the fault plan.
 
 #pragma once

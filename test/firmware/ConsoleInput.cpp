@@ -4,11 +4,11 @@
 
 namespace fake {
 
-ConsoleInput::ConsoleInput() : door_{{&ResetDoor, &ReadDoor, nullptr}, this} {}
+ConsoleInput::ConsoleInput() : thunk_{{&ResetThunk, &ReadThunk, nullptr}, this} {}
 
-EFI_STATUS EFIAPI ConsoleInput::ResetDoor(EFI_SIMPLE_TEXT_INPUT_PROTOCOL *protocol,
-                                          BOOLEAN extended) {
-  ConsoleInput *self = reinterpret_cast<Door *>(protocol)->Self;
+EFI_STATUS EFIAPI ConsoleInput::ResetThunk(EFI_SIMPLE_TEXT_INPUT_PROTOCOL *protocol,
+                                           BOOLEAN extended) {
+  ConsoleInput *self = reinterpret_cast<Thunk *>(protocol)->Self;
   Call call(Service::ConInReset, self, extended);
   return call.Run([&] {
     self->keys_.clear();
@@ -16,9 +16,9 @@ EFI_STATUS EFIAPI ConsoleInput::ResetDoor(EFI_SIMPLE_TEXT_INPUT_PROTOCOL *protoc
   });
 }
 
-EFI_STATUS EFIAPI ConsoleInput::ReadDoor(EFI_SIMPLE_TEXT_INPUT_PROTOCOL *protocol,
-                                         EFI_INPUT_KEY *key) {
-  ConsoleInput *self = reinterpret_cast<Door *>(protocol)->Self;
+EFI_STATUS EFIAPI ConsoleInput::ReadThunk(EFI_SIMPLE_TEXT_INPUT_PROTOCOL *protocol,
+                                          EFI_INPUT_KEY *key) {
+  ConsoleInput *self = reinterpret_cast<Thunk *>(protocol)->Self;
   Call call(Service::ConInReadKeyStroke, self);
   return call.Run([&]() -> EFI_STATUS {
     if (key == nullptr) {

@@ -12,7 +12,7 @@ class ConsoleInput {
   ConsoleInput(const ConsoleInput &) = delete;
   ConsoleInput &operator=(const ConsoleInput &) = delete;
 
-  EFI_SIMPLE_TEXT_INPUT_PROTOCOL *Protocol() { return &door_.Protocol; }
+  EFI_SIMPLE_TEXT_INPUT_PROTOCOL *Protocol() { return &thunk_.Protocol; }
 
   /// Appends a key stroke: a scan code (SCAN_ESC, SCAN_F12, ...) or a character, not both.
   void Scan(UINT16 scanCode) { keys_.push_back({scanCode, 0}); }
@@ -21,14 +21,14 @@ class ConsoleInput {
   size_t Waiting() const { return keys_.size(); }
 
  private:
-  struct Door {
+  struct Thunk {
     EFI_SIMPLE_TEXT_INPUT_PROTOCOL Protocol;
     ConsoleInput *Self;
   };
-  static EFI_STATUS EFIAPI ResetDoor(EFI_SIMPLE_TEXT_INPUT_PROTOCOL *self, BOOLEAN extended);
-  static EFI_STATUS EFIAPI ReadDoor(EFI_SIMPLE_TEXT_INPUT_PROTOCOL *self, EFI_INPUT_KEY *key);
+  static EFI_STATUS EFIAPI ResetThunk(EFI_SIMPLE_TEXT_INPUT_PROTOCOL *self, BOOLEAN extended);
+  static EFI_STATUS EFIAPI ReadThunk(EFI_SIMPLE_TEXT_INPUT_PROTOCOL *self, EFI_INPUT_KEY *key);
 
-  Door door_;
+  Thunk thunk_;
   std::deque<EFI_INPUT_KEY> keys_;
 };
 

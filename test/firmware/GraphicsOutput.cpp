@@ -37,9 +37,9 @@ std::vector<VideoMode> UsualModes() {
 
 GraphicsOutput::GraphicsOutput(std::string name, std::vector<VideoMode> modes, UINT32 current)
     : name_(std::move(name)),
-      door_{{&QueryModeDoor, &SetModeDoor, &BltDoor, nullptr}, this},
+      thunk_{{&QueryModeThunk, &SetModeThunk, &BltThunk, nullptr}, this},
       modes_(std::move(modes)) {
-  door_.Protocol.Mode = &mode_;
+  thunk_.Protocol.Mode = &mode_;
   mode_.MaxMode = static_cast<UINT32>(modes_.size());
   mode_.Info = &info_;
   mode_.SizeOfInfo = sizeof info_;
@@ -47,7 +47,7 @@ GraphicsOutput::GraphicsOutput(std::string name, std::vector<VideoMode> modes, U
 }
 
 GraphicsOutput *GraphicsOutput::From(EFI_GRAPHICS_OUTPUT_PROTOCOL *protocol) {
-  GraphicsOutput *self = reinterpret_cast<Door *>(protocol)->Self;
+  GraphicsOutput *self = reinterpret_cast<Thunk *>(protocol)->Self;
   if (self->Removed) {
     Firmware::Current().Problem(self->name_ + " was used after its removal");
   }
@@ -97,28 +97,28 @@ EFI_STATUS GraphicsOutput::SetMode(UINT32 number) {
   return EFI_SUCCESS;
 }
 
-EFI_STATUS EFIAPI GraphicsOutput::QueryModeDoor(EFI_GRAPHICS_OUTPUT_PROTOCOL *protocol,
-                                                UINT32 number, UINTN *size,
-                                                EFI_GRAPHICS_OUTPUT_MODE_INFORMATION **info) {
+EFI_STATUS EFIAPI GraphicsOutput::QueryModeThunk(EFI_GRAPHICS_OUTPUT_PROTOCOL *protocol,
+                                                 UINT32 number, UINTN *size,
+                                                 EFI_GRAPHICS_OUTPUT_MODE_INFORMATION **info) {
   GraphicsOutput *self = From(protocol);
   Call call(Service::GopQueryMode, self, self->name_, number);
   return call.Run(
       [&] { return self->Removed ? EFI_DEVICE_ERROR : self->QueryMode(number, size, info); });
 }
 
-EFI_STATUS EFIAPI GraphicsOutput::SetModeDoor(EFI_GRAPHICS_OUTPUT_PROTOCOL *protocol,
-                                              UINT32 number) {
+EFI_STATUS EFIAPI GraphicsOutput::SetModeThunk(EFI_GRAPHICS_OUTPUT_PROTOCOL *protocol,
+                                               UINT32 number) {
   GraphicsOutput *self = From(protocol);
   Call call(Service::GopSetMode, self, self->name_, number);
   return call.Run([&] { return self->Removed ? EFI_DEVICE_ERROR : self->SetMode(number); });
 }
 
-EFI_STATUS EFIAPI GraphicsOutput::BltDoor(EFI_GRAPHICS_OUTPUT_PROTOCOL *protocol,
-                                          EFI_GRAPHICS_OUTPUT_BLT_PIXEL *buffer,
-                                          EFI_GRAPHICS_OUTPUT_BLT_OPERATION operation,
-                                          UINTN sourceX, UINTN sourceY, UINTN destinationX,
-                                          UINTN destinationY, UINTN width, UINTN height,
-                                          UINTN delta) {
+EFI_STATUS EFIAPI GraphicsOutput::BltThunk(EFI_GRAPHICS_OUTPUT_PROTOCOL *protocol,
+                                           EFI_GRAPHICS_OUTPUT_BLT_PIXEL *buffer,
+                                           EFI_GRAPHICS_OUTPUT_BLT_OPERATION operation,
+                                           UINTN sourceX, UINTN sourceY, UINTN destinationX,
+                                           UINTN destinationY, UINTN width, UINTN height,
+                                           UINTN delta) {
   GraphicsOutput *self = From(protocol);
   Call call(Service::GopBlt, self, self->name_, OperationText(operation), sourceX, sourceY,
             destinationX, destinationY, width, height, delta);

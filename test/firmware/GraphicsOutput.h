@@ -27,7 +27,7 @@ class GraphicsOutput {
   GraphicsOutput(const GraphicsOutput &) = delete;
   GraphicsOutput &operator=(const GraphicsOutput &) = delete;
 
-  EFI_GRAPHICS_OUTPUT_PROTOCOL *Protocol() { return &door_.Protocol; }
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *Protocol() { return &thunk_.Protocol; }
   EFI_HANDLE Handle = nullptr;
   DevicePath Path;
   const std::string &Name() const { return name_; }
@@ -60,19 +60,19 @@ class GraphicsOutput {
   EFI_STATUS Blt(EFI_GRAPHICS_OUTPUT_BLT_PIXEL *buffer, const Transfer &transfer);
 
  private:
-  struct Door {
+  struct Thunk {
     EFI_GRAPHICS_OUTPUT_PROTOCOL Protocol;
     GraphicsOutput *Self;
   };
   static GraphicsOutput *From(EFI_GRAPHICS_OUTPUT_PROTOCOL *protocol);
-  static EFI_STATUS EFIAPI QueryModeDoor(EFI_GRAPHICS_OUTPUT_PROTOCOL *self, UINT32 number,
-                                         UINTN *size, EFI_GRAPHICS_OUTPUT_MODE_INFORMATION **info);
-  static EFI_STATUS EFIAPI SetModeDoor(EFI_GRAPHICS_OUTPUT_PROTOCOL *self, UINT32 number);
-  static EFI_STATUS EFIAPI BltDoor(EFI_GRAPHICS_OUTPUT_PROTOCOL *self,
-                                   EFI_GRAPHICS_OUTPUT_BLT_PIXEL *buffer,
-                                   EFI_GRAPHICS_OUTPUT_BLT_OPERATION operation, UINTN sourceX,
-                                   UINTN sourceY, UINTN destinationX, UINTN destinationY,
-                                   UINTN width, UINTN height, UINTN delta);
+  static EFI_STATUS EFIAPI QueryModeThunk(EFI_GRAPHICS_OUTPUT_PROTOCOL *self, UINT32 number,
+                                          UINTN *size, EFI_GRAPHICS_OUTPUT_MODE_INFORMATION **info);
+  static EFI_STATUS EFIAPI SetModeThunk(EFI_GRAPHICS_OUTPUT_PROTOCOL *self, UINT32 number);
+  static EFI_STATUS EFIAPI BltThunk(EFI_GRAPHICS_OUTPUT_PROTOCOL *self,
+                                    EFI_GRAPHICS_OUTPUT_BLT_PIXEL *buffer,
+                                    EFI_GRAPHICS_OUTPUT_BLT_OPERATION operation, UINTN sourceX,
+                                    UINTN sourceY, UINTN destinationX, UINTN destinationY,
+                                    UINTN width, UINTN height, UINTN delta);
 
   void Enter(UINT32 number);
   bool FitsScreen(UINTN x, UINTN y, UINTN width, UINTN height) const;
@@ -86,7 +86,7 @@ class GraphicsOutput {
   void Move(const Transfer &transfer);
 
   std::string name_;
-  Door door_;
+  Thunk thunk_;
   std::vector<VideoMode> modes_;
   EFI_GRAPHICS_OUTPUT_PROTOCOL_MODE mode_{};
   EFI_GRAPHICS_OUTPUT_MODE_INFORMATION info_{};

@@ -62,19 +62,19 @@ class HiiDatabase {
   List *Find(EFI_HII_HANDLE handle) const;
   void FillTables();
 
-  struct DatabaseDoor {
+  struct DatabaseThunk {
     EFI_HII_DATABASE_PROTOCOL Protocol;
     HiiDatabase *Self;
   };
-  struct StringDoor {
+  struct StringThunk {
     EFI_HII_STRING_PROTOCOL Protocol;
     HiiDatabase *Self;
   };
-  friend struct HiiDoors;
+  friend struct HiiThunks;
 
   std::vector<std::unique_ptr<List>> lists_;
-  DatabaseDoor database_{};
-  StringDoor strings_{};
+  DatabaseThunk database_{};
+  StringThunk strings_{};
   EFI_HII_CONFIG_ROUTING_PROTOCOL configRouting_{};
   EFI_HII_FONT_PROTOCOL font_{};
   EFI_HII_IMAGE_PROTOCOL image_{};

@@ -10,7 +10,7 @@ class OpenFile {
  public:
   OpenFile(Volume &volume, FileNode *node, UINT64 mode);
 
-  EFI_FILE_PROTOCOL *Protocol() { return &door_.Protocol; }
+  EFI_FILE_PROTOCOL *Protocol() { return &thunk_.Protocol; }
   FileNode *Node() const { return node_; }
 
   EFI_STATUS Open(EFI_FILE_PROTOCOL **file, const CHAR16 *name, UINT64 mode, UINT64 attributes);
@@ -24,11 +24,11 @@ class OpenFile {
   EFI_STATUS Delete();
 
  private:
-  struct Door {
+  struct Thunk {
     EFI_FILE_PROTOCOL Protocol;
     OpenFile *Self;
   };
-  friend struct FileDoors;
+  friend struct FileThunks;
   EFI_STATUS ReadDirectory(UINTN *size, VOID *buffer);
   std::vector<uint8_t> FileInfoOf(const FileNode &node) const;
   std::vector<uint8_t> SystemInfo() const;
@@ -38,7 +38,7 @@ class OpenFile {
   FileNode *node_;
   UINT64 mode_;
   UINT64 position_ = 0;
-  Door door_;
+  Thunk thunk_;
 };
 
 }  // namespace fake

@@ -24,15 +24,15 @@ EFI_STATUS Take(std::deque<State> *reports, State *state) {
 
 SimplePointer::SimplePointer(UINT64 resolutionX, UINT64 resolutionY)
     : Mode{resolutionX, resolutionY, 0, TRUE, TRUE},
-      door_{{&ResetDoor, &GetStateDoor, nullptr, &Mode}, this} {}
+      thunk_{{&ResetThunk, &GetStateThunk, nullptr, &Mode}, this} {}
 
 void SimplePointer::Move(INT32 x, INT32 y, bool left, bool right) {
   Push({x, y, 0, static_cast<BOOLEAN>(left), static_cast<BOOLEAN>(right)});
 }
 
-EFI_STATUS EFIAPI SimplePointer::ResetDoor(EFI_SIMPLE_POINTER_PROTOCOL *protocol,
-                                           BOOLEAN extended) {
-  SimplePointer *self = reinterpret_cast<Door *>(protocol)->Self;
+EFI_STATUS EFIAPI SimplePointer::ResetThunk(EFI_SIMPLE_POINTER_PROTOCOL *protocol,
+                                            BOOLEAN extended) {
+  SimplePointer *self = reinterpret_cast<Thunk *>(protocol)->Self;
   Call call(Service::PointerReset, self, extended);
   return call.Run([&] {
     self->reports_.clear();
@@ -40,15 +40,15 @@ EFI_STATUS EFIAPI SimplePointer::ResetDoor(EFI_SIMPLE_POINTER_PROTOCOL *protocol
   });
 }
 
-EFI_STATUS EFIAPI SimplePointer::GetStateDoor(EFI_SIMPLE_POINTER_PROTOCOL *protocol,
-                                              EFI_SIMPLE_POINTER_STATE *state) {
-  SimplePointer *self = reinterpret_cast<Door *>(protocol)->Self;
+EFI_STATUS EFIAPI SimplePointer::GetStateThunk(EFI_SIMPLE_POINTER_PROTOCOL *protocol,
+                                               EFI_SIMPLE_POINTER_STATE *state) {
+  SimplePointer *self = reinterpret_cast<Thunk *>(protocol)->Self;
   Call call(Service::PointerGetState, self);
   return call.Run([&] { return Take(&self->reports_, state); });
 }
 
 AbsolutePointer::AbsolutePointer(const Range &range)
-    : door_{{&ResetDoor, &GetStateDoor, nullptr, &Mode}, this} {
+    : thunk_{{&ResetThunk, &GetStateThunk, nullptr, &Mode}, this} {
   Mode.AbsoluteMinX = range.MinX;
   Mode.AbsoluteMinY = range.MinY;
   Mode.AbsoluteMaxX = range.MaxX;
@@ -58,9 +58,9 @@ AbsolutePointer::AbsolutePointer(const Range &range)
 
 void AbsolutePointer::MoveTo(UINT64 x, UINT64 y, UINT32 buttons) { Push({x, y, 0, buttons}); }
 
-EFI_STATUS EFIAPI AbsolutePointer::ResetDoor(EFI_ABSOLUTE_POINTER_PROTOCOL *protocol,
-                                             BOOLEAN extended) {
-  AbsolutePointer *self = reinterpret_cast<Door *>(protocol)->Self;
+EFI_STATUS EFIAPI AbsolutePointer::ResetThunk(EFI_ABSOLUTE_POINTER_PROTOCOL *protocol,
+                                              BOOLEAN extended) {
+  AbsolutePointer *self = reinterpret_cast<Thunk *>(protocol)->Self;
   Call call(Service::AbsoluteReset, self, extended);
   return call.Run([&] {
     self->reports_.clear();
@@ -68,9 +68,9 @@ EFI_STATUS EFIAPI AbsolutePointer::ResetDoor(EFI_ABSOLUTE_POINTER_PROTOCOL *prot
   });
 }
 
-EFI_STATUS EFIAPI AbsolutePointer::GetStateDoor(EFI_ABSOLUTE_POINTER_PROTOCOL *protocol,
-                                                EFI_ABSOLUTE_POINTER_STATE *state) {
-  AbsolutePointer *self = reinterpret_cast<Door *>(protocol)->Self;
+EFI_STATUS EFIAPI AbsolutePointer::GetStateThunk(EFI_ABSOLUTE_POINTER_PROTOCOL *protocol,
+                                                 EFI_ABSOLUTE_POINTER_STATE *state) {
+  AbsolutePointer *self = reinterpret_cast<Thunk *>(protocol)->Self;
   Call call(Service::AbsoluteGetState, self);
   return call.Run([&] { return Take(&self->reports_, state); });
 }

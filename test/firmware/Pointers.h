@@ -12,7 +12,7 @@ class SimplePointer {
   SimplePointer(const SimplePointer &) = delete;
   SimplePointer &operator=(const SimplePointer &) = delete;
 
-  EFI_SIMPLE_POINTER_PROTOCOL *Protocol() { return &door_.Protocol; }
+  EFI_SIMPLE_POINTER_PROTOCOL *Protocol() { return &thunk_.Protocol; }
   EFI_SIMPLE_POINTER_MODE Mode;
 
   /// Appends one report; GetState hands them out in order and answers EFI_NOT_READY when none
@@ -22,15 +22,15 @@ class SimplePointer {
   size_t Waiting() const { return reports_.size(); }
 
  private:
-  struct Door {
+  struct Thunk {
     EFI_SIMPLE_POINTER_PROTOCOL Protocol;
     SimplePointer *Self;
   };
-  static EFI_STATUS EFIAPI ResetDoor(EFI_SIMPLE_POINTER_PROTOCOL *self, BOOLEAN extended);
-  static EFI_STATUS EFIAPI GetStateDoor(EFI_SIMPLE_POINTER_PROTOCOL *self,
-                                        EFI_SIMPLE_POINTER_STATE *state);
+  static EFI_STATUS EFIAPI ResetThunk(EFI_SIMPLE_POINTER_PROTOCOL *self, BOOLEAN extended);
+  static EFI_STATUS EFIAPI GetStateThunk(EFI_SIMPLE_POINTER_PROTOCOL *self,
+                                         EFI_SIMPLE_POINTER_STATE *state);
 
-  Door door_;
+  Thunk thunk_;
   std::deque<EFI_SIMPLE_POINTER_STATE> reports_;
 };
 
@@ -44,7 +44,7 @@ class AbsolutePointer {
   AbsolutePointer(const AbsolutePointer &) = delete;
   AbsolutePointer &operator=(const AbsolutePointer &) = delete;
 
-  EFI_ABSOLUTE_POINTER_PROTOCOL *Protocol() { return &door_.Protocol; }
+  EFI_ABSOLUTE_POINTER_PROTOCOL *Protocol() { return &thunk_.Protocol; }
   EFI_ABSOLUTE_POINTER_MODE Mode{};
 
   /// Appends one report, as SimplePointer::Move does.
@@ -53,15 +53,15 @@ class AbsolutePointer {
   size_t Waiting() const { return reports_.size(); }
 
  private:
-  struct Door {
+  struct Thunk {
     EFI_ABSOLUTE_POINTER_PROTOCOL Protocol;
     AbsolutePointer *Self;
   };
-  static EFI_STATUS EFIAPI ResetDoor(EFI_ABSOLUTE_POINTER_PROTOCOL *self, BOOLEAN extended);
-  static EFI_STATUS EFIAPI GetStateDoor(EFI_ABSOLUTE_POINTER_PROTOCOL *self,
-                                        EFI_ABSOLUTE_POINTER_STATE *state);
+  static EFI_STATUS EFIAPI ResetThunk(EFI_ABSOLUTE_POINTER_PROTOCOL *self, BOOLEAN extended);
+  static EFI_STATUS EFIAPI GetStateThunk(EFI_ABSOLUTE_POINTER_PROTOCOL *self,
+                                         EFI_ABSOLUTE_POINTER_STATE *state);
 
-  Door door_;
+  Thunk thunk_;
   std::deque<EFI_ABSOLUTE_POINTER_STATE> reports_;
 };
 

@@ -9,7 +9,7 @@ SetupEventHandler *gHandler = nullptr;
 
 }  // namespace
 
-struct SetupDoors {
+struct SetupThunks {
   static EFI_STATUS EFIAPI GetEventData(CHAR8 *key, UINT8 *reserved, UINT32 *type, UINT32 *dataSize,
                                         VOID *data) {
     Call call(Service::SetupGetEventData, nullptr, static_cast<const char *>(key));
@@ -37,8 +37,8 @@ struct SetupDoors {
 
 SetupEventHandler::SetupEventHandler(Firmware &firmware) : firmware_(firmware) {
   gHandler = this;
-  protocol_.GetEventData = &SetupDoors::GetEventData;
-  protocol_.EndEventData = &SetupDoors::EndEventData;
+  protocol_.GetEventData = &SetupThunks::GetEventData;
+  protocol_.EndEventData = &SetupThunks::EndEventData;
   Select(0, u"");
 }
 

@@ -35,7 +35,7 @@ class SetupEventHandler {
   unsigned EndCount = 0;
 
  private:
-  friend struct SetupDoors;
+  friend struct SetupThunks;
   Firmware &firmware_;
   VELT_SETUP_EVENT_HANDLER_PROTOCOL protocol_{};
   EFI_HANDLE handle_ = nullptr;

@@ -23,9 +23,9 @@ std::string WithPlainLineFeeds(const CHAR8 *text) {
 
 }  // namespace
 
-struct HostDoors {
+struct HostThunks {
   static TestHost *From(OBV_PROTOCOL *protocol) {
-    return reinterpret_cast<TestHost::Door *>(protocol)->Self;
+    return reinterpret_cast<TestHost::Thunk *>(protocol)->Self;
   }
 
   static UINT64 EFIAPI GetTime(OBV_PROTOCOL *protocol) {
@@ -153,7 +153,7 @@ struct HostDoors {
   }
 };
 
-TestHost::TestHost(Firmware &firmware) : firmware_(firmware), door_{{}, this} {
+TestHost::TestHost(Firmware &firmware) : firmware_(firmware), thunk_{{}, this} {
   gLogHost = this;
   FillSlots();
   FillState();
@@ -170,23 +170,23 @@ TestHost::~TestHost() {
 }
 
 void TestHost::FillSlots() {
-  OBV_PROTOCOL &table = door_.Protocol;
-  auto *unused = reinterpret_cast<VOID *>(&HostDoors::Unused);
-  table.GetTime = &HostDoors::GetTime;
-  table.ParseComponents = &HostDoors::ParseComponents;
-  table.FinishParse = &HostDoors::FinishParse;
-  table.GetResourceData = &HostDoors::GetResourceData;
-  table.GetFontData = &HostDoors::GetFontData;
-  table.GetGop = &HostDoors::GetGop;
+  OBV_PROTOCOL &table = thunk_.Protocol;
+  auto *unused = reinterpret_cast<VOID *>(&HostThunks::Unused);
+  table.GetTime = &HostThunks::GetTime;
+  table.ParseComponents = &HostThunks::ParseComponents;
+  table.FinishParse = &HostThunks::FinishParse;
+  table.GetResourceData = &HostThunks::GetResourceData;
+  table.GetFontData = &HostThunks::GetFontData;
+  table.GetGop = &HostThunks::GetGop;
   table.Unused6 = unused;
-  table.QueryComponentStatus = &HostDoors::QueryComponentStatus;
+  table.QueryComponentStatus = &HostThunks::QueryComponentStatus;
   table.Unused8 = unused;
-  table.DebugPrint = &HostDoors::DebugPrint;
+  table.DebugPrint = &HostThunks::DebugPrint;
   table.Unused10 = unused;
   table.Unused11 = unused;
-  table.FindBiosOption = &HostDoors::FindBiosOption;
-  table.AfterAppLife = &HostDoors::AfterAppLife;
-  table.UnsupportedResolution = &HostDoors::UnsupportedResolution;
+  table.FindBiosOption = &HostThunks::FindBiosOption;
+  table.AfterAppLife = &HostThunks::AfterAppLife;
+  table.UnsupportedResolution = &HostThunks::UnsupportedResolution;
   table.SharedState = &State;
 }
 
@@ -199,12 +199,12 @@ void TestHost::Install() {
   if (!Strings.empty()) {
     strings_ = firmware_.Hii.AddStrings(kObvStringListGuid, Strings);
   }
-  handle_ = firmware_.Install(kObvProtocolGuid, &door_.Protocol);
+  handle_ = firmware_.Install(kObvProtocolGuid, &thunk_.Protocol);
 }
 
 void TestHost::Uninstall() {
   if (handle_ != nullptr) {
-    firmware_.Uninstall(handle_, kObvProtocolGuid, &door_.Protocol);
+    firmware_.Uninstall(handle_, kObvProtocolGuid, &thunk_.Protocol);
     handle_ = nullptr;
   }
   if (strings_ != nullptr) {

@@ -37,7 +37,7 @@ class TestHost {
   void Uninstall();
 
   /// Slots may be set to null before the run; Shared and Look are what the slots point to.
-  OBV_PROTOCOL &Protocol() { return door_.Protocol; }
+  OBV_PROTOCOL &Protocol() { return thunk_.Protocol; }
   OBV_SHARED_STATE State{};
   OBV_CONFIG Config{};
   std::vector<OBV_COMPONENT> Components;
@@ -103,11 +103,11 @@ class TestHost {
   void ClearComponents() { Components.clear(); }
 
  private:
-  struct Door {
+  struct Thunk {
     OBV_PROTOCOL Protocol;
     TestHost *Self;
   };
-  friend struct HostDoors;
+  friend struct HostThunks;
   EFI_STATUS DefaultParse(OBV_COMPONENT **components, const ParseArguments &arguments);
   EFI_STATUS DefaultFont(UINT8 index, CHAR8 **name, VOID **data, UINTN *size);
   EFI_STATUS DefaultQuery(const CHAR16 *name, UINTN capacity, UINT64 *count,
@@ -121,7 +121,7 @@ class TestHost {
   void FillFonts();
 
   Firmware &firmware_;
-  Door door_;
+  Thunk thunk_;
   EFI_HANDLE handle_ = nullptr;
   EFI_HII_HANDLE strings_ = nullptr;
 };

@@ -61,15 +61,15 @@ FileNode *FileNode::Add(std::u16string_view name, bool directory) {
 
 Volume::Volume(VolumeOptions options)
     : Options(std::move(options)),
-      door_{{EFI_SIMPLE_FILE_SYSTEM_PROTOCOL_REVISION, &OpenVolumeDoor}, this} {
+      thunk_{{EFI_SIMPLE_FILE_SYSTEM_PROTOCOL_REVISION, &OpenVolumeThunk}, this} {
   root_.Directory = true;
 }
 
 Volume::~Volume() = default;
 
-EFI_STATUS EFIAPI Volume::OpenVolumeDoor(EFI_SIMPLE_FILE_SYSTEM_PROTOCOL *protocol,
-                                         EFI_FILE_PROTOCOL **root) {
-  Volume *self = reinterpret_cast<Door *>(protocol)->Self;
+EFI_STATUS EFIAPI Volume::OpenVolumeThunk(EFI_SIMPLE_FILE_SYSTEM_PROTOCOL *protocol,
+                                          EFI_FILE_PROTOCOL **root) {
+  Volume *self = reinterpret_cast<Thunk *>(protocol)->Self;
   Call call(Service::FsOpenVolume, self, ToAscii(self->Options.Label));
   return call.Run([&]() -> EFI_STATUS {
     if (root == nullptr) {

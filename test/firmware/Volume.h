@@ -38,7 +38,7 @@ class Volume {
   Volume(const Volume &) = delete;
   Volume &operator=(const Volume &) = delete;
 
-  EFI_SIMPLE_FILE_SYSTEM_PROTOCOL *Protocol() { return &door_.Protocol; }
+  EFI_SIMPLE_FILE_SYSTEM_PROTOCOL *Protocol() { return &thunk_.Protocol; }
   EFI_HANDLE Handle = nullptr;
   VolumeOptions Options;
   /// After a removal every function answers EFI_NO_MEDIA (Close succeeds).
@@ -65,14 +65,14 @@ class Volume {
   bool IsOpen(const FileNode *node) const;
 
  private:
-  struct Door {
+  struct Thunk {
     EFI_SIMPLE_FILE_SYSTEM_PROTOCOL Protocol;
     Volume *Self;
   };
-  static EFI_STATUS EFIAPI OpenVolumeDoor(EFI_SIMPLE_FILE_SYSTEM_PROTOCOL *self,
-                                          EFI_FILE_PROTOCOL **root);
+  static EFI_STATUS EFIAPI OpenVolumeThunk(EFI_SIMPLE_FILE_SYSTEM_PROTOCOL *self,
+                                           EFI_FILE_PROTOCOL **root);
 
-  Door door_;
+  Thunk thunk_;
   FileNode root_;
   std::vector<std::unique_ptr<OpenFile>> open_;
 };

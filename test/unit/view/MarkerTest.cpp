@@ -4,6 +4,7 @@
 
 #include "platform/PngCodec.h"
 #include "view/EmbeddedImages.h"
+#include "view/Markers.h"
 
 namespace {
 
@@ -49,6 +50,17 @@ TEST_F(Marker, Theme2ShowsMarkerC) { ExpectTheme(2, &kMarkerC); }
 // On a screen where all markers of a known theme are zoomed.
 TEST_F(Marker, Theme3LeavesTheFirstMarkerEmptyVisibleAndAtTheOrigin) { ExpectUnknownTheme(3); }
 TEST_F(Marker, Theme255IsAsUnknownAsTheme3) { ExpectUnknownTheme(255); }
+
+TEST_F(Marker, WithTheme3TheSecondMarkerStillTellsAnError) {
+  Host.Config.MarkerTheme = 3;
+  Build();
+  lv_obj_t *second = gView.Components[1].SecondMarker;
+  for (bool failing : {true, false}) {
+    Host.Components[1].DeviceError = failing;
+    ShowMarkers(1);
+    EXPECT_EQ(IsHidden(second), !failing);
+  }
+}
 
 TEST_F(Marker, ZoomFollowsTheHorizontalScaleAt1024) {
   Build(1024, 768);

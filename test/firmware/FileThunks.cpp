@@ -6,9 +6,9 @@
 
 namespace fake {
 
-struct FileDoors {
+struct FileThunks {
   static OpenFile *From(EFI_FILE_PROTOCOL *protocol) {
-    return reinterpret_cast<OpenFile::Door *>(protocol)->Self;
+    return reinterpret_cast<OpenFile::Thunk *>(protocol)->Self;
   }
 
   static EFI_STATUS EFIAPI Open(EFI_FILE_PROTOCOL *protocol, EFI_FILE_PROTOCOL **file, CHAR16 *name,
@@ -74,19 +74,19 @@ struct FileDoors {
 };
 
 OpenFile::OpenFile(Volume &volume, FileNode *node, UINT64 mode)
-    : volume_(volume), node_(node), mode_(mode), door_{{}, this} {
-  EFI_FILE_PROTOCOL &table = door_.Protocol;
+    : volume_(volume), node_(node), mode_(mode), thunk_{{}, this} {
+  EFI_FILE_PROTOCOL &table = thunk_.Protocol;
   table.Revision = EFI_FILE_PROTOCOL_REVISION;
-  table.Open = &FileDoors::Open;
-  table.Close = &FileDoors::Close;
-  table.Delete = &FileDoors::Delete;
-  table.Read = &FileDoors::Read;
-  table.Write = &FileDoors::Write;
-  table.GetPosition = &FileDoors::GetPosition;
-  table.SetPosition = &FileDoors::SetPosition;
-  table.GetInfo = &FileDoors::GetInfo;
-  table.SetInfo = &FileDoors::SetInfo;
-  table.Flush = &FileDoors::Flush;
+  table.Open = &FileThunks::Open;
+  table.Close = &FileThunks::Close;
+  table.Delete = &FileThunks::Delete;
+  table.Read = &FileThunks::Read;
+  table.Write = &FileThunks::Write;
+  table.GetPosition = &FileThunks::GetPosition;
+  table.SetPosition = &FileThunks::SetPosition;
+  table.GetInfo = &FileThunks::GetInfo;
+  table.SetInfo = &FileThunks::SetInfo;
+  table.Flush = &FileThunks::Flush;
 }
 
 }  // namespace fake

@@ -4,12 +4,12 @@
 
 namespace fake {
 
-struct HiiDoors {
+struct HiiThunks {
   static HiiDatabase *From(const EFI_HII_DATABASE_PROTOCOL *protocol) {
-    return reinterpret_cast<const HiiDatabase::DatabaseDoor *>(protocol)->Self;
+    return reinterpret_cast<const HiiDatabase::DatabaseThunk *>(protocol)->Self;
   }
   static HiiDatabase *From(const EFI_HII_STRING_PROTOCOL *protocol) {
-    return reinterpret_cast<const HiiDatabase::StringDoor *>(protocol)->Self;
+    return reinterpret_cast<const HiiDatabase::StringThunk *>(protocol)->Self;
   }
 
   static EFI_STATUS EFIAPI NewPackageList(CONST EFI_HII_DATABASE_PROTOCOL *protocol,
@@ -85,24 +85,24 @@ struct HiiDoors {
 void HiiDatabase::FillTables() {
   database_.Self = this;
   EFI_HII_DATABASE_PROTOCOL &database = database_.Protocol;
-  database.NewPackageList = &HiiDoors::NewPackageList;
-  database.RemovePackageList = &HiiDoors::RemovePackageList;
+  database.NewPackageList = &HiiThunks::NewPackageList;
+  database.RemovePackageList = &HiiThunks::RemovePackageList;
   Unprovide<Service::HiiUpdatePackageList>(database.UpdatePackageList);
-  database.ListPackageLists = &HiiDoors::ListPackageLists;
-  database.ExportPackageLists = &HiiDoors::ExportPackageLists;
+  database.ListPackageLists = &HiiThunks::ListPackageLists;
+  database.ExportPackageLists = &HiiThunks::ExportPackageLists;
   Unprovide<Service::HiiUnprovided>(database.RegisterPackageNotify);
   Unprovide<Service::HiiUnprovided>(database.UnregisterPackageNotify);
   Unprovide<Service::HiiUnprovided>(database.FindKeyboardLayouts);
   Unprovide<Service::HiiUnprovided>(database.GetKeyboardLayout);
   Unprovide<Service::HiiUnprovided>(database.SetKeyboardLayout);
-  database.GetPackageListHandle = &HiiDoors::GetPackageListHandle;
+  database.GetPackageListHandle = &HiiThunks::GetPackageListHandle;
   strings_.Self = this;
   EFI_HII_STRING_PROTOCOL &strings = strings_.Protocol;
-  strings.NewString = &HiiDoors::NewString;
-  strings.GetString = &HiiDoors::GetString;
-  strings.SetString = &HiiDoors::SetString;
-  strings.GetLanguages = &HiiDoors::GetLanguages;
-  strings.GetSecondaryLanguages = &HiiDoors::GetSecondaryLanguages;
+  strings.NewString = &HiiThunks::NewString;
+  strings.GetString = &HiiThunks::GetString;
+  strings.SetString = &HiiThunks::SetString;
+  strings.GetLanguages = &HiiThunks::GetLanguages;
+  strings.GetSecondaryLanguages = &HiiThunks::GetSecondaryLanguages;
   Unprovide<Service::HiiUnprovided>(configRouting_.ExtractConfig);
   Unprovide<Service::HiiUnprovided>(configRouting_.ExportConfig);
   Unprovide<Service::HiiUnprovided>(configRouting_.RouteConfig);
