@@ -14,6 +14,7 @@ from support.failure import Failure
 
 HEARTBEAT_SECONDS = 10.0
 STOP_SECONDS = 0.3  # After which a stop is noticed.
+TERM_SECONDS = 10.0  # For a command to end itself.
 LAST_LINES = 30
 
 
@@ -58,8 +59,8 @@ def run_until(
     log: Path,
     environment: Mapping[str, str] | None = None,
 ) -> int:
-    """Runs a command whose output goes to a file, and ends it with SIGTERM when `stop` is set;
-    returns its exit code, negative for a signal."""
+    """Runs a command whose output goes to a file, and ends it when `stop` is set; returns its
+    exit code, negative for a signal."""
     with log.open("wb") as output:
         process = subprocess.Popen(
             command,
@@ -74,10 +75,19 @@ def run_until(
             while process.poll() is None and not stop.wait(STOP_SECONDS):
                 pass
         finally:
-            if process.poll() is None:
-                os.killpg(process.pid, signal.SIGTERM)
-            process.wait()
+            _end_group(process)
     return process.returncode
+
+
+def _end_group(process: subprocess.Popen[bytes]) -> None:
+    """Ends a process that leads a group, unless it has ended, and what it has forked."""
+    if process.poll() is None:
+        os.killpg(process.pid, signal.SIGTERM)
+        try:
+            process.wait(TERM_SECONDS)
+        except subprocess.TimeoutExpired:
+            os.killpg(process.pid, signal.SIGKILL)
+            process.wait()
 
 
 def _last_line(output: Path) -> str:

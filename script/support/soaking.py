@@ -84,7 +84,7 @@ class Soak:
         variables = {"BOARDSCOPE_SEED": str(seed), "BOARDSCOPE_STEPS": str(steps)}
         program = paths.BUILD / "native" / "boardscope_unit"
         code = run_until(self._stop, [program, f"--gtest_filter={WALK}"], log, variables)
-        if code == -signal.SIGTERM and self._stop.is_set():
+        if code in (-signal.SIGTERM, -signal.SIGKILL) and self._stop.is_set():
             self._tell(f"the walk of {name} was cut short")
             log.unlink()
             return
