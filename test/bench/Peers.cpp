@@ -1,5 +1,6 @@
 #include "test/bench/Peers.h"
 
+#include <libyuv/cpu_id.h>
 #include <libyuv/scale_argb.h>
 #include <pixman.h>
 #include <memory>
@@ -8,6 +9,10 @@
 namespace bench {
 
 namespace {
+
+/// Firmware does not save the state of AVX.
+constexpr int kFirmwareFlags = libyuv::kCpuInitialized | libyuv::kCpuHasX86 | libyuv::kCpuHasSSE2 |
+                               libyuv::kCpuHasSSSE3 | libyuv::kCpuHasSSE41 | libyuv::kCpuHasSSE42;
 
 struct ImageDeleter {
   void operator()(pixman_image_t *image) const { pixman_image_unref(image); }
@@ -43,13 +48,22 @@ std::function<void()> Pixman(const Scaling &scaling) {
   };
 }
 
-std::function<void()> Libyuv(const Scaling &s) {
-  return [s] {
+std::function<void()> Libyuv(const Scaling &s, int flags) {
+  return [s, flags] {
+    libyuv::SetCpuFlags(flags);
     libyuv::ARGBScale(s.Source, static_cast<int>(s.SourceWidth * 4),
                       static_cast<int>(s.SourceWidth), static_cast<int>(s.SourceHeight), s.Target,
                       static_cast<int>(s.TargetWidth * 4), static_cast<int>(s.TargetWidth),
                       static_cast<int>(s.TargetHeight), libyuv::kFilterBilinear);
   };
+}
+
+std::function<void()> HeldLibyuv(const Scaling &scaling) {
+  return Libyuv(scaling, libyuv::InitCpuFlags() & kFirmwareFlags);
+}
+
+std::function<void()> FreeLibyuv(const Scaling &scaling) {
+  return Libyuv(scaling, libyuv::InitCpuFlags());
 }
 
 std::function<void()> OpenCv(const Scaling &s) {
@@ -85,8 +99,13 @@ void PlainResample(const Scaling &s) {
   }
 }
 
-std::vector<Contender> ResamplerPeers(const Scaling &scaling) {
-  return {{"pixman", Pixman(scaling)}, {"libyuv", Libyuv(scaling)}, {"OpenCV", OpenCv(scaling)}};
+std::vector<Peer> ResamplerPeers() {
+  std::vector<Peer> peers = {
+      {"pixman", Pixman, true}, {"libyuv without AVX", HeldLibyuv, true}, {"OpenCV", OpenCv, true}};
+  if ((libyuv::InitCpuFlags() & libyuv::kCpuHasAVX2) != 0) {
+    peers.push_back({"libyuv with AVX2", FreeLibyuv, false});
+  }
+  return peers;
 }
 
 }  // namespace bench

@@ -22,8 +22,16 @@ struct Scaling {
 /// The definition of the result, as anybody would write it down.
 void PlainResample(const Scaling &scaling);
 
-/// Bilinear scaling by pixman, libyuv and OpenCV, each in this thread alone. The pictures must
-/// outlive them.
-std::vector<Contender> ResamplerPeers(const Scaling &scaling);
+struct Peer {
+  std::string Name;
+  /// The pictures must outlive what it returns.
+  std::function<void()> (*Make)(const Scaling &scaling);
+  /// Without AVX, whose state firmware does not save. The others are an outlook.
+  bool MayRunInFirmware;
+};
+
+/// Bilinear scaling by pixman, OpenCV and libyuv, each in this thread alone. libyuv is there twice,
+/// held to what may run in firmware and not; the others have no AVX for this task.
+std::vector<Peer> ResamplerPeers();
 
 }  // namespace bench

@@ -57,16 +57,22 @@ class Match {
   void Measure() {
     std::vector<Contender> all = {{"ours", [s = NewScaling()] { Ours(s); }},
                                   {"plain loop", [s = NewScaling()] { PlainResample(s); }}};
-    for (size_t i = 0; i < 3; i++) {
-      all.push_back(ResamplerPeers(NewScaling())[i]);
+    size_t firstPeer = all.size();
+    std::vector<Peer> peers = ResamplerPeers();
+    for (const Peer &peer : peers) {
+      all.push_back({peer.Name, peer.Make(NewScaling())});
     }
     std::vector<double> times = Medians(all, kRounds);
-    size_t best = 2;
-    for (size_t i = 1; i < all.size(); i++) {
-      Report("resample " + Label(sizes_), times[0], all[i].Name, times[i]);
-      best = i >= 2 && times[i] < times[best] ? i : best;
+    Report("resample " + Label(sizes_), times[0], all[1].Name, times[1]);
+    size_t best = 0;
+    for (size_t i = 0; i < peers.size(); i++) {
+      double time = times[firstPeer + i];
+      std::string outlook = peers[i].MayRunInFirmware ? "" : "outlook: ";
+      Report("resample " + Label(sizes_), times[0], outlook + peers[i].Name, time);
+      best = peers[i].MayRunInFirmware && time < times[firstPeer + best] ? i : best;
     }
-    Report("resample " + Label(sizes_), times[0], "best peer: " + all[best].Name, times[best]);
+    Report("resample " + Label(sizes_), times[0], "best peer: " + peers[best].Name,
+           times[firstPeer + best]);
   }
 
  private:
