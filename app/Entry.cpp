@@ -1,6 +1,7 @@
 #include "app/Entry.h"
 
 #include "app/ChooseGeometry.h"
+#include "app/DamagedStack.h"
 #include "app/HandBack.h"
 #include "app/Input.h"
 #include "app/MainLoop.h"
@@ -78,26 +79,12 @@ void RunView() {
   HandBack(stood);
 }
 
-void EndLife(EFI_STATUS resolutionVerdict) {
-  OBV_PROTOCOL *host = gHost.Protocol;
-  UINT64 start = HostTime();
-  if (host->AfterAppLife != nullptr) {
-    (void)host->AfterAppLife(host);
-  }
-  gHost.SharedState->JumpRequested = 0;
-  // At the error level so that it is always recorded.
-  LogError("[%a] AfterAppLife cost: %dms\n", kEntryName, Elapsed(start, HostTime()));
-  if (resolutionVerdict == EFI_UNSUPPORTED && host->UnsupportedResolution != nullptr) {
-    (void)host->UnsupportedResolution(host);
-  }
-  ReportMemoryLeaks();
-  UINT64 seconds = (HostTime() - gRun.StartTime) / 1000;
-  LogError("[%a] User used APP for %ds\n", kEntryName, static_cast<UINT32>(seconds));
-}
-
 }  // namespace
 
-EFI_STATUS EFIAPI VeltBoardscopeAppEntryPoint(EFI_HANDLE, EFI_SYSTEM_TABLE *) {
+// Not guarded: the guard's value changes under it.
+__attribute__((no_stack_protector)) EFI_STATUS EFIAPI
+VeltBoardscopeAppEntryPoint(EFI_HANDLE, EFI_SYSTEM_TABLE *) {
+  SeedStackGuard();
   gRun.ResultStatus = InitializeObvProtocol();
   if (EFI_ERROR(gRun.ResultStatus)) {
     LogError("[%a] Init error: %r.\n", kEntryName, gRun.ResultStatus);

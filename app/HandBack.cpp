@@ -51,3 +51,20 @@ void HandBack(bool viewStood) {
   (void)SetAllGopMode(gGeometry.PreviousHeight, gGeometry.PreviousWidth);
   (void)RecoverScreenContent(gGeometry.PreviousHeight, gGeometry.PreviousWidth);
 }
+
+void EndLife(EFI_STATUS resolutionVerdict) {
+  OBV_PROTOCOL *host = gHost.Protocol;
+  UINT64 start = HostTime();
+  if (host->AfterAppLife != nullptr) {
+    (void)host->AfterAppLife(host);
+  }
+  gHost.SharedState->JumpRequested = 0;
+  // At the error level so that it is always recorded.
+  LogError("[%a] AfterAppLife cost: %dms\n", kEntryName, Elapsed(start, HostTime()));
+  if (resolutionVerdict == EFI_UNSUPPORTED && host->UnsupportedResolution != nullptr) {
+    (void)host->UnsupportedResolution(host);
+  }
+  ReportMemoryLeaks();
+  UINT64 seconds = (HostTime() - gRun.StartTime) / 1000;
+  LogError("[%a] User used APP for %ds\n", kEntryName, static_cast<UINT32>(seconds));
+}

@@ -15,6 +15,10 @@ target_link_libraries(
   PUBLIC boardscope_lvgl boardscope_edk2
   PRIVATE boardscope_own boardscope_freestanding boardscope_renamed boardscope_counted
 )
+# With the handler and the value of the image's own, which tests damage.
+target_compile_options(
+  boardscope_app PRIVATE -fstack-protector-strong -mstack-protector-guard=global
+)
 
 file(GLOB host_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/host/portable/*.cpp)
 add_library(boardscope_host STATIC ${host_sources})
@@ -34,6 +38,11 @@ target_link_libraries(
   boardscope_host_driver
   PUBLIC boardscope_host boardscope_host_blobs
   PRIVATE boardscope_own boardscope_freestanding boardscope_counted
+)
+# The application's own are linked, too.
+target_compile_definitions(
+  boardscope_host_driver
+  PRIVATE __stack_chk_guard=BoardscopeHostStackGuard __stack_chk_fail=BoardscopeHostStackFail
 )
 target_compile_options(
   boardscope_host_driver PRIVATE -include ${PROJECT_SOURCE_DIR}/cmake/edk2/AutoGen.h

@@ -3,6 +3,7 @@
 #include "host/portable/Blobs.h"
 #include "host/portable/HostLog.h"
 #include "host/uefi/BoardFile.h"
+#include "host/uefi/DamagedStack.h"
 #include "host/uefi/Outputs.h"
 #include "host/uefi/StringRegistration.h"
 
@@ -102,7 +103,10 @@ void Withdraw() {
 
 using namespace obv_host;
 
-extern "C" EFI_STATUS EFIAPI ObvHostEntryPoint(EFI_HANDLE imageHandle, EFI_SYSTEM_TABLE *) {
+// Not guarded: the guard's value changes under it.
+extern "C" __attribute__((no_stack_protector)) EFI_STATUS EFIAPI
+ObvHostEntryPoint(EFI_HANDLE imageHandle, EFI_SYSTEM_TABLE *) {
+  SeedStackGuard();
   if (AnotherHostIsThere()) {
     return EFI_ALREADY_STARTED;
   }

@@ -7,7 +7,7 @@ import shutil
 import tempfile
 from pathlib import Path
 
-from support import hardening, paths
+from support import hardening, paths, stack_guard
 from support.failure import Failure
 from support.linking import link
 from support.running import run, say
@@ -131,11 +131,14 @@ def check_headers(output: Path) -> None:
 
 
 def harden(output: Path) -> None:
-    """Marks the images as NX compatible, and makes sure that firmware can protect their memory."""
+    """Marks the images as NX compatible, and makes sure that firmware can protect their memory and
+    that those which ship check their stack."""
     for name in IMAGES:
         image = output / f"{name}.efi"
         hardening.mark(image)
         hardening.check(image)
+    for name in stack_guard.GUARDED:
+        stack_guard.check(output / f"{name}.debug")
 
 
 def collect(output: Path, target: str) -> None:

@@ -1,5 +1,6 @@
 // Boot services that search the handle database, and the rest of the table.
 
+#include "test/firmware/Run.h"
 #include "test/firmware/ServiceTables.h"
 
 namespace fake {
@@ -108,6 +109,21 @@ EFI_STATUS EFIAPI DisconnectController(EFI_HANDLE controller, EFI_HANDLE, EFI_HA
   });
 }
 
+EFI_STATUS EFIAPI Exit(EFI_HANDLE image, EFI_STATUS exitStatus, UINTN, CHAR16 *) {
+  EFI_STATUS status = EFI_SUCCESS;
+  {
+    // Ends before the jump, which runs no destructor.
+    Call call(Service::Exit, nullptr, StatusName(exitStatus));
+    status = call.Run([&]() -> EFI_STATUS {
+      return image == Firmware::Current().ImageHandle ? EFI_SUCCESS : EFI_INVALID_PARAMETER;
+    });
+  }
+  if (!EFI_ERROR(status)) {
+    LeaveApplication(exitStatus);
+  }
+  return status;
+}
+
 }  // namespace
 
 void FillLocateServices(EFI_BOOT_SERVICES *table) {
@@ -121,7 +137,7 @@ void FillLocateServices(EFI_BOOT_SERVICES *table) {
   table->DisconnectController = &DisconnectController;
   Unprovide<Service::LoadImage>(table->LoadImage);
   Unprovide<Service::StartImage>(table->StartImage);
-  Unprovide<Service::Exit>(table->Exit);
+  table->Exit = &Exit;
   Unprovide<Service::UnloadImage>(table->UnloadImage);
   Unprovide<Service::ExitBootServices>(table->ExitBootServices);
 }

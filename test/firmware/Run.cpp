@@ -1,3 +1,6 @@
+// Before EDK2's headers, which would hide the function.
+#include <setjmp.h>
+
 #include "test/firmware/Run.h"
 
 #include <unistd.h>
@@ -65,6 +68,23 @@ class TurnCounter {
   int turns_ = 0;
 };
 
+/// Where Exit goes.
+struct WayOut {
+  bool Open;
+  jmp_buf Place;
+  EFI_STATUS Status;
+};
+WayOut gWayOut;
+
+EFI_STATUS RunImage(Firmware &firmware) {
+  if (setjmp(gWayOut.Place) == 0) {
+    gWayOut.Open = true;
+    gWayOut.Status = _ModuleEntryPoint(firmware.ImageHandle, &firmware.SystemTable);
+  }
+  gWayOut.Open = false;
+  return gWayOut.Status;
+}
+
 }  // namespace
 
 void RunLibraryConstructors(Firmware &firmware) {
@@ -75,9 +95,18 @@ RunResult RunApplication(Firmware &firmware, const RunOptions &options) {
   firmware.Clock.StepPerLook = options.StepPerTurn;
   TurnCounter counter(firmware, options);
   firmware.Faults.AtEvery(Service::HostGetTime, [&counter] { counter.Look(); });
-  EFI_STATUS status = _ModuleEntryPoint(firmware.ImageHandle, &firmware.SystemTable);
+  EFI_STATUS status = RunImage(firmware);
   firmware.Faults.StopEvery(Service::HostGetTime);
   return {status, counter.Turns()};
+}
+
+void LeaveApplication(EFI_STATUS status) {
+  if (!gWayOut.Open) {
+    Firmware::Current().Problem("Exit was called outside of a run");
+    return;
+  }
+  gWayOut.Status = status;
+  longjmp(gWayOut.Place, 1);
 }
 
 }  // namespace fake

@@ -43,4 +43,8 @@ struct RunResult {
 /// once per process (Child.h has more processes).
 RunResult RunApplication(Firmware &firmware, const RunOptions &options = {});
 
+/// Ends the application that RunApplication runs, from wherever it is: what boot service Exit does.
+/// A problem when none runs, and then it returns.
+void LeaveApplication(EFI_STATUS status);
+
 }  // namespace fake

@@ -39,7 +39,7 @@
   X(InstallConfigurationTable, "InstallConfigurationTable", TPL_NOTIFY)       \
   X(LoadImage, "LoadImage", TPL_APPLICATION)                                  \
   X(StartImage, "StartImage", TPL_APPLICATION)                                \
-  X(Exit, "Exit", TPL_APPLICATION)                                            \
+  X(Exit, "Exit", TPL_CALLBACK)                                               \
   X(UnloadImage, "UnloadImage", TPL_APPLICATION)                              \
   X(ExitBootServices, "ExitBootServices", TPL_APPLICATION)                    \
   X(GetNextMonotonicCount, "GetNextMonotonicCount", TPL_CALLBACK)             \

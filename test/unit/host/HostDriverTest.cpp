@@ -1,6 +1,12 @@
+#include <cstdio>
+#include <cstdlib>
+
 #include "test/unit/host/HostDriverStage.h"
 
 #include "host/portable/Texts.h"
+
+// What the driver does when it finds its stack damaged; the compiler knows it by another name.
+extern "C" [[noreturn]] void BoardscopeHostStackFail();
 
 namespace obv_host {
 namespace {
@@ -208,6 +214,18 @@ TEST_F(HostDriver, ApplicationRunsOnIt) {
   const OBV_SHARED_STATE *shared = FindHost()->SharedState;
   EXPECT_EQ(shared->UiStateSaved, 1);
   EXPECT_GE(shared->ComponentCount, 25);
+}
+
+VOID EFIAPI LeaveForAReset(EFI_RESET_TYPE type, EFI_STATUS status, UINTN, VOID *) {
+  std::fprintf(stderr, "%s", gPorts.Sent(0x3E8).c_str());
+  std::_Exit(type == EfiResetCold && status == EFI_COMPROMISED_DATA ? 3 : 4);
+}
+
+TEST_F(HostDriver, DamagedStackResetsTheMachine) {
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  Machine.RuntimeServices.ResetSystem = &LeaveForAReset;
+  EXPECT_EXIT(BoardscopeHostStackFail(), testing::ExitedWithCode(3),
+              "\\[Host\\] The stack is damaged");
 }
 
 }  // namespace

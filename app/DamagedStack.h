@@ -1,0 +1,10 @@
+/** @file
+  The application's end of the compiler's stack protector: guarded functions compare a value on
+  their stack with a secret one before they return.
+**/
+
+#pragma once
+
+/// Makes up the run's secret value. To be called once, first of all, by a function that is not
+/// guarded itself.
+void SeedStackGuard();
