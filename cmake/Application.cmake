@@ -75,6 +75,8 @@ target_link_libraries(
   PUBLIC boardscope_edk2_headers
   PRIVATE boardscope_own
 )
+# Failure loops paint and compare thousands of screens.
+target_compile_options(boardscope_fake PRIVATE -O2)
 if(BOARDSCOPE_COVERAGE)
   # Child processes end without the functions that would write their counts.
   target_compile_definitions(boardscope_fake PRIVATE BOARDSCOPE_COVERAGE)

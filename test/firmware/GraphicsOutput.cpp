@@ -1,6 +1,7 @@
 #include "test/firmware/GraphicsOutput.h"
 
 #include <cstdio>
+#include <cstring>
 
 #include "test/firmware/Call.h"
 #include "test/firmware/FakeFirmware.h"
@@ -128,12 +129,16 @@ EFI_STATUS EFIAPI GraphicsOutput::BltThunk(EFI_GRAPHICS_OUTPUT_PROTOCOL *protoco
 
 UINT32 GraphicsOutput::Pixel(UINT32 x, UINT32 y) const { return Decode(Row(y)[x]) & 0xFFFFFF; }
 
+// Failure loops take and paint thousands of screens, so the usual format goes by the row.
 std::vector<UINT32> GraphicsOutput::Picture() const {
-  std::vector<UINT32> picture;
-  picture.reserve(size_t{Width()} * Height());
+  std::vector<UINT32> picture(size_t{Width()} * Height());
+  bool coded = info_.PixelFormat == PixelRedGreenBlueReserved8BitPerColor ||
+               info_.PixelFormat == PixelBitMask;
   for (UINT32 y = 0; y < Height(); y++) {
+    UINT32 *line = picture.data() + size_t{y} * Width();
+    std::memcpy(line, Row(y), Width() * sizeof *line);
     for (UINT32 x = 0; x < Width(); x++) {
-      picture.push_back(Pixel(x, y));
+      line[x] = (coded ? Decode(line[x]) : line[x]) & 0xFFFFFF;
     }
   }
   return picture;
@@ -141,8 +146,9 @@ std::vector<UINT32> GraphicsOutput::Picture() const {
 
 void GraphicsOutput::Paint(const std::function<UINT32(UINT32 x, UINT32 y)> &colour) {
   for (UINT32 y = 0; y < Height(); y++) {
+    UINT32 *line = Row(y);
     for (UINT32 x = 0; x < Width(); x++) {
-      Row(y)[x] = Encode(colour(x, y));
+      line[x] = Encode(colour(x, y));
     }
   }
 }

@@ -2,8 +2,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
 #include <fstream>
-#include <iterator>
 
 #include "test/firmware/Png.h"
 #include "test/firmware/TestHost.h"
@@ -98,7 +98,9 @@ std::vector<uint8_t> ReadFile(const char *path) {
     std::fprintf(stderr, "The test host cannot read %s; install fonts-dejavu-core.\n", path);
     std::exit(1);
   }
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  std::vector<uint8_t> bytes(static_cast<size_t>(std::filesystem::file_size(path)));
+  file.read(reinterpret_cast<char *>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+  return bytes;
 }
 
 }  // namespace

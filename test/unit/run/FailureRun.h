@@ -20,8 +20,8 @@
 class FailureRun {
  public:
   explicit FailureRun(fake::Firmware &machine) : machine_(machine), host_(machine) {
-    // In a mode of its own, so that there is one to put back.
-    screens_.Add({{1280, 1024}, {1024, 768}});
+    // In a mode of its own, so that there is one to put back; a small one, as it is compared often.
+    screens_.Add({{640, 480}, {1024, 768}});
     machine.AddSimplePointer();
     machine.AddAbsolutePointer();
     machine.Variables.SetText(u"PlatformLang", "en-US");
