@@ -53,17 +53,34 @@ def _package_problems(files: list[Path]) -> list[str]:
         if name.startswith("include/") and file.suffix == ".h" and name not in declarations:
             found.append(f"{name} is a public header: name it in Boardscope.dec.")
         if file.suffix == ".inf":
-            found += _source_problems(file, name)
+            found += source_problems(file, name)
+        if file.suffix == ".cmake" or file.name == "CMakeLists.txt":
+            found += second_listings(file, name)
     return found
 
 
-def _source_problems(inf: Path, name: str) -> list[str]:
-    """Files that a module lists and that are not there; fetched and generated ones apart."""
+def source_problems(inf: Path, name: str) -> list[str]:
+    """Files that a module lists twice, or that are not there; fetched and generated ones apart."""
     sources = re.findall(r"^\s*([\w./-]+\.(?:c|cpp|h))\s*$", inf.read_text(), re.MULTILINE)
-    return [
+    twice = sorted({source for source in sources if sources.count(source) > 1})
+    return [f"{name} lists {source} more than once." for source in twice] + [
         f"{name} lists {source}, which is not there."
         for source in sources
         if not source.startswith(("source/", "../build/")) and not (inf.parent / source).is_file()
+    ]
+
+
+def second_listings(file: Path, name: str) -> list[str]:
+    """Sources of the application that a file of CMake names: it has them from Boardscope.inf."""
+    rooms_of_app = "|".join(sorted(set(rooms.ORDER), reverse=True))
+    source = re.compile(
+        rf"(?<![\w/])(?:\$\{{PROJECT_SOURCE_DIR\}}/)?(?:{rooms_of_app})/[\w/]+\.c(?:pp)?\b"
+    )
+    return [
+        f"{name}:{number} lists {match.group()}; sources stand in Boardscope.inf alone."
+        for number, line in enumerate(file.read_text().splitlines(), 1)
+        # What is left out of a list is not listed.
+        if (match := source.search(line)) and "REMOVE_ITEM" not in line
     ]
 
 
