@@ -3,6 +3,8 @@
 #include <unistd.h>
 #include <cstdio>
 
+#include "test/firmware/Stack.h"
+
 // The image's own entry and what EDK2 generates for it.
 extern "C" {
 EFI_STATUS EFIAPI _ModuleEntryPoint(EFI_HANDLE image, EFI_SYSTEM_TABLE *table);
@@ -75,9 +77,11 @@ RunResult RunApplication(Firmware &firmware, const RunOptions &options) {
   firmware.Clock.StepPerLook = options.StepPerTurn;
   TurnCounter counter(firmware, options);
   firmware.Faults.AtEvery(Service::HostGetTime, [&counter] { counter.Look(); });
-  EFI_STATUS status = _ModuleEntryPoint(firmware.ImageHandle, &firmware.SystemTable);
+  EFI_STATUS status = EFI_SUCCESS;
+  size_t used =
+      CallOnStack([&] { status = _ModuleEntryPoint(firmware.ImageHandle, &firmware.SystemTable); });
   firmware.Faults.StopEvery(Service::HostGetTime);
-  return {status, counter.Turns()};
+  return {status, counter.Turns(), used};
 }
 
 }  // namespace fake
