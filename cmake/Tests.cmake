@@ -78,4 +78,7 @@ else()
   file(GLOB contract_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/test/contract/*.cpp)
   target_sources(boardscope_unit PRIVATE ${contract_sources})
   boardscope_test(picture)
+  # One whole run, which script/test valgrind builds without sanitizers.
+  boardscope_executable(visit)
+  set_target_properties(boardscope_visit PROPERTIES EXCLUDE_FROM_ALL TRUE)
 endif()

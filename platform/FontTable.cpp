@@ -33,6 +33,13 @@ bool Open(lv_ft_info_t *font) {
   return font->font != nullptr;
 }
 
+/// LVGL's function leaves open for control characters whether the glyph only stands in for a
+/// missing one; whatever was on the stack decided whether other fonts were asked.
+bool DescribeGlyph(const lv_font_t *font, lv_font_glyph_dsc_t *glyph, UINT32 letter, UINT32 next) {
+  glyph->is_placeholder = 0;
+  return gFontTable.DescribeGlyph(font, glyph, letter, next);
+}
+
 void LoadFont(UINT16 size, UINT8 face, lv_ft_info_t *font) {
   CHAR8 *name = nullptr;
   VOID *file = nullptr;
@@ -48,7 +55,11 @@ void LoadFont(UINT16 size, UINT8 face, lv_ft_info_t *font) {
   bool usable = !EFI_ERROR(status) && name != nullptr && file != nullptr;
   if (!usable || !Open(font)) {
     LogError("[OBV] Font(%a %d) not found, ignore.\n", name, size);
+    return;
   }
+  // The same for all fonts.
+  gFontTable.DescribeGlyph = font->font->get_glyph_dsc;
+  font->font->get_glyph_dsc = DescribeGlyph;
 }
 
 void LinkFallbacks(lv_ft_info_t *faces) {

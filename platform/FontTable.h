@@ -16,6 +16,9 @@ inline constexpr UINTN kFontCount = (kFontSizeLast - kFontSizeFirst + 1) * kFont
 /// host's; a font is NULL where loading failed.
 struct FontTableState {
   lv_ft_info_t Fonts[kFontCount];
+  /// What LVGL gives each of them as get_glyph_dsc.
+  bool (*DescribeGlyph)(const lv_font_t *font, lv_font_glyph_dsc_t *glyph, UINT32 letter,
+                        UINT32 next);
 };
 
 extern FontTableState gFontTable;

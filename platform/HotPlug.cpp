@@ -34,6 +34,12 @@ EFI_GRAPHICS_OUTPUT_PROTOCOL *ChooseOutput(const GopList &list) {
   return candidate;
 }
 
+/// Remembers the handle of the output in use.
+void WatchOutput(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
+  gHotPlug.WatchedGop = gop;
+  gHotPlug.WatchedHandle = gop != nullptr ? FindGopHandle(gop) : nullptr;
+}
+
 void InvalidateView() { lv_obj_invalidate(lv_disp_get_scr_act(lv_disp_get_default())); }
 
 void ShowViewOn(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
@@ -57,6 +63,9 @@ void MoveView() {
   }
   EFI_GRAPHICS_OUTPUT_PROTOCOL *chosen = ChooseOutput(list);
   gHost.Gop = chosen;
+  // Also when it is the one from before: a driver that starts anew puts it on another handle, often
+  // at the same address.
+  WatchOutput(chosen);
   if (chosen != nullptr) {
     ShowViewOn(chosen);
     return;
@@ -102,23 +111,27 @@ VOID EFIAPI DisplayHotPlugNotify(EFI_EVENT, VOID *) {
 }
 
 bool IsOutputThere() {
-  EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = gHost.Gop;
-  if (gop != gHotPlug.WatchedGop) {
-    gHotPlug.WatchedGop = gop;
-    gHotPlug.WatchedHandle = FindGopHandle(gop);
+  // The notification may move the view at any moment.
+  EFI_TPL tpl = gBS->RaiseTPL(TPL_CALLBACK);
+  if (gHost.Gop != gHotPlug.WatchedGop) {
+    WatchOutput(gHost.Gop);
   }
-  if (gHotPlug.WatchedHandle == nullptr) {
-    return true;
+  VOID *interface = gHost.Gop;
+  EFI_STATUS status = EFI_SUCCESS;
+  if (gHotPlug.WatchedHandle != nullptr) {
+    status =
+        gBS->HandleProtocol(gHotPlug.WatchedHandle, &gEfiGraphicsOutputProtocolGuid, &interface);
   }
-  VOID *interface = nullptr;
-  EFI_STATUS status =
-      gBS->HandleProtocol(gHotPlug.WatchedHandle, &gEfiGraphicsOutputProtocolGuid, &interface);
-  return !EFI_ERROR(status) && interface == gop;
+  bool there = !EFI_ERROR(status) && interface == gHost.Gop;
+  gBS->RestoreTPL(tpl);
+  return there;
 }
 
 void LeaveLostOutput() {
+  EFI_TPL tpl = gBS->RaiseTPL(TPL_CALLBACK);
   LogError("[OBV] The output in use is gone.\n");
   // Also when no other is found it must not be called any more.
   gHost.Gop = nullptr;
   MoveView();
+  gBS->RestoreTPL(tpl);
 }

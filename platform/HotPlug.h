@@ -13,7 +13,7 @@ struct HotPlugState {
   /// Set by the notification until the main loop has asked for the redraw, too:
   /// LVGL drops what is asked of it while it is drawing.
   volatile bool RedrawDue;
-  /// The handle of the output in use, looked up when that has changed; NULL when no handle has it.
+  /// The handle of the output in use, looked up when the view moves; NULL when no handle has it.
   EFI_GRAPHICS_OUTPUT_PROTOCOL *WatchedGop;
   EFI_HANDLE WatchedHandle;
 };

@@ -11,18 +11,21 @@ namespace {
 constexpr UINTN kFailed = 1;
 
 void *OrFail(void *block) {
-  if (block == nullptr && !gLvglGuard.NullAllowed) {
+  if (block == nullptr && gLvglGuard.Policy == WithoutMemory::Fails) {
     BoardscopeLvglFailure(__FILE_NAME__, __LINE__);
+  }
+  if (block == nullptr && gLvglGuard.Policy == WithoutMemory::Leaves) {
+    LongJump(&gLvglGuard.Return, kFailed);
   }
   return block;
 }
 
-bool RunGuarded(void (*work)(void *context), void *context, bool nullAllowed) {
+bool RunGuarded(void (*work)(void *context), void *context, WithoutMemory policy) {
   const LvglGuardState outer = gLvglGuard;
   bool finished = false;
   if (SetJump(&gLvglGuard.Return) == 0) {
     gLvglGuard.Armed = true;
-    gLvglGuard.NullAllowed = nullAllowed;
+    gLvglGuard.Policy = policy;
     work(context);
     finished = true;
   }
@@ -33,11 +36,20 @@ bool RunGuarded(void (*work)(void *context), void *context, bool nullAllowed) {
 }  // namespace
 
 bool RunGuardedFromLvgl(void (*work)(void *context), void *context) {
-  return RunGuarded(work, context, false);
+  return RunGuarded(work, context, WithoutMemory::Fails);
 }
 
 bool RunTestingAllocations(void (*work)(void *context), void *context) {
-  return RunGuarded(work, context, true);
+  return RunGuarded(work, context, WithoutMemory::Null);
+}
+
+bool RunWhileMemoryLasts(void (*work)(void *context), void *context) {
+  const void *newest = NewestMemory();
+  bool finished = RunGuarded(work, context, WithoutMemory::Leaves);
+  if (!finished) {
+    ReleaseMemoryNewerThan(newest);
+  }
+  return finished;
 }
 
 void BoardscopeLvglFailure(const char *file, int line) {

@@ -107,7 +107,7 @@ PngPixels DecodePng(const VOID *file, UINTN size) {
 
 PngFile EncodePng(const PngPixels &pixels) {
   Encoding encoding = {.Pixels = &pixels, .Data = nullptr, .Size = 0, .Error = 0};
-  if (!RunTestingAllocations(Encode, &encoding)) {
+  if (!RunWhileMemoryLasts(Encode, &encoding)) {
     return {};
   }
   if (encoding.Error != 0) {

@@ -132,6 +132,22 @@ void ReleaseMemoryBut(const void *kept) {
   }
 }
 
+const void *NewestMemory() {
+  LIST_ENTRY *link = gMemoryPool.Live.BackLink;
+  return link == &gMemoryPool.Live ? nullptr : reinterpret_cast<MemoryBlockHeader *>(link) + 1;
+}
+
+void ReleaseMemoryNewerThan(const void *kept) {
+  for (const void *newest = NewestMemory(); newest != kept && newest != nullptr;
+       newest = NewestMemory()) {
+    auto *user = const_cast<void *>(newest);
+    if (static_cast<MemoryBlockHeader *>(user)[-1].Signature != kSignature) {
+      return;  // The leak report tells of it.
+    }
+    free(user);
+  }
+}
+
 void ReportMemoryLeaks() {
   UINTN count = 0;
   UINTN bytes = 0;

@@ -47,5 +47,11 @@ void *realloc(void *pointer, size_t size);
 /// memory may be used afterwards.
 void ReleaseMemoryBut(const void *kept);
 
+/// The address of the newest live block; NULL without any.
+const void *NewestMemory();
+
+/// Frees the live blocks that are newer than the one at the address, or all for NULL.
+void ReleaseMemoryNewerThan(const void *kept);
+
 /// Frees every live block and logs how many there were and their whole KiB.
 void ReportMemoryLeaks();

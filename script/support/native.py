@@ -22,10 +22,11 @@ def configure(kind: str, options: tuple[str, ...] = ()) -> Path:
     return folder
 
 
-def build(kind: str = "native", options: tuple[str, ...] = ()) -> Path:
-    """Builds everything that CMake knows; returns the build folder."""
+def build(kind: str = "native", options: tuple[str, ...] = (), target: str = "all") -> Path:
+    """Builds everything that CMake knows, or one target of it; returns the build folder."""
     with exclusive(paths.BUILD / kind, f"is building in build/{kind}"):
         folder = configure(kind, options)
-        run(f"Building in build/{kind}", ["cmake", "--build", folder, "--parallel", jobs()])
+        command: list[str | Path] = ["cmake", "--build", folder, "--target", target]
+        run(f"Building in build/{kind}", [*command, "--parallel", jobs()])
     say(f"build/{kind} is up to date")
     return folder

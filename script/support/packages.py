@@ -44,6 +44,7 @@ PACKAGES: dict[str, tuple[str, ...]] = {
     ),
     "coverage": (*NATIVE, "gcovr"),
     "fuzz": (*NATIVE, "clang", "libclang-rt-dev"),
+    "valgrind": (*NATIVE, "valgrind"),
     "check": ("clang", "clang-format", "clang-tidy", "universal-ctags", *PYTHON),
     # Regenerating the committed pictures and the built-in font.
     "art": ("fonts-dejavu-core", "fonts-noto-core", "povray"),

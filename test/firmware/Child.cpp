@@ -42,20 +42,11 @@ void WriteAll(int file, const std::string &text) {
   }
 }
 
-[[noreturn]] void RunChild(const std::function<int(std::string *)> &body, const Pipe &text,
-                           const Pipe &output) {
+void EnterChild(const Pipe &text, const Pipe &output) {
   close(text.Read);
   close(output.Read);
   dup2(output.Write, STDOUT_FILENO);
   dup2(output.Write, STDERR_FILENO);
-  std::string filled;
-  int code = body(&filled);
-  std::fflush(nullptr);
-  WriteAll(text.Write, filled);
-#ifdef BOARDSCOPE_COVERAGE
-  __gcov_dump();
-#endif
-  _exit(code & 0xFF);
 }
 
 // Reads both pipes until the child closed them or the time is over.
@@ -86,37 +77,66 @@ void Collect(const Pipe &text, const Pipe &output, unsigned seconds, ChildResult
   }
 }
 
-}  // namespace
-
-ChildResult RunInChild(const std::function<int(std::string *text)> &body, unsigned timeoutSeconds) {
-  ChildResult result;
-  Pipe text;
+/// Forks. In the child `text` gets the file to write a text to, and the answer is true. The parent
+/// waits for the child's end.
+bool Fork(ChildResult *result, unsigned timeoutSeconds, int *text) {
+  Pipe texts;
   Pipe output;
-  if (!text.Open() || !output.Open()) {
-    result.Output = "no pipe for the child process";
-    return result;
+  *result = {};
+  if (!texts.Open() || !output.Open()) {
+    result->Output = "no pipe for the child process";
+    return false;
   }
   // What waits in the buffers would otherwise be written by both processes.
   std::fflush(nullptr);
   pid_t child = fork();
   if (child == 0) {
-    RunChild(body, text, output);
+    EnterChild(texts, output);
+    *text = texts.Write;
+    return true;
   }
-  close(text.Write);
+  close(texts.Write);
   close(output.Write);
-  Collect(text, output, timeoutSeconds, &result);
-  if (result.TimedOut) {
+  Collect(texts, output, timeoutSeconds, result);
+  if (result->TimedOut) {
     kill(child, SIGKILL);
   }
   int status = 0;
   while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
   }
-  close(text.Read);
+  close(texts.Read);
   close(output.Read);
-  result.ExitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
-  result.Signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
-  result.Succeeded = result.ExitCode == 0 && !result.TimedOut;
+  result->ExitCode = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  result->Signal = WIFSIGNALED(status) ? WTERMSIG(status) : 0;
+  result->Succeeded = result->ExitCode == 0 && !result->TimedOut;
+  return false;
+}
+
+}  // namespace
+
+ChildResult RunInChild(const std::function<int(std::string *text)> &body, unsigned timeoutSeconds) {
+  ChildResult result;
+  int text = -1;
+  if (Fork(&result, timeoutSeconds, &text)) {
+    std::string filled;
+    int code = body(&filled);
+    WriteAll(text, filled);
+    EndChild(code);
+  }
   return result;
+}
+
+bool GoOnInChild(ChildResult *result, unsigned timeoutSeconds) {
+  int text = -1;
+  return Fork(result, timeoutSeconds, &text);
+}
+
+void EndChild(int code) {
+  std::fflush(nullptr);
+#ifdef BOARDSCOPE_COVERAGE
+  __gcov_dump();
+#endif
+  _exit(code & 0xFF);
 }
 
 std::string ChildResult::Summary() const {

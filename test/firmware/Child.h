@@ -24,4 +24,9 @@ struct ChildResult {
 ChildResult RunInChild(const std::function<int(std::string *text)> &body,
                        unsigned timeoutSeconds = 120);
 
+/// As RunInChild, but the child goes on from here, with all that has happened so far: true in the
+/// child, which has to end itself with EndChild; false in the parent, when the child has ended.
+bool GoOnInChild(ChildResult *result, unsigned timeoutSeconds = 120);
+[[noreturn]] void EndChild(int code);
+
 }  // namespace fake

@@ -44,7 +44,7 @@ EFI_STATUS OpenFile::Open(EFI_FILE_PROTOCOL **file, const CHAR16 *name, UINT64 m
     return EFI_INVALID_PARAMETER;
   }
   if (volume_.Removed) {
-    return EFI_NO_MEDIA;
+    return volume_.RemovedStatus;
   }
   std::u16string path = ToU16(name);
   FileNode *found = volume_.Lookup(node_, path);
@@ -91,7 +91,7 @@ EFI_STATUS OpenFile::Read(UINTN *size, VOID *buffer) {
     return EFI_INVALID_PARAMETER;
   }
   if (volume_.Removed) {
-    return EFI_NO_MEDIA;
+    return volume_.RemovedStatus;
   }
   if (node_->Directory) {
     return ReadDirectory(size, buffer);
@@ -112,7 +112,7 @@ EFI_STATUS OpenFile::Write(UINTN *size, const VOID *buffer) {
     return EFI_INVALID_PARAMETER;
   }
   if (volume_.Removed) {
-    return EFI_NO_MEDIA;
+    return volume_.RemovedStatus;
   }
   if (node_->Directory) {
     return EFI_UNSUPPORTED;
@@ -132,10 +132,29 @@ EFI_STATUS OpenFile::Write(UINTN *size, const VOID *buffer) {
     *size = end > position_ ? end - position_ : 0;
     status = EFI_VOLUME_FULL;
   }
-  node_->Data.resize(std::max<size_t>(node_->Data.size(), end));
-  std::memcpy(node_->Data.data() + position_, buffer, *size);
-  position_ += *size;
+  UINTN written = WriteBlocks(static_cast<const uint8_t *>(buffer), *size);
+  if (written != *size) {
+    *size = written;
+    return volume_.RemovedStatus;
+  }
   return status;
+}
+
+// The file grows with each block, until the device is gone; how much was written.
+UINTN OpenFile::WriteBlocks(const uint8_t *data, UINTN size) {
+  UINTN written = 0;
+  while (written < size && !volume_.Removed) {
+    UINT64 block = volume_.Options.BlockSize;
+    UINTN count = std::min<UINTN>(block - position_ % block, size - written);
+    node_->Data.resize(std::max<size_t>(node_->Data.size(), position_ + count));
+    std::memcpy(node_->Data.data() + position_, data + written, count);
+    position_ += count;
+    written += count;
+    if (volume_.OnBlock) {
+      volume_.OnBlock();
+    }
+  }
+  return written;
 }
 
 EFI_STATUS OpenFile::GetPosition(UINT64 *position) const {
@@ -184,7 +203,7 @@ EFI_STATUS OpenFile::GetInfo(const EFI_GUID *type, UINTN *size, VOID *buffer) co
     return EFI_INVALID_PARAMETER;
   }
   if (volume_.Removed) {
-    return EFI_NO_MEDIA;
+    return volume_.RemovedStatus;
   }
   if (SameGuid(*type, kFileInfoGuid)) {
     return Answer(FileInfoOf(*node_), size, buffer);
@@ -228,7 +247,7 @@ EFI_STATUS OpenFile::SetInfo(const EFI_GUID *type, UINTN size, const VOID *buffe
 
 EFI_STATUS OpenFile::Flush() const {
   if (volume_.Removed) {
-    return EFI_NO_MEDIA;
+    return volume_.RemovedStatus;
   }
   if (volume_.Options.WriteProtected) {
     return EFI_WRITE_PROTECTED;

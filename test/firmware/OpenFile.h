@@ -29,6 +29,7 @@ class OpenFile {
     OpenFile *Self;
   };
   friend struct FileThunks;
+  UINTN WriteBlocks(const uint8_t *data, UINTN size);
   EFI_STATUS ReadDirectory(UINTN *size, VOID *buffer);
   std::vector<uint8_t> FileInfoOf(const FileNode &node) const;
   std::vector<uint8_t> SystemInfo() const;

@@ -6,6 +6,8 @@
 #include <unistd.h>
 #include <cstdio>
 
+#include "test/firmware/Stack.h"
+
 // The image's own entry and what EDK2 generates for it.
 extern "C" {
 EFI_STATUS EFIAPI _ModuleEntryPoint(EFI_HANDLE image, EFI_SYSTEM_TABLE *table);
@@ -95,9 +97,10 @@ RunResult RunApplication(Firmware &firmware, const RunOptions &options) {
   firmware.Clock.StepPerLook = options.StepPerTurn;
   TurnCounter counter(firmware, options);
   firmware.Faults.AtEvery(Service::HostGetTime, [&counter] { counter.Look(); });
-  EFI_STATUS status = RunImage(firmware);
+  EFI_STATUS status = EFI_SUCCESS;
+  size_t used = CallOnStack([&] { status = RunImage(firmware); });
   firmware.Faults.StopEvery(Service::HostGetTime);
-  return {status, counter.Turns()};
+  return {status, counter.Turns(), used};
 }
 
 void LeaveApplication(EFI_STATUS status) {

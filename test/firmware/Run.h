@@ -35,9 +35,12 @@ inline constexpr int kRunawayExit = 86;
 struct RunResult {
   EFI_STATUS Status = 0;
   int Turns = 0;  ///< Main-loop turns; 0 when the loop was not reached.
+  /// Bytes of its stack that the run has used, actions of the test included (see Stack.h).
+  size_t StackUsed = 0;
 };
 
-/// Runs the image from its entry point on, library constructors included. Turns
+/// Runs the image from its entry point on, library constructors included, on a stack of the size
+/// that firmware promises. Turns
 /// are counted by the looks at the host's clock, so the host must read it from the firmware, as
 /// TestHost does (see Firmware::LookAtClock). The application's state and LVGL's are one-shot:
 /// once per process (Child.h has more processes).

@@ -76,7 +76,7 @@ EFI_STATUS EFIAPI Volume::OpenVolumeThunk(EFI_SIMPLE_FILE_SYSTEM_PROTOCOL *proto
       return EFI_INVALID_PARAMETER;
     }
     if (self->Removed) {
-      return EFI_NO_MEDIA;
+      return self->RemovedStatus;
     }
     *root = self->Open(&self->root_, EFI_FILE_MODE_READ | EFI_FILE_MODE_WRITE);
     return EFI_SUCCESS;

@@ -41,8 +41,11 @@ class Volume {
   EFI_SIMPLE_FILE_SYSTEM_PROTOCOL *Protocol() { return &thunk_.Protocol; }
   EFI_HANDLE Handle = nullptr;
   VolumeOptions Options;
-  /// After a removal every function answers EFI_NO_MEDIA (Close succeeds).
+  /// After a removal every function answers RemovedStatus (Close succeeds).
   bool Removed = false;
+  EFI_STATUS RemovedStatus = EFI_NO_MEDIA;
+  /// Called after each block that a write has brought to the device; it may remove the volume.
+  std::function<void()> OnBlock;
 
   /// Contents of a file by its path ("\\DIR\\FILE.TXT", "FILE.TXT"), nothing when absent.
   std::optional<std::vector<uint8_t>> Read(std::u16string_view path) const;

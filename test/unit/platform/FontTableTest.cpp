@@ -73,6 +73,19 @@ TEST_F(FontTable, TheCentralFaceIsEverybodysFallback) {
   }
 }
 
+// Else whatever was in the descriptor decides whether the fallbacks are asked.
+TEST_F(FontTable, AControlCharacterIsNeverAPlaceholder) {
+  InitializeLvglPort();
+  const lv_font_t *font = Entry(18, 0).font;
+  for (UINT32 letter : {UINT32{'\n'}, UINT32{'\t'}, UINT32{'A'}}) {
+    lv_font_glyph_dsc_t glyph;
+    std::memset(&glyph, 0xFF, sizeof glyph);
+    EXPECT_TRUE(lv_font_get_glyph_dsc(font, &glyph, letter, 0));
+    EXPECT_EQ(glyph.resolved_font, font);
+    EXPECT_EQ(glyph.adv_w != 0, letter == 'A');
+  }
+}
+
 TEST_F(FontTable, WithoutTheCentralFaceOfASizeTheOthersHaveNoFallback) {
   int asked = 0;
   Host.OnGetFontData = [&](UINT8 face, CHAR8 **name, VOID **data, UINTN *size) {

@@ -73,6 +73,42 @@ TEST_F(LostOutput, WhileNothingIsDrawnNobodyMissesIt) {
   EXPECT_FALSE(Host.Logged(kGone));
 }
 
+// A driver that starts anew often gets the memory back that it has just freed.
+TEST_F(LostOutput, ThatComesBackAtItsOldAddressIsUsedOn) {
+  Install();
+  fake::GraphicsOutput &output = Machine.Output(0);
+  fake::RunOptions options;
+  options.EscapeAtTurn = 0;
+  options.At(3, [&] {
+    Machine.RemoveOutput(output);
+    output.Removed = false;
+    output.Handle = Machine.Install(fake::kDevicePathGuid, output.Path.Get());
+    Machine.Install(fake::kGraphicsOutputGuid, output.Protocol(), output.Handle);
+  });
+  options.At(30, [this] { MovePointer(); });
+  options.At(60, [] { gRun.ExitRequested = true; });
+  EXPECT_EQ(Run(options).Status, EFI_SUCCESS);
+  EXPECT_TRUE(Host.Logged("New monitor interface detected!\n"));
+  EXPECT_FALSE(Host.Logged(kGone));
+}
+
+// Without a frame in between, in which the view would look for its handle.
+TEST_F(LostOutput, IsMissedAlsoRightAfterTheViewHasMovedToIt) {
+  Install();
+  fake::GraphicsOutput *second = nullptr;
+  fake::RunOptions options;
+  options.EscapeAtTurn = 0;
+  options.At(3, [&] {
+    Machine.Output(0).SetModes({{800, 600}});
+    second = &AddSetupScreen({{1024, 768}});
+    Machine.Events.Dispatch();
+    Machine.RemoveOutput(*second);
+  });
+  options.At(60, [] { gRun.ExitRequested = true; });
+  EXPECT_EQ(Run(options).Status, EFI_SUCCESS);
+  EXPECT_TRUE(Host.Logged(kGone));
+}
+
 TEST_F(LostOutput, IsNotAskedForAScreenshot) {
   Install();
   AddSetupScreen({{1024, 768}});

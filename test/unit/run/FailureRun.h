@@ -1,6 +1,6 @@
 /** @file
   A short visit to a small board, for loops that make each call fail in turn, and what must hold
-  after it whatever has failed.
+  after it whatever has failed. A derived class may do something else on its visit.
 **/
 
 #pragma once
@@ -32,6 +32,7 @@ class FailureRun {
     host_.Install();
     events_ = machine.Events.LiveCount();
   }
+  virtual ~FailureRun() = default;
 
   fake::TestHost &Host() { return host_; }
 
@@ -43,6 +44,21 @@ class FailureRun {
   int Run() {
     fake::RunOptions options;
     options.StepPerTurn = 30;
+    Plan(&options);
+    status_ = fake::RunApplication(machine_, options).Status;
+    ForgetLibraryProblem();
+    CheckScreen();
+    Check(machine_.Events.LiveCount() == events_ || CloseFailed(), "an event is still open");
+    Check(host_.State.JumpRequested == 0, "the jump is still requested");
+    Check(!Started() || host_.Log.back().Text.find("User used APP") != std::string::npos,
+          "the usage line is not the last one");
+    return failed_ ? 1 : 0;
+  }
+  EFI_STATUS Status() const { return status_; }
+
+ protected:
+  virtual void Plan(fake::RunOptions *planned) {
+    fake::RunOptions &options = *planned;
     options.At(3, [this] { machine_.Mouse()->Move(3, 3); })
         .At(5, [this] { machine_.Tablet()->MoveTo(9300, 9700); })
         .At(8, [] { lv_event_send(gView.FilterButtons[1], LV_EVENT_CLICKED, nullptr); })
@@ -57,16 +73,18 @@ class FailureRun {
           host_.State.JumpRequested = 1;
           gRun.ExitRequested = true;
         });
-    status_ = fake::RunApplication(machine_, options).Status;
-    ForgetLibraryProblem();
-    CheckScreen();
-    Check(machine_.Events.LiveCount() == events_ || CloseFailed(), "an event is still open");
-    Check(host_.State.JumpRequested == 0, "the jump is still requested");
-    Check(!Started() || host_.Log.back().Text.find("User used APP") != std::string::npos,
-          "the usage line is not the last one");
-    return failed_ ? 1 : 0;
   }
-  EFI_STATUS Status() const { return status_; }
+
+  void Check(bool good, const char *complaint) {
+    if (!good) {
+      std::printf("%s\n", complaint);
+      failed_ = true;
+    }
+  }
+  bool Failed() const { return failed_; }
+
+  fake::Firmware &machine_;
+  fake::TestHost host_;
 
  private:
   EFI_STATUS GiveFewFonts(UINT8 face, CHAR8 **name, VOID **data, UINTN *size) {
@@ -77,13 +95,6 @@ class FailureRun {
     // The sizes 14 and 16 of the face that the record asks for.
     int number = asked_++;
     return number == 6 * 3 + 1 || number == 8 * 3 + 1 ? EFI_SUCCESS : EFI_NOT_FOUND;
-  }
-
-  void Check(bool good, const char *complaint) {
-    if (!good) {
-      std::printf("%s\n", complaint);
-      failed_ = true;
-    }
   }
 
   /// Whether the host was located, with its output and texts.
@@ -139,8 +150,6 @@ class FailureRun {
     }
   }
 
-  fake::Firmware &machine_;
-  fake::TestHost host_;
   SetupScreens screens_{machine_};
   size_t events_ = 0;
   int asked_ = 0;

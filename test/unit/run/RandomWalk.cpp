@@ -41,10 +41,11 @@ std::string RandomWalk::History() const {
 }
 
 std::string RandomWalk::MissingOutcomes() const {
-  constexpr const char *kOutcomes[] = {"-> left by Esc",    "-> left by the close button",
-                                       "-> left by a jump", "-> box closed by Esc",
-                                       "-> picture saved",  "-> no output left",
-                                       "-> output kept",    "-> output changed"};
+  constexpr const char *kOutcomes[] = {"-> left by Esc",     "-> left by the close button",
+                                       "-> left by a jump",  "-> box closed by Esc",
+                                       "-> picture saved",   "-> no output left",
+                                       "-> output kept",     "-> output changed",
+                                       "-> lost output left"};
   std::string missing;
   for (const char *outcome : kOutcomes) {
     if (!counts_.contains(outcome) || counts_.at(outcome) == 0) {
@@ -75,6 +76,11 @@ void RandomWalk::Turn() {
       ++*static_cast<uint64_t *>(lv_event_get_user_data(event));
     };
     lv_obj_add_event_cb(gView.CloseButton, count, LV_EVENT_CLICKED, &closeClicks_);
+    lv_disp_drv_t *driver = lv_disp_get_default()->driver;
+    driver->user_data = &frames_;
+    driver->monitor_cb = [](lv_disp_drv_t *drawn, uint32_t, uint32_t) {
+      ++*static_cast<uint64_t *>(drawn->user_data);
+    };
   }
   CheckRules();
   if (idleTurns_ > 0) {
@@ -106,6 +112,9 @@ void RandomWalk::Turn() {
 }
 
 void RandomWalk::CheckRules() {
+  if (gHost.Gop == nullptr && !gRun.ExitRequested) {
+    Report("the view goes on without an output");
+  }
   CheckOutput();
   CheckExit();
   Report(rules::Highlights(host_.Components));
@@ -150,7 +159,29 @@ void RandomWalk::CheckFiles() {
   }
 }
 
+bool RandomWalk::InUseIsGone() const {
+  return std::none_of(outputs_.begin(), outputs_.end(),
+                      [this](auto *output) { return output->Protocol() == outputInUse_; });
+}
+
+// An output that is gone is left before the next frame is shown, or at F12. To be asked before the
+// outputs change again.
+void RandomWalk::FollowView() {
+  bool moving = gHost.Gop == nullptr && !gRun.ExitRequested;
+  if (expectedOutput_ || !InUseIsGone() || moving) {
+    return;
+  }
+  if (gHost.Gop != outputInUse_) {
+    counts_["-> lost output left"]++;
+    expectedOutput_ = rules::OutputAfterArrival(outputs_, nullptr);
+    CheckOutput();
+  } else if (frames_ != framesAtLoss_) {
+    Report("a frame was drawn for an output that is gone");
+  }
+}
+
 void RandomWalk::CheckOutput() {
+  FollowView();
   if (!expectedOutput_) {
     return;
   }
@@ -161,12 +192,20 @@ void RandomWalk::CheckOutput() {
   counts_[expected == nullptr        ? "-> no output left"
           : expected == outputInUse_ ? "-> output kept"
                                      : "-> output changed"]++;
-  outputLost_ = expected == nullptr;
-  if (!outputLost_) {
+  if (expected != nullptr) {
     outputInUse_ = expected;
     return;
   }
-  // The walk goes on with the output mended.
+  outputLost_ = true;
+  MendOutputs();
+}
+
+// The walk goes on with the output mended.
+void RandomWalk::MendOutputs() {
+  if (outputs_.empty()) {
+    Return(gone_.back());
+    machine_.Events.Dispatch();
+  }
   outputs_[0]->SetModes({{1024, 768}});
   outputInUse_ = outputs_[0]->Protocol();
   gHost.Gop = outputInUse_;

@@ -58,8 +58,16 @@ class RandomWalk {
   void PlugOutput();
   void LoseModes();
   void PlugDuringATurn();
+  void PullOutput();
+  void PullOutputDuringATurn();
 
   void Arrive(bool useful);
+  void Depart(fake::GraphicsOutput *output);
+  void Return(fake::GraphicsOutput *output);
+  /// Whether the output in use is gone, which is not announced.
+  bool InUseIsGone() const;
+  void FollowView();
+  void MendOutputs();
   void CheckRules();
   void CheckPool();
   void CheckFiles();
@@ -83,11 +91,15 @@ class RandomWalk {
   uint64_t x_ = 0, y_ = 0;
   bool pressed_ = false;
   std::vector<fake::Volume *> sticks_;
-  std::vector<fake::GraphicsOutput *> outputs_;
+  /// Those that the firmware has, in the order of their handles; and those that are gone.
+  std::vector<fake::GraphicsOutput *> outputs_, gone_;
   /// The output that an arrival must have led to; nothing when none came.
   std::optional<EFI_GRAPHICS_OUTPUT_PROTOCOL *> expectedOutput_;
   EFI_GRAPHICS_OUTPUT_PROTOCOL *outputInUse_ = nullptr;
   bool outputLost_ = false;
+  /// Frames that LVGL has drawn, and how many of them when the output in use went.
+  uint64_t frames_ = 0;
+  uint64_t framesAtLoss_ = 0;
   Escape escape_ = Escape::None;
   uint64_t closeClicks_ = 0;
   uint64_t seenCloseClicks_ = 0;

@@ -36,6 +36,8 @@ const std::vector<RandomWalk::Choice> RandomWalk::kChoices = {
     {6, &RandomWalk::PlugOutput, "output in"},
     {3, &RandomWalk::LoseModes, "output loses modes"},
     {3, &RandomWalk::PlugDuringATurn, "output in during a turn"},
+    {5, &RandomWalk::PullOutput, "output out"},
+    {2, &RandomWalk::PullOutputDuringATurn, "output out during a turn"},
 };
 
 void RandomWalk::Move() {
@@ -146,7 +148,12 @@ void RandomWalk::PullStick() {
 }
 
 void RandomWalk::Arrive(bool useful) {
-  if (outputs_.size() < kMostOutputs) {
+  FollowView();
+  if (!gone_.empty()) {
+    fake::GraphicsOutput *again = gone_.front();
+    again->SetModes(useful ? kUsefulModes : kUselessModes);
+    Return(again);
+  } else if (outputs_.size() < kMostOutputs) {
     outputs_.push_back(&machine_.AddOutput(useful ? kUsefulModes : kUselessModes, 0));
   } else {
     // An output that is not in use comes anew.
@@ -159,6 +166,26 @@ void RandomWalk::Arrive(bool useful) {
     machine_.Install(fake::kGraphicsOutputGuid, again->Protocol(), again->Handle);
   }
   expectedOutput_ = rules::OutputAfterArrival(outputs_, outputInUse_);
+}
+
+void RandomWalk::Depart(fake::GraphicsOutput *output) {
+  FollowView();
+  machine_.RemoveOutput(*output);
+  std::erase(outputs_, output);
+  gone_.push_back(output);
+  if (output->Protocol() == outputInUse_) {
+    framesAtLoss_ = frames_;
+  }
+}
+
+// On a handle of its own, with its old address: a driver that starts anew often gets the memory
+// back that it has just freed.
+void RandomWalk::Return(fake::GraphicsOutput *output) {
+  std::erase(gone_, output);
+  output->Removed = false;
+  output->Handle = machine_.Install(fake::kDevicePathGuid, output->Path.Get());
+  machine_.Install(fake::kGraphicsOutputGuid, output->Protocol(), output->Handle);
+  outputs_.push_back(output);
 }
 
 void RandomWalk::PlugOutput() {
@@ -180,4 +207,18 @@ void RandomWalk::PlugDuringATurn() {
                               fake::Service::AbsoluteGetState};
   bool useful = Random(3) != 0;
   machine_.At(services[Random(std::size(services))], 1, [this, useful] { Arrive(useful); });
+}
+
+void RandomWalk::PullOutput() {
+  // The last one may be gone with nothing drawn since.
+  if (!outputs_.empty()) {
+    Depart(outputs_[Random(outputs_.size())]);
+  }
+}
+
+// Not at a Blt: what goes between the look for it and its use has been lost before this
+// application could know.
+void RandomWalk::PullOutputDuringATurn() {
+  fake::Service services[] = {fake::Service::ConInReadKeyStroke, fake::Service::AbsoluteGetState};
+  machine_.At(services[Random(std::size(services))], 1, [this] { PullOutput(); });
 }
