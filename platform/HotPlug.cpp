@@ -34,9 +34,17 @@ EFI_GRAPHICS_OUTPUT_PROTOCOL *ChooseOutput(const GopList &list) {
   return candidate;
 }
 
+/// Looks its handle up while it is there: without one, its removal would go unnoticed.
+void Watch(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
+  gHotPlug.WatchedGop = gop;
+  gHotPlug.WatchedHandle = FindGopHandle(gop);
+}
+
 void InvalidateView() { lv_obj_invalidate(lv_disp_get_scr_act(lv_disp_get_default())); }
 
 void ShowViewOn(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
+  // It may be gone again before anything is drawn on it.
+  Watch(gop);
   UINT32 mode = FindViewMode(gop);
   if (mode != gop->Mode->Mode) {
     (void)gop->SetMode(gop, mode);
@@ -104,8 +112,7 @@ VOID EFIAPI DisplayHotPlugNotify(EFI_EVENT, VOID *) {
 bool IsOutputThere() {
   EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = gHost.Gop;
   if (gop != gHotPlug.WatchedGop) {
-    gHotPlug.WatchedGop = gop;
-    gHotPlug.WatchedHandle = FindGopHandle(gop);
+    Watch(gop);
   }
   if (gHotPlug.WatchedHandle == nullptr) {
     return true;
