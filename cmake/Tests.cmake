@@ -40,6 +40,15 @@ function(boardscope_test kind)
   endif()
 endfunction()
 
+# Where a fuzz target steps in between two functions of the application: the linker puts the
+# target's function in the place of the one that is named here.
+set(wrapped_by_ComponentFuzz _Z13BuildHotspotsv)
+set(wrapped_by_SelectionFuzz _Z14ReStoreUIStatev)
+function(boardscope_wrap executable target)
+  list(TRANSFORM wrapped_by_${target} PREPEND -Wl,--wrap=)
+  target_link_options(${executable} PRIVATE ${wrapped_by_${target}})
+endfunction()
+
 # Fuzz targets as a part of the unit tests, which replay their corpora: each target's function
 # gets the name of its file.
 function(boardscope_replay_corpora)
@@ -49,6 +58,7 @@ function(boardscope_replay_corpora)
       ${source} PROPERTIES COMPILE_DEFINITIONS LLVMFuzzerTestOneInput=${target}
     )
     string(APPEND targets "TARGET(${target}) ")
+    boardscope_wrap(boardscope_unit ${target})
   endforeach()
   set_source_files_properties(
     ${PROJECT_SOURCE_DIR}/test/unit/run/FuzzCorpusTest.cpp
@@ -67,6 +77,7 @@ if(BOARDSCOPE_FUZZ)
                                         boardscope_host_blobs boardscope_app
     )
     target_link_options(boardscope_fuzz_${target} PRIVATE -fsanitize=fuzzer)
+    boardscope_wrap(boardscope_fuzz_${target} ${target})
   endforeach()
 elseif(BOARDSCOPE_BENCH)
   boardscope_executable(bench)

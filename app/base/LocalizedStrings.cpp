@@ -11,24 +11,29 @@ namespace {
 constexpr CHAR8 kDefaultLanguage[] = "en-US";
 constexpr UINTN kLanguageSize = 256;
 
-/// Fills the buffer of kLanguageSize zeroed bytes.
-void ReadPlatformLanguage(CHAR8 *language) {
+/// Fills the buffer of kLanguageSize zeroed bytes. True when the variable ends as it should, or is
+/// absent.
+bool ReadPlatformLanguage(CHAR8 *language) {
   VOID *value = nullptr;
   UINTN size = 0;
   EFI_STATUS status = GetEfiGlobalVariable2(Ucs2(u"PlatformLang"), &value, &size);
   if (EFI_ERROR(status)) {
     CopyMem(language, kDefaultLanguage, sizeof(kDefaultLanguage));
-    return;
+    return true;
   }
   // The variable may lack its terminator, or be longer than any language code.
   CopyMem(language, value, MIN(size, kLanguageSize - 1));
+  bool ends = ScanMem8(value, size, 0) != nullptr;
   (void)gBS->FreePool(value);
+  return ends;
 }
 
-CHAR8 *LoadText(EFI_HII_HANDLE package, EFI_STRING_ID id, const CHAR8 *language) {
-  EFI_STRING text = HiiGetString(package, id, language);
+/// To find a language that is close enough, the library reads the variable once more, and beyond
+/// its end where it has no terminator.
+CHAR8 *LoadText(EFI_HII_HANDLE package, EFI_STRING_ID id, const CHAR8 *language, bool closeEnough) {
+  EFI_STRING text = HiiGetStringEx(package, id, language, closeEnough);
   if (text == nullptr) {
-    text = HiiGetString(package, id, kDefaultLanguage);
+    text = HiiGetStringEx(package, id, kDefaultLanguage, closeEnough);
   }
   UINTN units = text == nullptr ? 0 : StrLen(text);
   UINTN capacity = units * 4 + 1;
@@ -57,12 +62,11 @@ EFI_STATUS LoadLocalizedStrings() {
   LogError("Load multilangage string success\n");
 
   auto *buffer = static_cast<CHAR8 *>(malloc(kLanguageSize));
-  if (buffer != nullptr) {
-    ReadPlatformLanguage(buffer);
-  }
+  bool ends = buffer != nullptr && ReadPlatformLanguage(buffer);
   const CHAR8 *language = buffer != nullptr ? buffer : kDefaultLanguage;
   for (UINTN i = 0; i < OBV_STRING_COUNT; ++i) {
-    gLocalizedStrings.Texts[i] = LoadText(packages[0], gHost.SharedState->StringIds[i], language);
+    gLocalizedStrings.Texts[i] =
+        LoadText(packages[0], gHost.SharedState->StringIds[i], language, ends);
   }
   (void)gBS->FreePool(packages);
   free(buffer);

@@ -8,6 +8,8 @@
 #include <cstring>
 #include <vector>
 
+#include "test/fuzz/Repair.h"
+
 #include "host/portable/Host.h"
 #include "host/portable/HostLog.h"
 #include "host/portable/HostSlots.h"
@@ -91,18 +93,6 @@ void UseView(Host *host, UINT16 width, UINT16 height) {
   protocol->FinishParse(protocol);
 }
 
-/// Without this the fuzzer would have to guess a CRC-32 before it gets anywhere.
-void Repair(std::vector<UINT8> &bytes) {
-  constexpr size_t kTotalSize = OFFSET_OF(BoardHeader, TotalSize);
-  if (bytes.size() < sizeof(BoardHeader)) {
-    return;
-  }
-  UINT32 total = static_cast<UINT32>(bytes.size());
-  std::memcpy(&bytes[kTotalSize], &total, sizeof(total));
-  UINT32 checksum = CalculateCrc32(&bytes[kTotalSize], bytes.size() - kTotalSize);
-  std::memcpy(&bytes[OFFSET_OF(BoardHeader, Checksum)], &checksum, sizeof(checksum));
-}
-
 void Use(const std::vector<UINT8> &bytes) {
   const HostServices services = {nullptr, ReadClock, WriteLog, FindGop, Allocate, Free};
   const FontFile fonts[kFaceCount] = {};
@@ -121,7 +111,7 @@ void Use(const std::vector<UINT8> &bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, size_t size) {
   std::vector<UINT8> bytes(data, data + size);
   obv_host::Use(bytes);
-  obv_host::Repair(bytes);
+  fuzz::RepairBoard(&bytes);
   obv_host::Use(bytes);
   return 0;
 }

@@ -1,5 +1,5 @@
 /** @file
-  What fuzz targets share: reading the input, stopping at a broken promise, and runs in a child.
+  What fuzz targets share: reading the input, and stopping at a broken promise.
 
   Each target defines LLVMFuzzerTestOneInput, in which nothing outlives an input unless it says so.
   test/unit/run/FuzzCorpusTest.cpp replays the corpora with the ordinary compiler; there, each
@@ -8,14 +8,11 @@
 
 #pragma once
 
-#include <sys/mman.h>
-#include <unistd.h>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
-#include "test/firmware/Child.h"
 #include "test/firmware/Edk2.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size);
@@ -82,46 +79,5 @@ class Reader {
   const std::uint8_t *data_;
   std::size_t left_;
 };
-
-/// clang's counters of visited code, one byte each; null in other builds. Not declared in C++,
-/// because clang would then give its own declaration another name.
-#define FUZZ_COUNTERS(Edge, Address)                           \
-  __asm__(".weak __" Edge                                      \
-          "___sancov_cntrs\n\t"                                \
-          "movq __" Edge "___sancov_cntrs@GOTPCREL(%%rip), %0" \
-          : "=r"(Address))
-
-/// Lets the fuzzer see what children visit: all whole pages of counters become shared memory.
-inline void ShareCounters() {
-  std::uintptr_t start = 0;
-  std::uintptr_t stop = 0;
-  FUZZ_COUNTERS("start", start);
-  FUZZ_COUNTERS("stop", stop);
-  auto page = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
-  std::uintptr_t from = (start + page - 1) & ~(page - 1);
-  std::uintptr_t to = stop & ~(page - 1);
-  if (from < to) {
-    void *mapped = mmap(reinterpret_cast<void *>(from), to - from, PROT_READ | PROT_WRITE,
-                        MAP_SHARED | MAP_ANONYMOUS | MAP_FIXED, -1, 0);
-    Require(mapped != MAP_FAILED, "the counters can be shared");
-  }
-}
-
-/// A whole run, whose state is one-shot, in a process of its own.
-template <typename Body>
-void InChild(Body body) {
-  constexpr unsigned kSeconds = 60;
-  static const bool shared = (ShareCounters(), true);
-  (void)shared;
-  fake::ChildResult result = fake::RunInChild(
-      [&](std::string *) {
-        body();
-        return 0;
-      },
-      kSeconds);
-  if (!result.Succeeded) {
-    Stop(result.Summary());
-  }
-}
 
 }  // namespace fuzz

@@ -4,6 +4,7 @@
 
 #include "test/firmware/Run.h"
 #include "test/fuzz/Fuzz.h"
+#include "test/fuzz/Repair.h"
 #include "test/unit/stage/ApplicationPool.h"
 
 #include "app/base/Geometry.h"
@@ -12,34 +13,9 @@
 #include "platform/LvglMemory.h"
 #include "resources/BoardImage.h"
 
-extern "C" {
-#include <Library/BaseLib.h>
-}
-
 namespace {
 
 using Bytes = std::vector<UINT8>;
-
-constexpr size_t kSignatureSize = 8;
-
-void PutBigEndian(Bytes *bytes, size_t at, UINT32 value) {
-  for (size_t i = 0; i < 4; i++) {
-    (*bytes)[at + i] = static_cast<UINT8>(value >> (24 - 8 * i));
-  }
-}
-
-/// Without this the fuzzer would have to guess a CRC-32 for every chunk.
-void RepairChunks(Bytes *file) {
-  for (size_t at = kSignatureSize; at + 12 <= file->size();) {
-    size_t length = size_t{(*file)[at]} << 24 | size_t{(*file)[at + 1]} << 16 |
-                    size_t{(*file)[at + 2]} << 8 | (*file)[at + 3];
-    if (length > file->size() - at - 12) {
-      return;
-    }
-    PutBigEndian(file, at + 8 + length, CalculateCrc32(&(*file)[at + 4], length + 4));
-    at += length + 12;
-  }
-}
 
 UINT32 Adler32(const Bytes &bytes) {
   UINT32 a = 1;
@@ -54,7 +30,7 @@ UINT32 Adler32(const Bytes &bytes) {
 void AppendChunk(Bytes *file, std::string_view type, const Bytes &data) {
   size_t at = file->size();
   file->resize(at + 12 + data.size());
-  PutBigEndian(file, at, static_cast<UINT32>(data.size()));
+  fuzz::PutBigEndian(file, at, static_cast<UINT32>(data.size()));
   std::copy(type.begin(), type.end(), file->begin() + static_cast<ptrdiff_t>(at + 4));
   std::copy(data.begin(), data.end(), file->begin() + static_cast<ptrdiff_t>(at + 8));
 }
@@ -82,10 +58,10 @@ Bytes Wrap(fuzz::Reader input) {
                   static_cast<UINT8>(~length >> 8)};
   stored.insert(stored.end(), lines.begin(), lines.end());
   stored.resize(stored.size() + 4);
-  PutBigEndian(&stored, stored.size() - 4, Adler32(lines));
+  fuzz::PutBigEndian(&stored, stored.size() - 4, Adler32(lines));
   AppendChunk(&file, "IDAT", stored);
   AppendChunk(&file, "IEND", {});
-  RepairChunks(&file);
+  fuzz::RepairChunks(&file);
   return file;
 }
 
@@ -130,7 +106,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
   AsciiStrCpyS(shared.RecolorHighText, sizeof shared.RecolorHighText, "99,99,99");
   Bytes file(data, data + size);
   Use(file, &shared);
-  RepairChunks(&file);
+  fuzz::RepairChunks(&file);
   Use(file, &shared);
   Use(Wrap(fuzz::Reader(data, size)), &shared);
   return 0;

@@ -33,6 +33,13 @@ class LocalizedStrings : public ConnectedHost {
   void SetLanguage(std::string_view language) {
     Machine.Variables.SetText(u"PlatformLang", language);
   }
+  void SetWithoutTerminator(std::string_view language) {
+    const EFI_GUID vendor = EFI_GLOBAL_VARIABLE;
+    std::vector<CHAR16> name = fake::ToFirmware(u"PlatformLang");
+    EXPECT_EQ(Machine.Variables.Set(name.data(), &vendor, EFI_VARIABLE_BOOTSERVICE_ACCESS,
+                                    language.size(), language.data()),
+              EFI_SUCCESS);
+  }
   EFI_STATUS Load() {
     Host.Install();
     return LoadLocalizedStrings();
@@ -170,15 +177,18 @@ TEST_F(LocalizedStrings, ALanguageLongerThanItsBufferIsCut) {
 }
 
 TEST_F(LocalizedStrings, ALanguageWithoutATerminatorIsRead) {
-  const EFI_GUID vendor = EFI_GLOBAL_VARIABLE;
-  std::vector<CHAR16> name = fake::ToFirmware(u"PlatformLang");
-  ASSERT_EQ(
-      Machine.Variables.Set(name.data(), &vendor, EFI_VARIABLE_BOOTSERVICE_ACCESS, 5, "fr-FR"),
-      EFI_SUCCESS);
+  SetWithoutTerminator("fr-FR");
   EXPECT_EQ(Load(), EFI_SUCCESS);
   ExpectAll(
       "fran\xC3\xA7"
       "ais ");
+}
+
+// The library, too, reads the variable, for the languages that the package does not have.
+TEST_F(LocalizedStrings, AForeignLanguageWithoutATerminatorIsReadNoFurther) {
+  SetWithoutTerminator("de-DE");
+  EXPECT_EQ(Load(), EFI_SUCCESS);
+  ExpectAll("english ");
 }
 
 TEST_F(LocalizedStrings, EachAllocationMayFail) {

@@ -66,6 +66,18 @@ TEST_F(LostOutput, WithNoneLeftTheApplicationEnds) {
   EXPECT_TRUE(Host.Logged("Get Gop Protocol failed!\n"));
 }
 
+TEST_F(LostOutput, AnotherOneThatGoesBeforeItIsDrawnOnIsNotCalledEither) {
+  Install();
+  fake::RunResult result = RunWithLoss([this] {
+    fake::GraphicsOutput &other = Machine.AddOutput({{1024, 768}});
+    Machine.RemoveOutput(other);
+  });
+  EXPECT_EQ(result.Status, EFI_SUCCESS);
+  EXPECT_LT(result.Turns, 40);
+  EXPECT_TRUE(Host.Logged(kGone));
+  EXPECT_TRUE(Host.Logged("Get Gop Protocol failed!\n"));
+}
+
 TEST_F(LostOutput, WhileNothingIsDrawnNobodyMissesIt) {
   Install();
   fake::RunResult result = RunWithLoss([] {});
