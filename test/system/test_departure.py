@@ -3,7 +3,7 @@
 import pytest
 
 from computer import PATIENCE, Computer
-from ending import LAST_FILTER_BUTTON, NO_FOCUS
+from ending import LAST_FILTER_BUTTON
 from late import SIZE, LateOutput, since, without_adapter
 from pictures import setup_picture
 

@@ -6,7 +6,8 @@
 
 #include "LateFirmware.h"
 
-/// Has the driver of the first adapter stopped. The console's own output goes with its last adapter.
+/// Has the driver of the first adapter stopped. The console's own output goes with its last
+/// adapter.
 [[nodiscard]] EFI_STATUS StopAdapter();
 
 /// Has the driver of the adapter started that StopAdapter stopped.
