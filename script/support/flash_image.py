@@ -1,4 +1,4 @@
-"""Putting other modules into OVMF's flash image, in the places of its own."""
+"""The modules in OVMF's flash image: taking one out, putting others in the places of its own."""
 
 import lzma
 import struct
@@ -60,15 +60,20 @@ def make_file(name: uuid.UUID, kind: Kind, sections: Mapping[Section, bytes]) ->
     return _file(name, kind, bytes(content))
 
 
+def program(flash: bytes, name: uuid.UUID) -> bytes:
+    """The program in a module of the flash image."""
+    _, _, inner = _unpack(flash)
+    for start in _inner_volumes(inner):
+        volume = _volume(inner, start)
+        for file in _files(volume):
+            if file.name == name:
+                return _program_of(volume[file.start + _FILE_HEADER : file.end])
+    raise Failure(f"The firmware's flash image has no module {name}.")
+
+
 def replace(flash: bytes, modules: Mapping[uuid.UUID, bytes]) -> bytes:
     """The flash image with other modules in it, by their names; all of them must be there."""
-    outer = bytearray(_volume(flash, 0))
-    place = next((file for file in _files(outer) if file.kind == _FV_FILE), None)
-    if place is None:
-        raise Failure("The firmware's flash image has no volume of modules.")
-    body = place.start + _FILE_HEADER
-    header, packed = _guided(bytes(outer[body : place.end]))
-    inner = bytearray(lzma.decompress(packed, lzma.FORMAT_ALONE))
+    place, header, inner = _unpack(flash)
     left = set(modules)
     for start in _inner_volumes(inner):
         volume = bytearray(_volume(inner, start))
@@ -80,12 +85,22 @@ def replace(flash: bytes, modules: Mapping[uuid.UUID, bytes]) -> bytes:
     if left:
         raise Failure(f"The firmware's flash image has no module {', '.join(map(str, left))}.")
     content = header + _compress(bytes(inner))
-    packed_file = _file(place.name, place.kind, _sized(content, _GUIDED))
+    outer = _volume(flash, 0)
+    head = outer[: place.start] + _file(place.name, place.kind, _sized(content, _GUIDED))
     # Whatever follows is room that a larger file takes.
-    head = bytes(outer[: place.start]) + packed_file
     if len(head) > len(outer):
         raise Failure("The modules do not fit into the firmware's flash image.")
     return head.ljust(len(outer), _NOTHING) + flash[len(outer) :]
+
+
+def _unpack(flash: bytes) -> tuple[_File, bytes, bytearray]:
+    """The file that holds all modules, the header of its packed section, and what is in that."""
+    outer = _volume(flash, 0)
+    place = next((file for file in _files(outer) if file.kind == _FV_FILE), None)
+    if place is None:
+        raise Failure("The firmware's flash image has no volume of modules.")
+    header, packed = _guided(outer[place.start + _FILE_HEADER : place.end])
+    return place, header, bytearray(lzma.decompress(packed, lzma.FORMAT_ALONE))
 
 
 def _exchange(volume: bytearray, old: _File, new: bytes) -> None:
@@ -123,15 +138,25 @@ def _files(volume: bytes | bytearray) -> Iterator[_File]:
         start = end
 
 
+def _sections(data: bytes | bytearray) -> Iterator[tuple[int, int, int]]:
+    """Kind, begin and end of the content of each section."""
+    start = 0
+    while start + 4 <= len(data):
+        size = int.from_bytes(data[start : start + 3], "little")
+        yield data[start + 3], start + 4, start + size
+        start += (size + _SECTION_ALIGNMENT - 1) // _SECTION_ALIGNMENT * _SECTION_ALIGNMENT
+
+
 def _inner_volumes(sections: bytearray) -> list[int]:
     """Where the volumes begin in what was unpacked."""
-    found, start = [], 0
-    while start + 4 <= len(sections):
-        size = int.from_bytes(sections[start : start + 3], "little")
-        if sections[start + 3] == _FV_SECTION:
-            found.append(start + 4)
-        start += (size + _SECTION_ALIGNMENT - 1) // _SECTION_ALIGNMENT * _SECTION_ALIGNMENT
-    return found
+    return [start for kind, start, _ in _sections(sections) if kind == _FV_SECTION]
+
+
+def _program_of(content: bytes) -> bytes:
+    for kind, start, end in _sections(content):
+        if kind == Section.PE32:
+            return content[start:end]
+    raise Failure("A module of the firmware's flash image holds no program.")
 
 
 def _guided(section: bytes) -> tuple[bytes, bytes]:

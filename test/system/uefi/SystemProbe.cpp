@@ -4,8 +4,10 @@
 
 #include "ProbeDebug.h"
 #include "ProbeFirmware.h"
+#include "ProbeGuards.h"
 #include "ProbeHost.h"
 #include "ProbeScreens.h"
+#include "ProbeStack.h"
 
 namespace {
 
@@ -52,6 +54,15 @@ EFI_STATUS Execute(EFI_HANDLE image, const Arguments &arguments) {
   }
   if (Is(arguments, u"debug", 2)) {
     return StartForDebugger(image, arguments.Texts[1]);
+  }
+  if (Is(arguments, u"stack", 2)) {
+    return StartOnPaintedStack(image, arguments.Texts[1]);
+  }
+  if (Is(arguments, u"guards", 1)) {
+    return TryGuards();
+  }
+  if (Is(arguments, u"null", 1)) {
+    return ReadNull();
   }
   if (Is(arguments, u"forget", 1)) {
     return ForgetSavedState();
