@@ -2,6 +2,7 @@
   The probe's commands, given as the shell's arguments.
 **/
 
+#include "ProbeBoot.h"
 #include "ProbeDebug.h"
 #include "ProbeFirmware.h"
 #include "ProbeGuards.h"
@@ -14,6 +15,7 @@ namespace {
 constexpr UINTN kMaxArguments = 3;
 
 struct Arguments {
+  bool FromShell;
   UINTN Count;
   const CHAR16 *Texts[kMaxArguments];
 };
@@ -26,6 +28,7 @@ Arguments ReadArguments(EFI_HANDLE image) {
     return arguments;
   }
   auto *shell = static_cast<EFI_SHELL_PARAMETERS_PROTOCOL *>(found);
+  arguments.FromShell = true;
   // The first is the program itself.
   for (UINTN i = 1; i < shell->Argc && arguments.Count < kMaxArguments; i++) {
     arguments.Texts[arguments.Count] = shell->Argv[i];
@@ -43,6 +46,9 @@ UINTN Number(const Arguments &arguments, UINTN index) {
 }
 
 EFI_STATUS Execute(EFI_HANDLE image, const Arguments &arguments) {
+  if (!arguments.FromShell) {
+    return RunWithoutShell(image);
+  }
   if (Is(arguments, u"show", 3)) {
     return ShowSetupScreen(Number(arguments, 1), Number(arguments, 2));
   }
