@@ -21,13 +21,31 @@ def sign_all(programs: Path, folder: Path) -> Path:
 
 def _open_key(target: Path) -> Path:
     """The key without its password, which the signing tool cannot be given."""
-    command = ["openssl", "rsa", "-in", _KEY, "-passin", f"pass:{_PASSWORD}", "-out", target]
+    command: list[str | Path] = [
+        "openssl",
+        "rsa",
+        "-in",
+        _KEY,
+        "-passin",
+        f"pass:{_PASSWORD}",
+        "-out",
+        target,
+    ]
     subprocess.run(command, check=True, capture_output=True)
     return target
 
 
 def _sign(plain: Path, signed: Path, key: Path) -> Path:
-    command = ["sbsign", "--key", key, "--cert", _CERTIFICATE, "--output", signed, plain]
+    command: list[str | Path] = [
+        "sbsign",
+        "--key",
+        key,
+        "--cert",
+        _CERTIFICATE,
+        "--output",
+        signed,
+        plain,
+    ]
     done = subprocess.run(command, capture_output=True, text=True)
     assert done.returncode == 0 and signed.exists(), f"{plain.name}: {done.stderr}"
     return signed

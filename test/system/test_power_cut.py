@@ -64,7 +64,7 @@ def assert_nothing_else_changed(stick: Stick) -> None:
 
 def complaints(stick: Stick) -> list[str]:
     """What the checker says of the volume, apart from what is no complaint."""
-    command = ["fsck.fat", "-n", stick.image]
+    command: list[str | Path] = ["fsck.fat", "-n", stick.image]
     done = subprocess.run(command, capture_output=True, text=True)
     assert done.returncode in (0, 1) and not done.stderr
     lines = done.stdout.splitlines()
