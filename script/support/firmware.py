@@ -43,8 +43,19 @@ def build(target: str) -> None:
 
 
 def _build(target: str) -> None:
-    workspace = make_workspace()
+    make_workspace()
     embed_host_files()
+    run_edk2(f"Building the EFI files ({target})", "Boardscope/Boardscope.dsc", target)
+    output = output_folder(target)
+    check_constructors(output)
+    check_headers(output)
+    harden(output)
+    collect(output, target)
+
+
+def run_edk2(what: str, platform: str, target: str) -> None:
+    """EDK2's build of a platform, in the workspace, which must have been made."""
+    workspace = without_blanks(paths.BUILD / "workspace")
     edk2 = paths.edk2_dir()
     tools = edk2 / "BaseTools"
     environment = {
@@ -55,19 +66,14 @@ def _build(target: str) -> None:
         "PYTHON_COMMAND": "python3",
         "PATH": f"{tools / 'BinWrappers' / 'PosixLike'}:{os.environ['PATH']}",
     }
-    command = ["build", "-p", "Boardscope/Boardscope.dsc", "-a", "X64", "-t", TOOLCHAIN]
+    command = ["build", "-p", platform, "-a", "X64", "-t", TOOLCHAIN]
     command += ["-b", target, "-n", str(os.cpu_count() or 1), "-s"]
-    run(f"Building the EFI files ({target})", command, cwd=workspace, environment=environment)
-    output = output_folder(target)
-    check_constructors(output)
-    check_headers(output)
-    harden(output)
-    collect(output, target)
+    run(what, command, cwd=workspace, environment=environment)
 
 
-def output_folder(target: str) -> Path:
+def output_folder(target: str, platform: str = "Boardscope") -> Path:
     """Where EDK2 leaves the images of a target, and their symbols beside them."""
-    return paths.BUILD / "workspace" / "Build" / "Boardscope" / f"{target}_{TOOLCHAIN}" / "X64"
+    return paths.BUILD / "workspace" / "Build" / platform / f"{target}_{TOOLCHAIN}" / "X64"
 
 
 def make_workspace() -> Path:

@@ -30,7 +30,15 @@ PACKAGES: dict[str, tuple[str, ...]] = {
     # The application on the development machine, against the fake firmware.
     "native": (*NATIVE, *FIRMWARE, *FONTS, *PYTHON),
     # QEMU and the disks that it boots from.
-    "system": ("dosfstools", "mtools", "ovmf", "qemu-system-x86", *PYTHON),
+    "system": (
+        "dosfstools",
+        "mtools",
+        "openssl",
+        "ovmf",
+        "qemu-system-x86",
+        "sbsigntool",
+        *PYTHON,
+    ),
     # QEMU's window on a desktop.
     "window": ("qemu-system-gui",),
     "bench": (

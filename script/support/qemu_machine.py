@@ -33,6 +33,10 @@ class Options:
     folder: Path  # logs and variables are written here
     resolution: tuple[int, int] = (1920, 1080)  # the setup screen, each output
     outputs: int = 1  # graphics adapters, 1 to 4
+    adapter: str | None = None  # QEMU's model of each; VGA when it is not given
+    code: Path = _FIRMWARE_CODE
+    variables: Path = _FIRMWARE_VARIABLES
+    secure: bool = False  # the variables are written in system management mode alone
     pointers: tuple[str, ...] = ("tablet",)  # of "mouse", "tablet"
     display: str = "none"  # QEMU's -display
     accel: str = "tcg"
@@ -89,9 +93,9 @@ class Machine:
         for log in (self.log_path, self.console_path, self._qemu_log):
             log.write_bytes(b"")
         variables = self._private / "variables.fd"
-        if not _FIRMWARE_VARIABLES.exists():
+        if not self.options.variables.exists():
             raise MachineError("OVMF is not installed; run script/fetch.")
-        shutil.copyfile(_FIRMWARE_VARIABLES, variables)
+        shutil.copyfile(self.options.variables, variables)
         if self.options.typing:
             for pipe in self.console_pipes:
                 os.mkfifo(pipe)
@@ -213,8 +217,10 @@ class Machine:
         command += ["-machine", f"q35,accel={options.accel}", "-m", str(options.memory_mib)]
         command += ["-nic", "none", "-vga", "none", "-display", options.display]
         command += ["-name", "Boardscope"]
-        command += _drive("pflash", _FIRMWARE_CODE, "readonly=on")
+        command += _drive("pflash", options.code, "readonly=on")
         command += _drive("pflash", variables)
+        if options.secure:
+            command += ["-global", "driver=cfi.pflash01,property=secure,value=on"]
         command += _drive("none", options.esp, "id=esp")
         command += ["-device", "virtio-blk-pci,drive=esp"]
         command += ["-qmp", f"unix:{self._private / 'qmp'},server=on,wait=off"]
@@ -246,6 +252,9 @@ class Machine:
         width, height = self.options.resolution
         screens: list[str] = []
         for number in range(self.options.outputs):
+            if self.options.adapter is not None:
+                screens += ["-device", f"{self.options.adapter},id=video{number}"]
+                continue
             model = "VGA" if number == 0 else "secondary-vga"
             # In mHz: at the default rate, the pixel clock of a large screen does not fit the EDID
             # and the firmware falls back to another size.

@@ -14,7 +14,7 @@ from support.qemu_machine import Machine, MachineError
 
 _TERMINAL_CODES = re.compile(rb"\x1b\[[0-9;=?]*[A-Za-z]")
 _ATTEMPTS = 3
-_ECHO_PATIENCE = 3.0  # seconds
+_ECHO_PATIENCE = 3.0  # seconds, from one character to the next
 _PROMPT = re.compile(rb"(FS\d+:\\|Shell)> $")
 
 
@@ -69,8 +69,13 @@ class Shell:
         os.write(self._typing, text.encode("ascii"))
 
     def _echoes(self, command: str) -> bool:
-        deadline = time.monotonic() + _ECHO_PATIENCE
-        while time.monotonic() < deadline:
+        shown = -1
+        deadline = 0.0
+        while len(self._output) != shown or time.monotonic() < deadline:
+            if len(self._output) != shown:
+                # A slow screen shows one character after the other.
+                shown = len(self._output)
+                deadline = time.monotonic() + _ECHO_PATIENCE
             if _TERMINAL_CODES.sub(b"", self._output).endswith(command.encode("ascii")):
                 return True
             time.sleep(0.02)

@@ -1,11 +1,12 @@
 """The computer of the system tests, and one visit of its user to the board view."""
 
-from collections.abc import Iterator
+from collections.abc import Iterator, Mapping
 from contextlib import contextmanager
 from dataclasses import dataclass, field
 from datetime import datetime
 from functools import cached_property
 from pathlib import Path
+from typing import Any
 
 from components import Component, read_components
 from ending import Ending, read_ending
@@ -38,7 +39,11 @@ _VISIT = [
     "endif",
     "SystemProbe.efi show %1 %2",
     "SystemProbe.efi wait",
-    APPLICATION,
+    "if %4 == measured then",
+    f"  SystemProbe.efi stack {APPLICATION}",
+    "else",
+    f"  {APPLICATION}",
+    "endif",
     "set -v ended %lasterror%",
     "SystemProbe.efi wait",
     "echo boardscope ended with %ended%",
@@ -57,8 +62,12 @@ class Computer:
     def outputs(self) -> range:
         return range(self.machine.options.outputs)
 
+    def load(self, program: str) -> str:
+        """Load a driver; returns what the shell said."""
+        return self._shell.run(f"load {program}", PATIENCE)
+
     def load_host(self) -> None:
-        said = self._shell.run(f"load {HOST}")
+        said = self.load(HOST)
         assert "Success" in said, said
         self.machine.wait_for_log("[Host] Ready", PATIENCE)
 
@@ -78,6 +87,15 @@ class Computer:
         """Have the probe do something; returns what it printed."""
         return self.run("SystemProbe.efi", *words)
 
+    def status_of(self, program: str) -> int:
+        """Run a program that may be refused; returns the shell's status."""
+        self._shell.run(program, PATIENCE)
+        return int(self._shell.run("echo %lasterror%").split("\n")[1], 16)
+
+    def type(self, command: str) -> None:
+        """Type a command whose end is not waited for."""
+        self._shell.type(command)
+
     def run(self, program: str, *words: str | int) -> str:
         """Run a program that must succeed; returns what it printed."""
         said = self._shell.run(" ".join([program, *map(str, words)]), PATIENCE)
@@ -94,12 +112,20 @@ class Computer:
         return self._components[size]
 
     @contextmanager
-    def visit(self, size: tuple[int, int] = (1920, 1080), fresh: bool = True) -> Iterator["Visit"]:
+    def visit(
+        self, size: tuple[int, int] = (1920, 1080), fresh: bool = True, measured: bool = False
+    ) -> Iterator["Visit"]:
         """Show a setup screen of this size, from which the application can be started.
 
-        A fresh visit is the first of its power-on as far as host and application know.
+        A fresh visit is the first of its power-on as far as host and application know. The end of
+        a measured one logs how much of the stack it has used.
         """
-        self._shell.type(f"visit.nsh {size[0]} {size[1]} {'fresh' if fresh else 'again'}")
+        words = [
+            *map(str, size),
+            "fresh" if fresh else "again",
+            "measured" if measured else "as-is",
+        ]
+        self._shell.type(" ".join(["visit.nsh", *words]))
         visit = Visit(self, size)
         visit.wait_for_setup()
         yield visit
@@ -189,12 +215,22 @@ class Visit:
 
 
 @contextmanager
-def boot(folder: Path, programs: Path, outputs: int = 1) -> Iterator[Computer]:
-    """Power a computer on, and wait for its shell's prompt."""
+def boot(
+    folder: Path,
+    programs: Path,
+    outputs: int = 1,
+    firmware: Mapping[str, Any] | None = None,
+    more: Mapping[str, Path | bytes] | None = None,
+) -> Iterator[Computer]:
+    """Power a computer on, and wait for its shell's prompt.
+
+    `firmware` are the machine's options of another firmware than the common one, `more` are files
+    that its disk has besides.
+    """
     folder.mkdir(parents=True, exist_ok=True)
     disk = folder / "esp.img"
     script = "\r\n".join([*_VISIT, ""]).encode("ascii")
-    make_boot_disk(disk, programs, driver_commands(), {"visit.nsh": script})
+    make_boot_disk(disk, programs, driver_commands(), {"visit.nsh": script, **(more or {})})
     options = Options(
         esp=disk,
         folder=folder,
@@ -202,6 +238,7 @@ def boot(folder: Path, programs: Path, outputs: int = 1) -> Iterator[Computer]:
         pointers=("mouse", "tablet"),
         typing=True,
         extra=["-rtc", f"base={POWER_ON.isoformat()}"],
+        **(firmware or {}),
     )
     with Machine(options) as machine, Shell(machine) as shell:
         machine.wait_for_shell()

@@ -14,6 +14,7 @@ _SECTOR = 512
 _MIB = 1024 * 1024
 _FIRST_PARTITION = 2048  # sectors
 _FAT16 = 0x0E
+_ENOMEDIUM = 123
 # The firmware's USB bus looks at its ports once a second.
 SEEN_BY_THE_FIRMWARE = 2.5
 
@@ -51,6 +52,10 @@ class Stick:
 
     def read(self, name: str, volume: int = 0) -> bytes:
         return self._mtools("mcopy", volume, f"::{name}", "-")
+
+    def put(self, name: str, content: bytes) -> None:
+        """Write a file into the first volume's root directory."""
+        self._mtools("mcopy", 0, "-", f"::{name}", content=content)
 
     def fill(self, volume: int = 0) -> None:
         """Use up every cluster; the root directory keeps room for names."""
@@ -155,3 +160,38 @@ def plugged_in(machine: Machine, *sticks: Stick, read_only: bool = False) -> Ite
         for stick in sticks:
             if _is_in(machine, stick):
                 pull_out(machine, stick)
+
+
+def plug_in_to_break(machine: Machine, stick: Stick, writes: int) -> None:
+    """Plug a stick in that takes so many writes and then has no medium any more.
+
+    With any other failure, and with a stick that is really pulled out in the midst of a write, the
+    firmware's driver tries again for half a minute and longer.
+    """
+    event = "write_aio"
+    steps = [
+        {"event": event, "state": state, "new_state": state + 1} for state in range(1, writes + 1)
+    ]
+    file = {
+        "driver": "blkdebug",
+        "image": {"driver": "file", "filename": str(stick.image)},
+        "set-state": steps,
+        "inject-error": [{"event": event, "state": writes + 1, "errno": _ENOMEDIUM}],
+    }
+    machine.qmp.command("blockdev-add", driver="raw", node_name=stick.name, file=file)
+    machine.qmp.command(
+        "device_add",
+        driver="usb-storage",
+        id=stick.name,
+        bus="usb.0",
+        drive=stick.name,
+        werror="report",
+    )
+
+
+def writes_to(machine: Machine, stick: Stick) -> int:
+    """How many writes a stick has got since it was plugged in."""
+    for drive in machine.qmp.command("query-blockstats"):
+        if drive.get("qdev", "").startswith(f"/machine/peripheral/{stick.name}/"):
+            return int(drive["stats"]["wr_operations"])
+    raise AssertionError(f"{stick.name} is not in its port.")

@@ -8,7 +8,9 @@ EFI_LOADED_IMAGE_PROTOCOL *ImageOf(EFI_HANDLE handle) {
   return EFI_ERROR(status) ? nullptr : static_cast<EFI_LOADED_IMAGE_PROTOCOL *>(image);
 }
 
-EFI_STATUS Load(EFI_HANDLE probe, const CHAR16 *name, EFI_HANDLE *program) {
+}  // namespace
+
+EFI_STATUS LoadProgram(EFI_HANDLE probe, const CHAR16 *name, EFI_HANDLE *program) {
   EFI_LOADED_IMAGE_PROTOCOL *image = ImageOf(probe);
   if (image == nullptr) {
     return EFI_NOT_FOUND;
@@ -22,11 +24,9 @@ EFI_STATUS Load(EFI_HANDLE probe, const CHAR16 *name, EFI_HANDLE *program) {
   return status;
 }
 
-}  // namespace
-
 EFI_STATUS StartForDebugger(EFI_HANDLE probe, const CHAR16 *name) {
   EFI_HANDLE program = nullptr;
-  EFI_STATUS status = Load(probe, name, &program);
+  EFI_STATUS status = LoadProgram(probe, name, &program);
   if (EFI_ERROR(status)) {
     return status;
   }

@@ -5,13 +5,17 @@
 #pragma once
 
 extern "C" {
-#include <Uefi.h>
+#include <PiDxe.h>
 
+#include <Guid/MemoryAllocationHob.h>
 #include <Library/BaseLib.h>
+#include <Library/BaseMemoryLib.h>
 #include <Library/DevicePathLib.h>
+#include <Library/HobLib.h>
 #include <Library/PrintLib.h>
 #include <Library/UefiBootServicesTableLib.h>
 #include <Library/UefiLib.h>
+#include <Protocol/Cpu.h>
 #include <Protocol/GraphicsOutput.h>
 #include <Protocol/LoadedImage.h>
 #include <Protocol/ObvComponent.h>

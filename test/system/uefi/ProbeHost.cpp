@@ -31,13 +31,6 @@ EFI_STATUS ReadPictureSize(OBV_PROTOCOL *host, PictureSize *picture) {
   return EFI_SUCCESS;
 }
 
-OBV_PROTOCOL *FindHost() {
-  EFI_GUID guid = OBV_PROTOCOL_GUID;
-  void *host = nullptr;
-  EFI_STATUS status = gBS->LocateProtocol(&guid, nullptr, &host);
-  return EFI_ERROR(status) ? nullptr : static_cast<OBV_PROTOCOL *>(host);
-}
-
 /// One log line that grows: what does not fit is cut.
 struct Line {
   CHAR8 Text[kLineSize];
@@ -72,6 +65,13 @@ void LogLeader(OBV_PROTOCOL *host, const OBV_COMPONENT &component) {
 }
 
 }  // namespace
+
+OBV_PROTOCOL *FindHost() {
+  EFI_GUID guid = OBV_PROTOCOL_GUID;
+  void *host = nullptr;
+  EFI_STATUS status = gBS->LocateProtocol(&guid, nullptr, &host);
+  return EFI_ERROR(status) ? nullptr : static_cast<OBV_PROTOCOL *>(host);
+}
 
 EFI_STATUS ForgetSavedState() {
   OBV_PROTOCOL *host = FindHost();

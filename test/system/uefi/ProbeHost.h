@@ -6,6 +6,9 @@
 
 #include "ProbeFirmware.h"
 
+/// NULL before the host was loaded.
+[[nodiscard]] OBV_PROTOCOL *FindHost();
+
 /// Puts the hand-over fields back to what they are before the first run.
 [[nodiscard]] EFI_STATUS ForgetSavedState();
 

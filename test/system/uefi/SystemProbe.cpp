@@ -2,16 +2,20 @@
   The probe's commands, given as the shell's arguments.
 **/
 
+#include "ProbeBoot.h"
 #include "ProbeDebug.h"
 #include "ProbeFirmware.h"
+#include "ProbeGuards.h"
 #include "ProbeHost.h"
 #include "ProbeScreens.h"
+#include "ProbeStack.h"
 
 namespace {
 
 constexpr UINTN kMaxArguments = 3;
 
 struct Arguments {
+  bool FromShell;
   UINTN Count;
   const CHAR16 *Texts[kMaxArguments];
 };
@@ -24,6 +28,7 @@ Arguments ReadArguments(EFI_HANDLE image) {
     return arguments;
   }
   auto *shell = static_cast<EFI_SHELL_PARAMETERS_PROTOCOL *>(found);
+  arguments.FromShell = true;
   // The first is the program itself.
   for (UINTN i = 1; i < shell->Argc && arguments.Count < kMaxArguments; i++) {
     arguments.Texts[arguments.Count] = shell->Argv[i];
@@ -41,6 +46,9 @@ UINTN Number(const Arguments &arguments, UINTN index) {
 }
 
 EFI_STATUS Execute(EFI_HANDLE image, const Arguments &arguments) {
+  if (!arguments.FromShell) {
+    return RunWithoutShell(image);
+  }
   if (Is(arguments, u"show", 3)) {
     return ShowSetupScreen(Number(arguments, 1), Number(arguments, 2));
   }
@@ -52,6 +60,15 @@ EFI_STATUS Execute(EFI_HANDLE image, const Arguments &arguments) {
   }
   if (Is(arguments, u"debug", 2)) {
     return StartForDebugger(image, arguments.Texts[1]);
+  }
+  if (Is(arguments, u"stack", 2)) {
+    return StartOnPaintedStack(image, arguments.Texts[1]);
+  }
+  if (Is(arguments, u"guards", 1)) {
+    return TryGuards();
+  }
+  if (Is(arguments, u"null", 1)) {
+    return ReadNull();
   }
   if (Is(arguments, u"forget", 1)) {
     return ForgetSavedState();

@@ -2,6 +2,7 @@
   Does at once what the test asks for, even while the application runs.
 **/
 
+#include "Adapter.h"
 #include "LateOutput.h"
 #include "OtherOutputs.h"
 
@@ -35,6 +36,10 @@ EFI_STATUS Execute(UINT8 command) {
       return InstallInsteadOfOthers(Modes::SmallAndView);
     case 'S':
       return InstallInsteadOfOthers(Modes::SmallOnly);
+    case 'x':
+      return StopAdapter();
+    case 'c':
+      return StartAdapter();
     case 'r':
       RemoveLateOutput();
       GiveModesBack();

@@ -10,7 +10,9 @@ extern "C" {
 #include <Library/BaseMemoryLib.h>
 #include <Library/IoLib.h>
 #include <Library/UefiBootServicesTableLib.h>
+#include <Protocol/DevicePath.h>
 #include <Protocol/GraphicsOutput.h>
 #include <Protocol/ObvComponent.h>
 #include <Protocol/ObvProtocol.h>
+#include <Protocol/PciIo.h>
 }
