@@ -33,3 +33,4 @@ target_link_libraries(
 if(BOARDSCOPE_BENCH)
   target_compile_options(boardscope_lvgl PRIVATE -O3)
 endif()
+include(Waived)
