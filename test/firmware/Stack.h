@@ -16,7 +16,8 @@ namespace fake {
 inline constexpr size_t kPromisedStack = 128 << 10;
 
 /// How many times as much is given to code that the address sanitizer has instrumented: it puts
-/// red zones around what stands in a frame, and keeps apart what otherwise shares a place.
+/// red zones around what stands in a frame. The application needs a fifth more with them; the rest
+/// is for what a test does in its turns, with the test framework on the same stack.
 #if defined(__SANITIZE_ADDRESS__) || FAKE_STACK_HAS_RED_ZONES
 inline constexpr size_t kStackFactor = 4;
 #else

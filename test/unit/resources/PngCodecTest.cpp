@@ -55,7 +55,7 @@ Bytes WithRowsOf(const Bytes &picture, size_t rows) {
 TEST_F(PngCodec, NoMoreIsDecompressedThanTheHeaderAnnounces) {
   constexpr size_t kPicture = 64 * (1 + 64 * 4);
   // Of so many colours that the encoder keeps four bytes a pixel.
-  Bytes noise(24 * 24 * 4);
+  Bytes noise(64 * 64 * 4);
   for (size_t i = 0; i < noise.size(); ++i) {
     noise[i] = static_cast<UINT8>(i * i / 7 + i * 31);
   }
@@ -134,7 +134,7 @@ TEST_F(PngCodec, EncodedPictureDecodesToItself) {
 // lodepng's encoder writes through the null of some failed allocations, and makes a damaged file
 // after others.
 TEST_F(PngCodec, EncoderIsLeftAtAnyAllocationThatFails) {
-  Bytes raw(24 * 24 * 4);
+  Bytes raw(8 * 8 * 4);
   std::mt19937 random(1);
   std::generate(raw.begin(), raw.end(), [&] { return static_cast<UINT8>(random() % 16); });
   uint64_t blocks = Machine.Pool.LiveBlocks();
@@ -142,13 +142,13 @@ TEST_F(PngCodec, EncoderIsLeftAtAnyAllocationThatFails) {
   uint64_t failed = 0;
   while (file.Data == nullptr) {
     Machine.FailCall(fake::Service::AllocatePool, failed + 1, EFI_OUT_OF_RESOURCES);
-    file = EncodePng({raw.data(), 24, 24});
+    file = EncodePng({raw.data(), 8, 8});
     Machine.Faults.Clear();
     failed += file.Data == nullptr ? 1 : 0;
     ASSERT_EQ(Machine.Pool.LiveBlocks(), blocks + (file.Data == nullptr ? 0 : 1));
   }
   EXPECT_GT(failed, 40u);
-  EXPECT_EQ(Decode(Bytes(file.Data, file.Data + file.Size), 24, 24), raw);
+  EXPECT_EQ(Decode(Bytes(file.Data, file.Data + file.Size), 8, 8), raw);
 }
 
 }  // namespace
