@@ -47,6 +47,8 @@ void HandBack(bool viewStood) {
   }
   MakeRoomForTheWayBack();
   FindChosenOption();
+  // Nothing may have been drawn since it went.
+  ReplaceLostOutput();
   // Each output that refuses keeps its mode; there is nobody to tell.
   (void)SetAllGopMode(gGeometry.PreviousHeight, gGeometry.PreviousWidth);
   (void)RecoverScreenContent(gGeometry.PreviousHeight, gGeometry.PreviousWidth);

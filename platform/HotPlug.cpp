@@ -11,6 +11,7 @@ HotPlugState gHotPlug;
 namespace {
 
 constexpr CHAR8 kOperation[] = "InstallDisplayPortHotPlugDetector";
+constexpr CHAR8 kOutputGone[] = "[OBV] The output in use is gone.\n";
 
 UINT32 FindViewMode(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
   return FindGopMode(gop, gGeometry.ViewHeight, gGeometry.ViewWidth);
@@ -129,9 +130,18 @@ bool IsOutputThere() {
 
 void LeaveLostOutput() {
   EFI_TPL tpl = gBS->RaiseTPL(TPL_CALLBACK);
-  LogError("[OBV] The output in use is gone.\n");
+  LogError(kOutputGone);
   // Also when no other is found it must not be called any more.
   gHost.Gop = nullptr;
   MoveView();
   gBS->RestoreTPL(tpl);
+}
+
+void ReplaceLostOutput() {
+  if (IsOutputThere()) {
+    return;
+  }
+  LogError(kOutputGone);
+  GopList list = {};
+  gHost.Gop = EFI_ERROR(GetAllGopPrrotocol(&list)) ? nullptr : ChooseOutput(list);
 }

@@ -39,6 +39,10 @@ void CloseHotPlugDetector();
 /// Goes the notification's way for an output that is gone.
 void LeaveLostOutput();
 
+/// At the end: puts another output, or none, in the place of one that is gone, so that the setup's
+/// screen goes to where it can be seen. Draws nothing.
+void ReplaceLostOutput();
+
 /// Keeps the view on an output that can show it: the one in use, else the last
 /// one that can, else none, which ends the application. Runs at TPL_CALLBACK,
 /// possibly in the middle of drawing.

@@ -12,7 +12,7 @@ constexpr CHAR8 kDefaultLanguage[] = "en-US";
 constexpr UINTN kLanguageSize = 256;
 
 /// Fills the buffer of kLanguageSize zeroed bytes. True when the variable ends as it should, or is
-/// absent.
+/// absent: then the HII library may read it, too.
 bool ReadPlatformLanguage(CHAR8 *language) {
   VOID *value = nullptr;
   UINTN size = 0;
@@ -28,12 +28,19 @@ bool ReadPlatformLanguage(CHAR8 *language) {
   return ends;
 }
 
-/// To find a language that is close enough, the library reads the variable once more, and beyond
-/// its end where it has no terminator.
-CHAR8 *LoadText(EFI_HII_HANDLE package, EFI_STRING_ID id, const CHAR8 *language, bool closeEnough) {
-  EFI_STRING text = HiiGetStringEx(package, id, language, closeEnough);
+EFI_STRING FetchText(EFI_HII_HANDLE package, EFI_STRING_ID id, const CHAR8 *language, bool safe) {
+  if (safe) {
+    return HiiGetString(package, id, language);
+  }
+  // To find a language that is close enough, that function reads the variable once more, and beyond
+  // its end where it has no terminator.
+  return HiiGetStringEx(package, id, language, FALSE);
+}
+
+CHAR8 *LoadText(EFI_HII_HANDLE package, EFI_STRING_ID id, const CHAR8 *language, bool safe) {
+  EFI_STRING text = FetchText(package, id, language, safe);
   if (text == nullptr) {
-    text = HiiGetStringEx(package, id, kDefaultLanguage, closeEnough);
+    text = FetchText(package, id, kDefaultLanguage, safe);
   }
   UINTN units = text == nullptr ? 0 : StrLen(text);
   UINTN capacity = units * 4 + 1;

@@ -78,11 +78,22 @@ TEST_F(LostOutput, AnotherOneThatGoesBeforeItIsDrawnOnIsNotCalledEither) {
   EXPECT_TRUE(Host.Logged("Get Gop Protocol failed!\n"));
 }
 
-TEST_F(LostOutput, WhileNothingIsDrawnNobodyMissesIt) {
+TEST_F(LostOutput, WhileNothingIsDrawnItIsMissedAtTheEnd) {
+  Install();
+  fake::GraphicsOutput &other = AddSetupScreen({{800, 600}, {1024, 768}});
+  std::vector<UINT32> setup = Machine.Output(0).Picture();
+  fake::RunResult result = RunWithLoss([] {});
+  EXPECT_EQ(result.Status, EFI_SUCCESS);
+  EXPECT_TRUE(Host.Logged(kGone));
+  EXPECT_EQ(other.Width(), 1024u);
+  EXPECT_EQ(other.Picture(), setup);
+}
+
+TEST_F(LostOutput, WithNoneLeftAtTheEndNothingIsGivenBack) {
   Install();
   fake::RunResult result = RunWithLoss([] {});
   EXPECT_EQ(result.Status, EFI_SUCCESS);
-  EXPECT_FALSE(Host.Logged(kGone));
+  EXPECT_TRUE(Host.Logged(kGone));
 }
 
 // A driver that starts anew often gets the memory back that it has just freed.
