@@ -76,12 +76,12 @@ target_link_libraries(
   PRIVATE boardscope_own
 )
 # Failure loops paint and compare thousands of screens.
-target_compile_options(boardscope_fake PRIVATE -O2)
+set_target_properties(boardscope_fake PROPERTIES BOARDSCOPE_LEVEL "-g1;-O2")
 if(BOARDSCOPE_FUZZ)
   # What the fake firmware visits tells the fuzzer nothing, and takes a third of its time.
   target_compile_options(boardscope_fake PRIVATE -fno-sanitize=fuzzer-no-link)
 endif()
-if(BOARDSCOPE_COVERAGE)
+if(BOARDSCOPE_COUNTED)
   # Child processes end without the functions that would write their counts.
-  target_compile_definitions(boardscope_fake PRIVATE BOARDSCOPE_COVERAGE)
+  target_compile_definitions(boardscope_fake PRIVATE BOARDSCOPE_COUNTED)
 endif()

@@ -1,7 +1,7 @@
 # Interface targets that carry the compiler flags: our code, foreign code, firmware conventions.
 
 add_library(boardscope_own INTERFACE)
-target_compile_options(boardscope_own INTERFACE -g -Wall -Wextra -Werror)
+target_compile_options(boardscope_own INTERFACE -Wall -Wextra -Werror)
 # LVGL's selectors are made of two enumerations.
 target_compile_options(
   boardscope_own
@@ -52,14 +52,19 @@ if(BOARDSCOPE_FUZZ)
 endif()
 # For the code that ships alone. Unoptimised, so that branches are those of the source.
 add_library(boardscope_counted INTERFACE)
-if(BOARDSCOPE_COVERAGE)
+if(BOARDSCOPE_COUNTED)
   target_compile_options(boardscope_counted INTERFACE --coverage -O0)
   add_link_options(--coverage)
 endif()
+# How a target is optimised, and how much gdb is told: for the code that ships enough of both. The
+# property BOARDSCOPE_LEVEL of a target says otherwise.
 if(BOARDSCOPE_BENCH)
-  target_compile_options(boardscope_own INTERFACE -O2)
+  target_compile_options(boardscope_own INTERFACE -g -O2)
 else()
-  target_compile_options(boardscope_own INTERFACE -O1 -fno-omit-frame-pointer)
+  set(level $<TARGET_PROPERTY:BOARDSCOPE_LEVEL>)
+  target_compile_options(
+    boardscope_own INTERFACE "$<IF:$<BOOL:${level}>,${level},-g;-O1>" -fno-omit-frame-pointer
+  )
 endif()
 target_compile_options(boardscope_own INTERFACE ${BOARDSCOPE_OWN_SANITIZERS})
 # Drawing is foreign code, and tests draw a lot.

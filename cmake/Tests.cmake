@@ -11,6 +11,8 @@ function(boardscope_executable kind)
   endif()
   set(name boardscope_${kind})
   add_executable(${name} ${sources})
+  # A test runs once and is short; compiling is what takes time. Lines are enough for a backtrace.
+  set_target_properties(${name} PROPERTIES BOARDSCOPE_LEVEL "-g1;-O0")
   # Where tests find their data, and where failing ones leave pictures.
   target_compile_definitions(
     ${name} PRIVATE BOARDSCOPE_SOURCE_DIR="${PROJECT_SOURCE_DIR}"

@@ -17,6 +17,7 @@ NATIVE = (
     "fonts-dejavu-core",  # The test host's font.
     "g++",
     "gcc",
+    "gcovr",
     "libgmock-dev",
     "libgtest-dev",
     "nasm",
@@ -50,7 +51,6 @@ PACKAGES: dict[str, tuple[str, ...]] = {
         "libyuv-dev",
         "pkg-config",
     ),
-    "coverage": (*NATIVE, "gcovr"),
     "fuzz": (*NATIVE, "clang", "libclang-rt-dev"),
     "valgrind": (*NATIVE, "valgrind"),
     "check": ("clang", "clang-format", "clang-tidy", "universal-ctags", *PYTHON),

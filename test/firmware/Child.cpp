@@ -9,7 +9,7 @@
 #include <cstdio>
 #include <cstring>
 
-#ifdef BOARDSCOPE_COVERAGE
+#ifdef BOARDSCOPE_COUNTED
 extern "C" void __gcov_dump(void);
 #endif
 
@@ -133,7 +133,7 @@ bool GoOnInChild(ChildResult *result, unsigned timeoutSeconds) {
 
 void EndChild(int code) {
   std::fflush(nullptr);
-#ifdef BOARDSCOPE_COVERAGE
+#ifdef BOARDSCOPE_COUNTED
   __gcov_dump();
 #endif
   _exit(code & 0xFF);

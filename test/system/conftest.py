@@ -36,7 +36,9 @@ class Room:
 
     def _power_on(self) -> None:
         self._boots += 1
-        folder = FOLDER / f"{self._name}-{self._boots}"
+        # Two halves of the tests may run side by side.
+        half = os.environ.get("BOARDSCOPE_HALF", "")
+        folder = FOLDER / f"{self._name}{half}-{self._boots}"
         with ExitStack() as stack:
             computer = stack.enter_context(boot(folder, programs(), self._outputs))
             # Free of charge here: the host is not loaded yet.

@@ -180,6 +180,8 @@ TEST_F(Lifecycle, ShutDownCallsInOrder) {
                                  "Host.GetTime()",
                                  "Host.FindBiosOption(0)",
                                  "Host.GetTime()",
+                                 // Whether the output in use is there.
+                                 "HandleProtocol(GraphicsOutput)",
                                  "LocateHandleBuffer(2, GraphicsOutput)",
                                  "HandleProtocol(GraphicsOutput)",
                                  "HandleProtocol(GraphicsOutput)",
