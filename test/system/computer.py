@@ -30,7 +30,7 @@ POWER_ON = datetime(2031, 5, 17, 8, 30, 0)
 # Long enough for a loaded machine without virtualisation.
 PATIENCE = 120.0
 # A key held shorter may fall between two polls of the keyboard.
-KEY_GAP_MS = 60
+KEY_GAP_MS = 100
 
 _VISIT = [
     "@echo -off",
@@ -174,8 +174,12 @@ class Visit:
         self.start()
         return self.wait_for_view()
 
+    def wait_for_log(self, text: str) -> str:
+        """Wait for a log line of this visit that contains `text`; return it."""
+        return self.machine.wait_for_log(text, PATIENCE, self._first_line)
+
     def wait_for_view(self) -> Picture:
-        self.machine.wait_for_log(VIEW_IS_UP, PATIENCE, self._first_line)
+        self.wait_for_log(VIEW_IS_UP)
         return self.picture()
 
     def picture(self, output: int = 0) -> Picture:
@@ -194,7 +198,7 @@ class Visit:
         return self.wait_for_end()
 
     def wait_for_end(self) -> Ending:
-        self.machine.wait_for_log(END_OF_RUN, PATIENCE, self._first_line)
+        self.wait_for_log(END_OF_RUN)
         return read_ending(self.lines)
 
     @property

@@ -92,3 +92,12 @@ def computer(single_room: Room, request: pytest.FixtureRequest) -> Iterator[Comp
 def double_computer(double_room: Room, request: pytest.FixtureRequest) -> Iterator[Computer]:
     """A computer with two graphics adapters."""
     yield from _in_room(double_room, request)
+
+
+@pytest.fixture
+def passing_double_computer(double_room: Room) -> Iterator[Computer]:
+    """The same, for a test that leaves it unlike it was: it is powered off afterwards."""
+    try:
+        yield double_room.computer()
+    finally:
+        double_room.power_off()

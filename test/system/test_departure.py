@@ -29,10 +29,10 @@ def late(computer: Computer) -> LateOutput:
     return LateOutput(computer, computer.late_screen)
 
 
-def test_the_view_moves_to_the_other_adapter(double_computer: Computer) -> None:
-    assert double_computer.late_screen
-    double_computer.probe("restore-all", 0)
-    with double_computer.visit(SIZE) as visit:
+def test_the_view_moves_to_the_other_adapter(passing_double_computer: Computer) -> None:
+    assert passing_double_computer.late_screen
+    passing_double_computer.probe("restore-all", 0)
+    with passing_double_computer.visit(SIZE) as visit:
         visit.open()
         visit.press("pgup")
         expected = visit.picture()

@@ -68,8 +68,9 @@ def test_the_view_is_used_and_the_setup_screen_comes_back(
         visit.press("pgup", "pgup", "tab", "insert", "insert")
         time.sleep(SEEN_BY_THE_FIRMWARE)
         visit.press("f12", "ret")
-        visit.machine.wait_for_log("F12ScreenShots Success", PATIENCE)
+        visit.wait_for_log("F12ScreenShots Success")
         visit.press("ret")
+        visit.wait_for_log("0 Button OK was clicked")
         first = visit.leave()
         visit.assert_setup_is_back()
     assert visit.status == 0

@@ -4,7 +4,7 @@ import re
 import time
 from pathlib import Path
 
-from computer import PATIENCE, Computer
+from computer import Computer
 from sticks import SEEN_BY_THE_FIRMWARE, Stick, Volume, plugged_in
 
 # UEFI promises 128 KiB to whoever runs; the firmware's own drivers and interrupts live on it, too.
@@ -22,11 +22,12 @@ def test_a_visit_needs_less_than_half_of_the_promised_stack(
         visit.press("tab", "tab", "tab", "insert", "pgup")
         time.sleep(SEEN_BY_THE_FIRMWARE)
         visit.press("f12", "ret")
-        visit.machine.wait_for_log("F12ScreenShots Success", PATIENCE)
+        visit.wait_for_log("F12ScreenShots Success")
         visit.press("ret")
+        visit.wait_for_log("0 Button OK was clicked")
         visit.leave()
         visit.assert_setup_is_back()
-        found = _LINE.fullmatch(visit.machine.wait_for_log("[Probe] stack", PATIENCE))
+        found = _LINE.fullmatch(visit.wait_for_log("[Probe] stack"))
         assert found is not None
     used, untouched = map(int, found.groups())
     # Something is untouched: the mark is the application's, not the stack's end.
