@@ -14,6 +14,12 @@ BoardComponent ComponentAt(const Board &board, UINTN index) {
   return component;
 }
 
+BoardHardware HardwareAt(const Board &board, UINTN index) {
+  BoardHardware hardware;
+  CopyMem(&hardware, board.Hardware + index * sizeof(hardware), sizeof(hardware));
+  return hardware;
+}
+
 void CopyInfoAt(const Board &board, UINTN index, OBV_COMPONENT_INFO *info) {
   CopyMem(info, board.Infos + index * sizeof(*info), sizeof(*info));
 }

@@ -15,6 +15,7 @@ struct Board {
   const UINT8 *Styles;
   const UINT8 *Components;
   const UINT8 *Infos;
+  const UINT8 *Hardware;
   const UINT8 *Picture;
 };
 
@@ -28,6 +29,7 @@ struct BoardFault {
 /// Records of an open board. index must be below the respective count.
 BoardStyle StyleAt(const Board &board, UINTN index);
 BoardComponent ComponentAt(const Board &board, UINTN index);
+BoardHardware HardwareAt(const Board &board, UINTN index);
 void CopyInfoAt(const Board &board, UINTN index, OBV_COMPONENT_INFO *info);
 
 }  // namespace obv_host

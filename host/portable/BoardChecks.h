@@ -17,6 +17,7 @@ bool EFIAPI Refuse(BoardFault *fault, const CHAR8 *format, ...);
 bool CheckHeader(const Board &board, BoardFault *fault);
 bool CheckStyles(const Board &board, BoardFault *fault);
 bool CheckInfos(const Board &board, BoardFault *fault);
+bool CheckHardware(const Board &board, BoardFault *fault);
 bool CheckComponents(const Board &board, BoardFault *fault);
 bool CheckPicture(const Board &board, BoardFault *fault);
 

@@ -29,7 +29,8 @@ bool CheckSizes(const BoardHeader &header, UINTN size, BoardFault *fault) {
   }
   UINT64 expected = sizeof(BoardHeader) + header.StyleCount * sizeof(BoardStyle) +
                     header.ComponentCount * sizeof(BoardComponent) +
-                    header.InfoCount * sizeof(BoardInfo) + header.PictureSize;
+                    header.InfoCount * sizeof(BoardInfo) +
+                    header.HardwareCount * sizeof(BoardHardware) + header.PictureSize;
   if (expected != size) {
     return Refuse(fault, "%ld bytes, its records and picture take %ld", size, expected);
   }
@@ -56,7 +57,8 @@ void LocateRecords(const UINT8 *bytes, Board *board) {
   board->Styles = bytes + sizeof(BoardHeader);
   board->Components = board->Styles + header.StyleCount * sizeof(BoardStyle);
   board->Infos = board->Components + header.ComponentCount * sizeof(BoardComponent);
-  board->Picture = board->Infos + header.InfoCount * sizeof(BoardInfo);
+  board->Hardware = board->Infos + header.InfoCount * sizeof(BoardInfo);
+  board->Picture = board->Hardware + header.HardwareCount * sizeof(BoardHardware);
 }
 
 }  // namespace
@@ -69,7 +71,8 @@ EFI_STATUS OpenBoard(const void *data, UINTN size, Board *board, BoardFault *fau
   if (sound) {
     LocateRecords(bytes, board);
     sound = CheckHeader(*board, fault) && CheckStyles(*board, fault) && CheckInfos(*board, fault) &&
-            CheckComponents(*board, fault) && CheckPicture(*board, fault);
+            CheckHardware(*board, fault) && CheckComponents(*board, fault) &&
+            CheckPicture(*board, fault);
   }
   if (!sound) {
     ZeroMem(board, sizeof(*board));

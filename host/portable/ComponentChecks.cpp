@@ -48,7 +48,7 @@ bool CheckNumbers(const Board &board, UINTN index, const BoardComponent &compone
   if (component.StyleIndex >= board.Header.StyleCount) {
     return Refuse(fault, "component %d: there is no style %d", index, component.StyleIndex);
   }
-  if (component.Status > kStatusLimit || component.StatusSource != kStatusFromDescription) {
+  if (component.Status > kStatusLimit) {
     return Refuse(fault, "component %d: unknown status", index);
   }
   return true;
@@ -71,6 +71,10 @@ bool CheckCounts(const Board &board, UINTN index, const BoardComponent &componen
   }
   if (static_cast<UINT64>(component.FirstInfo) + component.InfoCount > board.Header.InfoCount) {
     return Refuse(fault, "component %d: information lines beyond the last one", index);
+  }
+  if (static_cast<UINT64>(component.FirstHardware) + component.HardwareCount >
+      board.Header.HardwareCount) {
+    return Refuse(fault, "component %d: hardware names beyond the last one", index);
   }
   return true;
 }

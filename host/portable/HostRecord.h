@@ -6,6 +6,7 @@
 
 #include "host/portable/Appearance.h"
 #include "host/portable/Board.h"
+#include "host/portable/Facts.h"
 
 namespace obv_host {
 
@@ -21,6 +22,12 @@ struct HostServices {
   /// Memory that lives as long as the host; NULL when there is none.
   void *(*Allocate)(void *context, UINTN size);
   void (*Free)(void *context, void *memory);
+  /// A view starts: the time to connect and read what the board names. NULL
+  /// together with AskHardware, for a host that knows no hardware.
+  void (*MeetHardware)(void *context);
+  /// What the hardware of this component of the board says; the answer to
+  /// QueryComponentStatus. Takes no longer than a look at one device.
+  EFI_STATUS (*AskHardware)(void *context, UINTN component, Facts *facts);
 };
 
 /// A font file in memory, owned by whoever set up the host. Data is NULL for a
@@ -41,6 +48,8 @@ struct Host {
   /// ActiveBoard's looks and component records, owned by the host.
   BoardStyle *Styles;
   OBV_COMPONENT *Components;
+  /// The latest answer of hardware: 12 KB that do not belong on a stack.
+  Facts Told;
 };
 
 }  // namespace obv_host

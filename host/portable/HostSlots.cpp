@@ -31,6 +31,9 @@ EFI_STATUS EFIAPI HostParseComponents(OBV_PROTOCOL *This, OBV_COMPONENT **compon
   if (!HasBoard(*host)) {
     return EFI_NOT_READY;
   }
+  if (host->Services.MeetHardware != nullptr) {
+    host->Services.MeetHardware(host->Services.Context);
+  }
   const ViewRequest view = {
       .Mapping = MapPicture(pictureHeight, pictureWidth, viewHeight, viewWidth, pictureShare),
       .ScaleX = scaleX,
@@ -90,7 +93,7 @@ EFI_STATUS EFIAPI HostGetGop(OBV_PROTOCOL *This, EFI_GRAPHICS_OUTPUT_PROTOCOL **
 EFI_STATUS EFIAPI HostQueryComponentStatus(OBV_PROTOCOL *This, CHAR16 *name, UINT32 type,
                                            UINTN capacity, UINT64 *infoCount,
                                            OBV_COMPONENT_INFO *infos) {
-  return QueryStatus(HostOf(This)->ActiveBoard, name, type, capacity, infoCount, infos);
+  return QueryStatus(HostOf(This), name, type, capacity, infoCount, infos);
 }
 
 EFI_STATUS EFIAPI HostFindBiosOption(OBV_PROTOCOL *This) {

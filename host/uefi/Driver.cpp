@@ -25,6 +25,25 @@ void *AllocateForDriver(void *, UINTN size) { return AllocatePool(size); }
 
 void FreeForDriver(void *, void *memory) { FreePool(memory); }
 
+/// What the hardware took stands in the log, because the user waits for it.
+void MeetDriverHardware(void *) {
+  Board &board = gDriver.Contract.ActiveBoard;
+  if (board.Header.HardwareCount == 0) {
+    return;
+  }
+  UINT64 start = ReadMilliseconds(gDriver.Timer);
+  ConnectHardware(board);
+  UINT64 connected = ReadMilliseconds(gDriver.Timer);
+  ReadHardwareOnce(&gDriver.Hardware);
+  FillSystemTexts(board, &gDriver.Contract.Shared);
+  HostDebugPrint(OBV_LOG_INFO, "[Host] Hardware connected in %ld ms, read in %ld ms\n",
+                 connected - start, ReadMilliseconds(gDriver.Timer) - connected);
+}
+
+EFI_STATUS AskDriverHardware(void *, UINTN component, Facts *facts) {
+  return AskKnowledge(&gDriver.Hardware, component, facts);
+}
+
 bool AnotherHostIsThere() {
   EFI_GUID protocolGuid = OBV_PROTOCOL_GUID;
   VOID *other = nullptr;
@@ -39,6 +58,8 @@ void StartHost() {
       .FindGop = FindDriverGop,
       .Allocate = AllocateForDriver,
       .Free = FreeForDriver,
+      .MeetHardware = MeetDriverHardware,
+      .AskHardware = AskDriverHardware,
   };
   const FontFile fonts[kFaceCount] = {EmbeddedFont(0), EmbeddedFont(1), EmbeddedFont(2)};
   StartClock(&gDriver.Timer);
@@ -79,6 +100,11 @@ EFI_STATUS Publish(EFI_HANDLE imageHandle) {
   if (EFI_ERROR(status)) {
     return status;
   }
+  status = StartKnowledge(gDriver.Contract.Services, gDriver.Contract.ActiveBoard, &gDriver.Hardware);
+  if (EFI_ERROR(status)) {
+    HostDebugPrint(OBV_LOG_ERROR, "[Host] No memory to know the hardware: %r\n", status);
+    return status;
+  }
   status = RegisterStrings(imageHandle, &gDriver.Strings);
   if (EFI_ERROR(status)) {
     HostDebugPrint(OBV_LOG_ERROR, "[Host] Texts cannot be registered: %r\n", status);
@@ -91,6 +117,7 @@ EFI_STATUS Publish(EFI_HANDLE imageHandle) {
 
 void Withdraw() {
   RemoveStrings(gDriver.Strings);
+  StopKnowledge(&gDriver.Hardware);
   ReleaseHost(&gDriver.Contract);
   if (gDriver.BoardFile != nullptr) {
     FreePool(gDriver.BoardFile);

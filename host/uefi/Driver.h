@@ -5,6 +5,7 @@
 #pragma once
 
 #include "host/portable/Host.h"
+#include "host/sources/Knowledge.h"
 #include "host/uefi/Clock.h"
 #include "host/uefi/DriverFirmware.h"
 #include "host/uefi/LogPorts.h"
@@ -17,6 +18,7 @@ struct Driver {
   LogPorts Ports;
   EFI_HII_HANDLE Strings;
   VOID *BoardFile;            ///< Pool block of the user's board, if one is in use.
+  Knowledge Hardware;
   EFI_HANDLE ProtocolHandle;  ///< Carries OBV_PROTOCOL once it is installed.
 };
 

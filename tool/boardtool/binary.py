@@ -7,11 +7,11 @@ import struct
 import zlib
 
 from boardtool import limits
-from boardtool.model import Board, Component, InfoLine, Look, Point
+from boardtool.model import Board, Component, Hardware, InfoLine, Look, Point
 from boardtool.record import Record
 
 MAGIC = b"OBVBOARD"
-VERSION = 2
+VERSION = 3
 
 PREFIX = Record(magic="8s", version="H", header_size="H", checksum="I")
 # Everything behind the checksum field, which the checksum covers.
@@ -25,7 +25,7 @@ HEADER = Record(
     picture_height="H",
     logo="B",
     marker_theme="B",
-    reserved="H",
+    hardware_count="H",
     title=f"{2 * (limits.TITLE + 1)}s",
 )
 SYSTEM_INFO_SIZE = limits.SYSTEM_INFO_TEXTS * 2 * (limits.SYSTEM_INFO_TEXT + 1)
@@ -54,28 +54,35 @@ COMPONENT = Record(
     leader_point_count="B",
     info_count="B",
     status="B",
-    status_source="H",
+    hardware_count="H",
     reserved="H",
-    status_argument="I",
+    first_hardware="I",
     first_info="I",
     vertices=f"{4 * limits.VERTICES_MAX}s",
     leader_points=f"{4 * limits.LEADER_POINTS_MAX}s",
 )
 INFO = Record(kind="I", label=f"{2 * (limits.LABEL + 1)}s", value=f"{2 * (limits.VALUE + 1)}s")
+HARDWARE = Record(
+    kind="H",
+    reserved="H",
+    name=f"{limits.DEVICE_PATH}s",
+    bank=f"{limits.HARDWARE_BANK + 1}s",
+)
 
 NOT_SELECTABLE = 0x01
 IN_SPECIAL_GROUP = 0x02
-STATUS_FROM_DESCRIPTION = 0
 
 
 def write_board(board: Board, picture: bytes) -> bytes:
     """The whole binary. picture is the PNG in the firmware's channel order."""
     infos = [line for component in board.components for line in component.info]
+    hardware = [name for component in board.components for name in component.hardware]
     records = b"".join(
         [
             *(_look(style.default) + _look(style.focus) for style in board.styles),
             *_components(board.components),
             *(_info(line) for line in infos),
+            *(_hardware(name) for name in hardware),
         ]
     )
     total = HEADER_SIZE + len(records) + len(picture)
@@ -90,7 +97,7 @@ def write_board(board: Board, picture: bytes) -> bytes:
         picture_height=height,
         logo=board.logo,
         marker_theme=board.marker,
-        reserved=0,
+        hardware_count=len(hardware),
         title=_ucs2(board.title),
     )
     body = header + _system_info(board.system_info) + records + picture
@@ -128,13 +135,15 @@ def _points(points: tuple[Point, ...]) -> bytes:
 def _components(components: tuple[Component, ...]) -> list[bytes]:
     records = []
     first_info = 0
+    first_hardware = 0
     for component in components:
-        records.append(_component(component, first_info))
+        records.append(_component(component, first_info, first_hardware))
         first_info += len(component.info)
+        first_hardware += len(component.hardware)
     return records
 
 
-def _component(component: Component, first_info: int) -> bytes:
+def _component(component: Component, first_info: int, first_hardware: int) -> bytes:
     flags = 0 if component.selectable else NOT_SELECTABLE
     flags |= IN_SPECIAL_GROUP if component.special_group else 0
     marker_x, marker_y = component.marker
@@ -152,9 +161,9 @@ def _component(component: Component, first_info: int) -> bytes:
         leader_point_count=len(component.leader),
         info_count=len(component.info),
         status=component.status,
-        status_source=STATUS_FROM_DESCRIPTION,
+        hardware_count=len(component.hardware),
         reserved=0,
-        status_argument=0,
+        first_hardware=first_hardware,
         first_info=first_info,
         vertices=_points(component.outline),
         leader_points=_points(component.leader),
@@ -163,3 +172,9 @@ def _component(component: Component, first_info: int) -> bytes:
 
 def _info(line: InfoLine) -> bytes:
     return INFO.pack(kind=line.kind, label=_ucs2(line.label), value=_ucs2(line.value))
+
+
+def _hardware(name: Hardware) -> bytes:
+    return HARDWARE.pack(
+        kind=name.kind, reserved=0, name=name.name, bank=name.bank.encode("ascii")
+    )

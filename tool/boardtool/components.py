@@ -3,10 +3,12 @@
 from boardtool import limits
 from boardtool.cursor import Cursor, suggestion
 from boardtool.fields import read_name, read_outline, read_panel_text, read_point, read_points
+from boardtool.hardware import read_hardware, read_needed_processor
 from boardtool.model import Component, InfoLine, Point
 
 REQUIRED = ("name", "category", "outline", "leader", "callout", "marker")
-OPTIONAL = ("align", "token", "selectable", "special_group", "style", "status", "info")
+OPTIONAL = ("align", "token", "selectable", "special_group", "style", "status", "info", "hardware",
+            "needs-processor")
 
 
 def read_components(
@@ -51,6 +53,12 @@ def _read_component(
     special = fields["special_group"].boolean() if "special_group" in fields else False
     style = _read_style_choice(cursor, fields.get("style"), style_names)
     info = _read_info(fields.get("info"))
+    if "hardware" in fields and "status" in fields:
+        fields["status"].report("stands beside 'hardware', which tells the status; keep one")
+    hardware = read_needed_processor(fields.get("needs-processor"))
+    hardware += read_hardware(fields.get("hardware"))
+    if "needs-processor" in fields and "hardware" not in fields:
+        fields["needs-processor"].report("needs 'hardware' beside it")
     if name is None:
         return None
     return Component(
@@ -67,6 +75,7 @@ def _read_component(
         style=style,
         status=status or 0,
         info=info,
+        hardware=hardware,
     )
 
 

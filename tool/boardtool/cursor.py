@@ -63,6 +63,9 @@ class Cursor:
             return str(self.node.value)
         return None
 
+    def is_mapping(self) -> bool:
+        return isinstance(self.node, yaml.MappingNode)
+
     def items(self) -> list["Cursor"] | None:
         """The entries of a list."""
         if not isinstance(self.node, yaml.SequenceNode):

@@ -32,6 +32,15 @@ class InfoLine:
 
 
 @dataclass(frozen=True, kw_only=True)
+class Hardware:
+    """What a component names: a kind of limits.HARDWARE_KINDS, and a text or a device path."""
+
+    kind: int
+    name: bytes
+    bank: str = ""
+
+
+@dataclass(frozen=True, kw_only=True)
 class Component:
     """Points are picture pixels, marker the dot's centre; style is an index into Board.styles."""
 
@@ -48,6 +57,7 @@ class Component:
     style: int
     status: int
     info: tuple[InfoLine, ...]
+    hardware: tuple[Hardware, ...] = ()
 
 
 @dataclass(frozen=True, kw_only=True)
