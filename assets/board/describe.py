@@ -25,6 +25,7 @@ STARTS: dict[str, tuple[float, float]] = {
     "BATTERY": (0.8, 0.25),
     "M2_WIFI": (0.35, 0.6),
     "CPU": (0.42, 0.32),
+    "MEMORY": (0.10, 0.12),
     "M2_1": (0.12, 0.78),
     "M2_2": (0.12, 0.78),
     "PCIEX16_1": (0.08, 0.8),
@@ -37,6 +38,9 @@ STARTS: dict[str, tuple[float, float]] = {
     "SATA6G_2": (0.5, 0.3),
     "SATA6G_4": (0.5, 0.3),
 }
+
+# What the memory as a whole is made of.
+MODULES = ("DIMM_A1", "DIMM_A2", "DIMM_B1", "DIMM_B2")
 
 HEAD = """\
 # The default board. Written by assets/board/generate.py, which draws the picture with the very
@@ -56,7 +60,6 @@ styles:
               border: "92,96,100", border_width: 1, radius: 3}
     focus: {text: "20,20,20", background: "255,203,72", mark: "150,40,0",
             border: "255,240,200", border_width: 1, radius: 3}
-system_info: ["2026-11-21", "Integrated graphics", "", "", "", "", ""]
 components:
 """
 
@@ -72,6 +75,7 @@ class Placed:
 
 
 def place_components(scene: Scene) -> list[Placed]:
+    scene.points["MEMORY"] = [point for name in MODULES for point in scene.points[name]]
     outlines = {
         entry.name: silhouette([BOARD_CAMERA.project(p) for p in scene.points[entry.name]])
         for entry in ENTRIES
@@ -97,6 +101,17 @@ def quoted(value: str) -> str:
     return '"' + value.replace("\\", "\\\\").replace('"', '\\"') + '"'
 
 
+def state(entry: Entry) -> list[str]:
+    """Who tells the component's state: hardware, else the description."""
+    if not entry.hardware:
+        return [f"    status: {entry.status}"]
+    lines = ["    hardware:"]
+    lines += [f"      - {kind}: {quoted(name)}" for kind, name in entry.hardware]
+    if entry.needs_processor:
+        lines.append(f"    needs-processor: {quoted(entry.needs_processor)}")
+    return lines
+
+
 def component_text(placed: Placed) -> str:
     entry = placed.entry
     x, y = placed.start
@@ -112,9 +127,10 @@ def component_text(placed: Placed) -> str:
         f"    selectable: {str(entry.selectable).lower()}",
         f"    special_group: {str(entry.special).lower()}",
         f"    style: {entry.style}",
-        f"    status: {entry.status}",
-        "    info:",
+        *state(entry),
     ]
+    if entry.info:
+        lines.append("    info:")
     for kind, label, value in entry.info:
         lines.append(f"      - {{kind: {kind}, label: {quoted(label)}, value: {quoted(value)}}}")
     return "\n".join(lines) + "\n"

@@ -19,6 +19,11 @@ _FIRMWARE_CODE = Path("/usr/share/OVMF/OVMF_CODE_4M.fd")
 _FIRMWARE_VARIABLES = Path("/usr/share/OVMF/OVMF_VARS_4M.fd")
 GDB_PORT = 1234
 _PRESS_A_KEY = "startup.nsh"
+# Where boards find them; the first screen and the USB host controller of a common PC.
+SCREEN_ADDRESS = 0x02
+USB_ADDRESS = 0x14
+# Of each kind: the controller's first ports are 3.x, the others 2.0.
+USB_PORTS = 6
 
 
 class MachineError(Failure):
@@ -222,7 +227,8 @@ class Machine:
         if options.secure:
             command += ["-global", "driver=cfi.pflash01,property=secure,value=on"]
         command += _drive("none", options.esp, "id=esp")
-        command += ["-device", "virtio-blk-pci,drive=esp"]
+        # With an order of boot devices, OVMF leaves out what is not in it: no network, no sticks.
+        command += ["-device", "virtio-blk-pci,drive=esp,bootindex=0"]
         command += ["-qmp", f"unix:{self._private / 'qmp'},server=on,wait=off"]
         command += self._serial_ports() + self._screens() + self._inputs()
         if options.gdb:
@@ -233,9 +239,9 @@ class Machine:
         if self.options.typing:
             # Not a socket: each byte is a packet there, so that it soon is full and loses bytes.
             pipe = self._private / "console"
-            console = f"pipe,id=console,path={pipe},logfile={_escape(self.console_path)}"
+            console = f"pipe,id=console,path={pipe},logfile={escape(self.console_path)}"
         else:
-            console = f"file,id=console,path={_escape(self.console_path)}"
+            console = f"file,id=console,path={escape(self.console_path)}"
         return [
             "-chardev",
             console,
@@ -243,7 +249,7 @@ class Machine:
             "chardev:console",
             # The third port: the firmware's console never writes there, so it is the host's alone.
             "-chardev",
-            f"file,id=obvlog,path={_escape(self.log_path)}",
+            f"file,id=obvlog,path={escape(self.log_path)}",
             "-device",
             "isa-serial,index=2,iobase=0x3e8,irq=4,chardev=obvlog",
         ]
@@ -259,21 +265,23 @@ class Machine:
             # In mHz: at the default rate, the pixel clock of a large screen does not fit the EDID
             # and the firmware falls back to another size.
             size = f"vgamem_mb=64,edid=on,refresh_rate=30000,xres={width},yres={height}"
-            screens += ["-device", f"{model},id=video{number},{size}"]
+            place = f",addr={SCREEN_ADDRESS:#x}" if number == 0 else ""
+            screens += ["-device", f"{model},id=video{number}{place},{size}"]
         return screens
 
     def _inputs(self) -> list[str]:
-        inputs = ["-device", "qemu-xhci,id=usb", "-device", "usb-kbd,bus=usb.0"]
-        for pointer in self.options.pointers:
-            inputs += ["-device", f"usb-{pointer},id={pointer},bus=usb.0"]
+        ports = f"addr={USB_ADDRESS:#x},p2={USB_PORTS},p3={USB_PORTS}"
+        inputs = ["-device", f"qemu-xhci,id=usb,{ports}", "-device", "usb-kbd,bus=usb.0,port=1"]
+        for port, pointer in enumerate(self.options.pointers, start=2):
+            inputs += ["-device", f"usb-{pointer},id={pointer},bus=usb.0,port={port}"]
         return inputs
 
 
 def _drive(interface: str, file: Path, *more: str) -> list[str]:
-    return ["-drive", ",".join([f"if={interface},format=raw,file={_escape(file)}", *more])]
+    return ["-drive", ",".join([f"if={interface},format=raw,file={escape(file)}", *more])]
 
 
-def _escape(path: Path) -> str:
+def escape(path: Path) -> str:
     """A path inside a QEMU option list, where a comma is written twice."""
     return str(path).replace(",", ",,")
 
