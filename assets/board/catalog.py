@@ -53,7 +53,9 @@ def disk(port: int) -> Hardware:
 def halves(*ports: int) -> list[Hardware]:
     """USB 3.x ports by their numbers from 1: each is a 3.x port and a 2.0 port in one."""
     return [
-        ("usb", f"{XHCI}/USB(0x{port - 1 + half:X},0x0)") for port in ports for half in (0, USB_PORTS)
+        ("usb", f"{XHCI}/USB(0x{port - 1 + half:X},0x0)")
+        for port in ports
+        for half in (0, USB_PORTS)
     ]
 
 

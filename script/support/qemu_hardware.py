@@ -112,7 +112,8 @@ def _disks() -> list[str]:
         "-device",
         f"nvme,id=nvme2,bus=M2_2,drive=m2b,serial=BS-NVME-0002,smart_critical_warning={spare_is_low}",
         "-device",
-        "ide-hd,id=sata1,bus=ide.0,drive=ssd,model=BS SSD 500GB,serial=BS-SSD-0001,ver=1.2,rotation_rate=1",
+        "ide-hd,id=sata1,bus=ide.0,drive=ssd,model=BS SSD 500GB,serial=BS-SSD-0001,ver=1.2,"
+        "rotation_rate=1",
         "-device",
         "ide-cd,id=sata2,bus=ide.1,model=BS DVD,serial=BS-DVD-0001,ver=1.0",
     ]

@@ -225,11 +225,12 @@ def boot(
     outputs: int = 1,
     firmware: Mapping[str, Any] | None = None,
     more: Mapping[str, Path | bytes] | None = None,
+    hardware: list[str] | None = None,
 ) -> Iterator[Computer]:
     """Power a computer on, and wait for its shell's prompt.
 
     `firmware` are the machine's options of another firmware than the common one, `more` are files
-    that its disk has besides.
+    that its disk has besides, `hardware` are QEMU's options for more of it.
     """
     folder.mkdir(parents=True, exist_ok=True)
     disk = folder / "esp.img"
@@ -241,7 +242,7 @@ def boot(
         outputs=outputs,
         pointers=("mouse", "tablet"),
         typing=True,
-        extra=["-rtc", f"base={POWER_ON.isoformat()}"],
+        extra=["-rtc", f"base={POWER_ON.isoformat()}", *(hardware or [])],
         **(firmware or {}),
     )
     with Machine(options) as machine, Shell(machine) as shell:

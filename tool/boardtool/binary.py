@@ -175,6 +175,4 @@ def _info(line: InfoLine) -> bytes:
 
 
 def _hardware(name: Hardware) -> bytes:
-    return HARDWARE.pack(
-        kind=name.kind, reserved=0, name=name.name, bank=name.bank.encode("ascii")
-    )
+    return HARDWARE.pack(kind=name.kind, reserved=0, name=name.name, bank=name.bank.encode("ascii"))

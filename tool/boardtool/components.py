@@ -7,8 +7,17 @@ from boardtool.hardware import read_hardware, read_needed_processor
 from boardtool.model import Component, InfoLine, Point
 
 REQUIRED = ("name", "category", "outline", "leader", "callout", "marker")
-OPTIONAL = ("align", "token", "selectable", "special_group", "style", "status", "info", "hardware",
-            "needs-processor")
+OPTIONAL = (
+    "align",
+    "token",
+    "selectable",
+    "special_group",
+    "style",
+    "status",
+    "info",
+    "hardware",
+    "needs-processor",
+)
 
 
 def read_components(

@@ -14,8 +14,10 @@ def read_hardware(cursor: Cursor | None) -> tuple[Hardware, ...]:
     """The alternatives; the first that is present answers. One alone needs no list."""
     if cursor is None:
         return ()
-    items = [cursor] if cursor.is_mapping() else cursor.items() or []
-    if not cursor.is_mapping() and not items:
+    items = [cursor] if cursor.is_mapping() else cursor.items()
+    if items is None:
+        return ()
+    if not items:
         cursor.report("names no hardware")
     if len(items) > limits.HARDWARE_NAMES:
         cursor.report(f"{len(items)} alternatives, at most {limits.HARDWARE_NAMES} are allowed")

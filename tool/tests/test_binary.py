@@ -44,7 +44,7 @@ def test_header(make_board: MakeBoard) -> None:
     binary = write_board(read_board(make_board()), b"picture")
     assert binary[:8] == b"OBVBOARD"
     version, header_size, checksum, total = struct.unpack_from("<HHII", binary, 8)
-    assert (version, header_size, total) == (2, 1952, len(binary))
+    assert (version, header_size, total) == (3, 1952, len(binary))
     assert checksum == zlib.crc32(binary[16:])
     assert struct.unpack_from("<HHIIHHBB", binary, 20) == (1, 1, 1, 7, 64, 48, 0, 0)
     assert len(binary) == 1952 + 164 + 228 + 580 + 7

@@ -96,11 +96,7 @@ EFI_STATUS RestoreAllOutputs(bool all) {
   return EFI_SUCCESS;
 }
 
-EFI_STATUS LogComponents(UINTN width, UINTN height) {
-  OBV_PROTOCOL *host = FindHost();
-  if (host == nullptr) {
-    return EFI_NOT_FOUND;
-  }
+EFI_STATUS ParseForSize(OBV_PROTOCOL *host, UINTN width, UINTN height, OBV_COMPONENT **components) {
   PictureSize picture = {};
   EFI_STATUS status = ReadPictureSize(host, &picture);
   if (EFI_ERROR(status)) {
@@ -110,10 +106,18 @@ EFI_STATUS LogComponents(UINTN width, UINTN height) {
   bool small = width == 1024 && height == 768;
   double scaleX = small ? 0.7 : static_cast<double>(width) / 1920.0;
   double scaleY = small ? 0.8 : static_cast<double>(height) / 1080.0;
+  return host->ParseComponents(host, components, picture.Height, picture.Width,
+                               static_cast<UINT16>(height), static_cast<UINT16>(width),
+                               kPictureShare, scaleX, scaleY);
+}
+
+EFI_STATUS LogComponents(UINTN width, UINTN height) {
+  OBV_PROTOCOL *host = FindHost();
+  if (host == nullptr) {
+    return EFI_NOT_FOUND;
+  }
   OBV_COMPONENT *components = nullptr;
-  status = host->ParseComponents(host, &components, picture.Height, picture.Width,
-                                 static_cast<UINT16>(height), static_cast<UINT16>(width),
-                                 kPictureShare, scaleX, scaleY);
+  EFI_STATUS status = ParseForSize(host, width, height, &components);
   if (EFI_ERROR(status)) {
     return status;
   }

@@ -15,6 +15,10 @@
 /// Sets whether the setup screen comes back on every output or on one.
 [[nodiscard]] EFI_STATUS RestoreAllOutputs(bool all);
 
+/// Has the host build its components for a view of this size.
+[[nodiscard]] EFI_STATUS ParseForSize(OBV_PROTOCOL *host, UINTN width, UINTN height,
+                                      OBV_COMPONENT **components);
+
 /// Logs the components as the host describes them for a view of this size:
 /// "[Probe] component INDEX TYPE TOKEN SELECTABLE SIDE NAME", its outline as
 /// "[Probe] outline X,Y X,Y ...", and its leader line, "[Probe] leader ...".

@@ -6,6 +6,7 @@
 #include "ProbeDebug.h"
 #include "ProbeFirmware.h"
 #include "ProbeGuards.h"
+#include "ProbeHardware.h"
 #include "ProbeHost.h"
 #include "ProbeScreens.h"
 #include "ProbeStack.h"
@@ -78,6 +79,9 @@ EFI_STATUS Execute(EFI_HANDLE image, const Arguments &arguments) {
   }
   if (Is(arguments, u"components", 3)) {
     return LogComponents(Number(arguments, 1), Number(arguments, 2));
+  }
+  if (Is(arguments, u"states", 1)) {
+    return LogStates();
   }
   return EFI_INVALID_PARAMETER;
 }

@@ -59,7 +59,7 @@ TEST_F(HostToolBoard, Styles) {
 }
 
 TEST_F(HostToolBoard, Processor) {
-  ASSERT_EQ(+TheBoard.Header.ComponentCount, 3);
+  ASSERT_EQ(+TheBoard.Header.ComponentCount, 4);
   BoardComponent cpu = ComponentAt(TheBoard, 0);
   EXPECT_EQ(Text(cpu.Name), u"CPU");
   EXPECT_EQ(cpu.Type, OBV_TYPE_PROCESSOR);
@@ -92,7 +92,7 @@ TEST_F(HostToolBoard, OtherComponents) {
   EXPECT_EQ(usb.TextAlign, OBV_TEXT_LEFT);
   EXPECT_EQ(usb.InfoCount, 0);
 
-  BoardComponent slot = ComponentAt(TheBoard, 2);
+  BoardComponent slot = ComponentAt(TheBoard, 3);
   EXPECT_EQ(Text(slot.Name), u"M.2 slot");
   EXPECT_EQ(+slot.SearchTokenId, 0);
   EXPECT_EQ(slot.Status, kStatusNoMapping);
@@ -100,6 +100,28 @@ TEST_F(HostToolBoard, OtherComponents) {
   CopyInfoAt(TheBoard, slot.FirstInfo, &info);
   EXPECT_EQ(Text(info.Label), u"");
   EXPECT_EQ(Text(info.Value), u"Size 2280, key M");
+}
+
+TEST_F(HostToolBoard, HardwareNames) {
+  BoardComponent memory = ComponentAt(TheBoard, 2);
+  ASSERT_EQ(+memory.HardwareCount, 3);
+  EXPECT_EQ(+memory.FirstHardware, 0U);
+  EXPECT_EQ(+ComponentAt(TheBoard, 3).HardwareCount, 0);
+  EXPECT_EQ(+TheBoard.Header.HardwareCount, 3);
+
+  BoardHardware needed = HardwareAt(TheBoard, 0);
+  EXPECT_EQ(+needed.Kind, kHardwareNeedsProcessor);
+  EXPECT_STREQ(reinterpret_cast<const char *>(needed.Name), "Example");
+  BoardHardware module = HardwareAt(TheBoard, 1);
+  EXPECT_EQ(+module.Kind, kHardwareMemory);
+  EXPECT_STREQ(reinterpret_cast<const char *>(module.Name), "DIMM 0");
+  EXPECT_STREQ(module.Bank, "BANK 0");
+
+  BoardHardware slot = HardwareAt(TheBoard, 2);
+  EXPECT_EQ(+slot.Kind, kHardwarePcie);
+  const UINT8 path[] = {2, 1, 12, 0, 0xD0, 0x41, 3,    0x0A, 0,    0, 0,
+                        0, 1, 1,  6, 0,    2,    0x1C, 0x7F, 0xFF, 4, 0};
+  EXPECT_EQ(std::memcmp(slot.Name, path, sizeof(path)), 0);
 }
 
 }  // namespace
