@@ -5,14 +5,15 @@ namespace {
 
 /// At TPL_CALLBACK: counts, and leaves the looking to the next question.
 VOID EFIAPI CountArrival(EFI_EVENT, VOID *context) {
-  ++*static_cast<volatile UINT64 *>(context);
+  volatile UINT64 *count = static_cast<volatile UINT64 *>(context);
+  *count = *count + 1;
 }
 
 /// A watch that cannot be set up is left out: arrivals are then seen after half a
 /// minute, or not, but nothing else suffers.
 void Watch(const EFI_GUID *protocol, ArrivalWatch *watch) {
-  EFI_STATUS status = gBS->CreateEvent(EVT_NOTIFY_SIGNAL, TPL_CALLBACK, CountArrival, &watch->Count,
-                                       &watch->Event);
+  EFI_STATUS status =
+      gBS->CreateEvent(EVT_NOTIFY_SIGNAL, TPL_CALLBACK, CountArrival, &watch->Count, &watch->Event);
   if (EFI_ERROR(status)) {
     watch->Event = nullptr;
     return;

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 #include <string>
 #include <vector>
@@ -32,6 +33,7 @@ struct BoardParts {
   std::vector<BoardStyle> Styles;
   std::vector<BoardComponent> Components;
   std::vector<OBV_COMPONENT_INFO> Infos;
+  std::vector<BoardHardware> Hardware;
   std::vector<UINT8> Picture;
 
   /// Two components that share a style; the first has both lines.
@@ -76,6 +78,7 @@ struct BoardParts {
     component.LeaderPoints[0] = {15, 12};
     component.LeaderPoints[1] = {30, 40};
     component.FirstInfo = static_cast<UINT32>(Infos.size());
+    component.FirstHardware = static_cast<UINT32>(Hardware.size());
     Components.push_back(component);
   }
 
@@ -91,6 +94,21 @@ struct BoardParts {
     for (size_t i = index + 1; i < Components.size(); i++) {
       Components[i].FirstInfo++;
     }
+  }
+
+  /// Hardware names go to the components in order, too. name may hold a device path.
+  BoardHardware &AddHardware(size_t index, UINT16 kind, const std::string &name = "",
+                             const std::string &bank = "") {
+    BoardHardware hardware = {};
+    hardware.Kind = kind;
+    std::memcpy(hardware.Name, name.data(), std::min(name.size(), sizeof(hardware.Name)));
+    std::memcpy(hardware.Bank, bank.data(), std::min(bank.size(), sizeof(hardware.Bank)));
+    Components[index].HardwareCount++;
+    for (size_t i = index + 1; i < Components.size(); i++) {
+      Components[i].FirstHardware++;
+    }
+    Hardware.push_back(hardware);
+    return Hardware.back();
   }
 
   /// The first 33 bytes of a PNG; nobody decodes it here.
@@ -114,12 +132,14 @@ struct BoardParts {
     Header.StyleCount = static_cast<UINT16>(Styles.size());
     Header.ComponentCount = static_cast<UINT16>(Components.size());
     Header.InfoCount = static_cast<UINT32>(Infos.size());
+    Header.HardwareCount = static_cast<UINT16>(Hardware.size());
     Header.PictureSize = static_cast<UINT32>(Picture.size());
     std::vector<UINT8> bytes;
     Append(bytes, &Header, sizeof(Header));
     Append(bytes, Styles.data(), Styles.size() * sizeof(BoardStyle));
     Append(bytes, Components.data(), Components.size() * sizeof(BoardComponent));
     Append(bytes, Infos.data(), Infos.size() * sizeof(OBV_COMPONENT_INFO));
+    Append(bytes, Hardware.data(), Hardware.size() * sizeof(BoardHardware));
     Append(bytes, Picture.data(), Picture.size());
     SetField<UINT32>(bytes, OFFSET_OF(BoardHeader, TotalSize), static_cast<UINT32>(bytes.size()));
     Reseal(bytes);

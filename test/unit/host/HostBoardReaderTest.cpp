@@ -104,7 +104,9 @@ TEST(HostBoardReader, NoBytesAreRefused) {
 TEST(HostBoardReader, IdentityFaults) {
   EXPECT_EQ(FaultOfPatched([](auto &bytes) { bytes[0] = 'X'; }), "not a board file");
   EXPECT_EQ(FaultOfPatched([](auto &bytes) { bytes[8] = 1; }),
-            "format version 1, this host reads version 2");
+            "format version 1, this host reads version 3");
+  EXPECT_EQ(FaultOfPatched([](auto &bytes) { bytes[8] = 2; }),
+            "format version 2, this host reads version 3");
   EXPECT_EQ(FaultOfPatched([](auto &bytes) { bytes[10] = 0xFF; }),
             "header of 2047 bytes, expected 1952");
 }
@@ -136,6 +138,17 @@ TEST(HostBoardReader, SizesThatDoNotAddUp) {
               BoardParts::SetField<UINT32>(b, OFFSET_OF(BoardHeader, PictureSize), MAX_UINT32);
             }),
             "3765 bytes, its records and picture take 4294971027");
+}
+
+TEST(HostBoardReader, HardwareCountBelongsToTheSizes) {
+  EXPECT_EQ(FaultOfPatched([](auto &b) {
+              BoardParts::SetField<UINT16>(b, OFFSET_OF(BoardHeader, HardwareCount), 1);
+            }),
+            "3765 bytes, its records and picture take 3929");
+  EXPECT_EQ(FaultOfPatched([](auto &b) {
+              BoardParts::SetField<UINT16>(b, OFFSET_OF(BoardHeader, HardwareCount), MAX_UINT16);
+            }),
+            "3765 bytes, its records and picture take 10751505");
 }
 
 TEST(HostBoardReader, HeaderFaults) {
@@ -205,7 +218,6 @@ TEST(HostBoardReader, ComponentNumberFaults) {
   EXPECT_EQ(spoilt([](auto &c) { c.Reserved = 1; }), "component 1: unknown flags");
   EXPECT_EQ(spoilt([](auto &c) { c.StyleIndex = 1; }), "component 1: there is no style 1");
   EXPECT_EQ(spoilt([](auto &c) { c.Status = 5; }), "component 1: unknown status");
-  EXPECT_EQ(spoilt([](auto &c) { c.StatusSource = 1; }), "component 1: unknown status");
   EXPECT_EQ(spoilt([](auto &c) { c.VertexCount = 2; }),
             "component 1: 2 vertices, 3 to 20 are allowed");
   EXPECT_EQ(spoilt([](auto &c) { c.VertexCount = 21; }),
@@ -225,6 +237,15 @@ TEST(HostBoardReader, ComponentNumberFaults) {
               c.InfoCount = 1;
             }),
             "component 1: information lines beyond the last one");
+  EXPECT_EQ(spoilt([](auto &c) { c.HardwareCount = 1; }),
+            "component 1: hardware names beyond the last one");
+  EXPECT_EQ(spoilt([](auto &c) { c.FirstHardware = 1; }),
+            "component 1: hardware names beyond the last one");
+  EXPECT_EQ(spoilt([](auto &c) {
+              c.FirstHardware = MAX_UINT32;
+              c.HardwareCount = MAX_UINT16;
+            }),
+            "component 1: hardware names beyond the last one");
 }
 
 TEST(HostBoardReader, PointsOutsideThePictureAreFaults) {

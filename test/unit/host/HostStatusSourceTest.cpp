@@ -5,16 +5,39 @@
 namespace obv_host {
 namespace {
 
+/// Whoever answers for the hardware: what it says, and what it was asked.
+struct Answering {
+  EFI_STATUS Status = EFI_SUCCESS;
+  std::vector<std::string> Lines;
+  std::vector<UINTN> Asked;
+};
+
+EFI_STATUS AnswerFor(void *context, UINTN component, Facts *facts) {
+  auto *answering = static_cast<Answering *>(context);
+  answering->Asked.push_back(component);
+  EXPECT_EQ(facts->Count, 0U);
+  for (const std::string &line : answering->Lines) {
+    TellFact(facts, OBV_INFO_DESCRIPTION, "Told", "%a", line.c_str());
+  }
+  return answering->Status;
+}
+
 class HostStatus : public testing::Test {
  protected:
   EFI_STATUS Query(const char16_t *name, UINT32 type, UINTN capacity = OBV_INFO_CAPACITY) {
     bytes_ = Parts.Bytes();
-    Board board;
     BoardFault fault;
-    EXPECT_EQ(OpenBoard(bytes_.data(), bytes_.size(), &board, &fault), EFI_SUCCESS) << fault.Text;
+    EXPECT_EQ(OpenBoard(bytes_.data(), bytes_.size(), &Owner.ActiveBoard, &fault), EFI_SUCCESS)
+        << fault.Text;
     std::memset(Infos, 0xCC, sizeof(Infos));
     Count = 77;
-    return QueryStatus(board, Ucs2(name), type, capacity, &Count, Infos);
+    return QueryStatus(&Owner, Ucs2(name), type, capacity, &Count, Infos);
+  }
+
+  /// From now on somebody answers for the hardware.
+  void KnowHardware() {
+    Owner.Services.Context = &Hardware;
+    Owner.Services.AskHardware = AnswerFor;
   }
 
   bool IsZero(UINTN index) const {
@@ -23,6 +46,8 @@ class HostStatus : public testing::Test {
   }
 
   BoardParts Parts = BoardParts::Sound();
+  Answering Hardware;
+  Host Owner = {};
   OBV_COMPONENT_INFO Infos[OBV_INFO_CAPACITY];
   UINT64 Count = 0;
 
@@ -78,10 +103,75 @@ TEST_F(HostStatus, NameLongerThanTheFieldIsNotFound) {
 }
 
 TEST_F(HostStatus, MissingArgumentsAreRefused) {
-  Board board = {};
-  EXPECT_EQ(QueryStatus(board, nullptr, 0, 20, &Count, Infos), EFI_INVALID_PARAMETER);
-  EXPECT_EQ(QueryStatus(board, Ucs2(u"x"), 0, 20, nullptr, Infos), EFI_INVALID_PARAMETER);
-  EXPECT_EQ(QueryStatus(board, Ucs2(u"x"), 0, 20, &Count, nullptr), EFI_INVALID_PARAMETER);
+  EXPECT_EQ(QueryStatus(&Owner, nullptr, 0, 20, &Count, Infos), EFI_INVALID_PARAMETER);
+  EXPECT_EQ(QueryStatus(&Owner, Ucs2(u"x"), 0, 20, nullptr, Infos), EFI_INVALID_PARAMETER);
+  EXPECT_EQ(QueryStatus(&Owner, Ucs2(u"x"), 0, 20, &Count, nullptr), EFI_INVALID_PARAMETER);
+}
+
+TEST_F(HostStatus, HardwareAnswersForTheComponentThatNamesIt) {
+  KnowHardware();
+  Parts.AddHardware(1, kHardwareFan, "CPU_FAN");
+  Hardware.Lines = {"1200 RPM"};
+  for (EFI_STATUS status : {EFI_SUCCESS, EFI_DEVICE_ERROR, EFI_NOT_READY, EFI_NOT_FOUND}) {
+    Hardware.Status = status;
+    EXPECT_EQ(Query(u"FAN 1", OBV_TYPE_FAN), status);
+    ASSERT_EQ(Count, 1U);
+    EXPECT_EQ(StrCmp(Infos[0].Value, Ucs2(u"1200 RPM")), 0);
+  }
+  EXPECT_EQ(Hardware.Asked, std::vector<UINTN>({1, 1, 1, 1}));
+}
+
+TEST_F(HostStatus, ComponentWithoutHardwareIsNotAskedFor) {
+  KnowHardware();
+  Hardware.Status = EFI_DEVICE_ERROR;
+  Parts.AddHardware(1, kHardwareFan, "CPU_FAN");
+  EXPECT_EQ(Query(u"CPU", OBV_TYPE_PROCESSOR), EFI_SUCCESS);
+  EXPECT_EQ(Count, 2U);
+  EXPECT_TRUE(Hardware.Asked.empty());
+}
+
+TEST_F(HostStatus, DescribedStatusStandsWhereNobodyKnowsTheHardware) {
+  Parts.AddHardware(1, kHardwareFan, "CPU_FAN");
+  Parts.Components[1].Status = kStatusNotReady;
+  EXPECT_EQ(Query(u"FAN 1", OBV_TYPE_FAN), EFI_NOT_READY);
+  EXPECT_EQ(Count, 0U);
+}
+
+TEST_F(HostStatus, LinesOfTheHardwareStandBeforeTheDescribedOnes) {
+  KnowHardware();
+  Parts.AddHardware(0, kHardwareProcessor);
+  Hardware.Lines = {"first", "second"};
+  EXPECT_EQ(Query(u"CPU", OBV_TYPE_PROCESSOR), EFI_SUCCESS);
+  ASSERT_EQ(Count, 4U);
+  EXPECT_EQ(StrCmp(Infos[0].Value, Ucs2(u"first")), 0);
+  EXPECT_EQ(StrCmp(Infos[1].Value, Ucs2(u"second")), 0);
+  EXPECT_EQ(StrCmp(Infos[2].Label, Ucs2(u"Brand")), 0);
+  EXPECT_EQ(StrCmp(Infos[3].Label, Ucs2(u"Cores")), 0);
+}
+
+TEST_F(HostStatus, LinesOfBothKeepToTheCapacity) {
+  KnowHardware();
+  Parts.AddHardware(0, kHardwareProcessor);
+  Hardware.Lines.assign(19, "line");
+  EXPECT_EQ(Query(u"CPU", OBV_TYPE_PROCESSOR), EFI_SUCCESS);
+  ASSERT_EQ(Count, 20U);
+  EXPECT_EQ(StrCmp(Infos[19].Label, Ucs2(u"Brand")), 0);
+  EXPECT_EQ(Query(u"CPU", OBV_TYPE_PROCESSOR, 3), EFI_SUCCESS);
+  EXPECT_EQ(Count, 3U);
+  EXPECT_EQ(Infos[3].Kind, 0xCCCCCCCCU);
+  EXPECT_EQ(Query(u"CPU", OBV_TYPE_PROCESSOR, 0), EFI_SUCCESS);
+  EXPECT_EQ(Count, 0U);
+}
+
+TEST_F(HostStatus, LinesOfAnEarlierAnswerAreForgotten) {
+  KnowHardware();
+  Parts.AddHardware(1, kHardwareFan, "CPU_FAN");
+  Hardware.Lines = {"one", "two"};
+  EXPECT_EQ(Query(u"FAN 1", OBV_TYPE_FAN), EFI_SUCCESS);
+  EXPECT_EQ(Count, 2U);
+  Hardware.Lines = {};
+  EXPECT_EQ(Query(u"FAN 1", OBV_TYPE_FAN), EFI_SUCCESS);
+  EXPECT_EQ(Count, 0U);
 }
 
 }  // namespace

@@ -1,0 +1,314 @@
+#include "test/unit/sources/SmbiosStage.h"
+
+namespace obv_host {
+namespace {
+
+using testing::ElementsAre;
+
+constexpr UINT8 kOemType = 0x80;
+
+/// A structure of nothing but its header and the number of a string.
+struct Named {
+  SMBIOS_STRUCTURE Hdr;
+  UINT8 Name;
+};
+
+class HostSmbios : public SmbiosStage {
+ protected:
+  /// Adds a structure of this type named name.
+  void AddNamed(UINT8 type, const std::string &name) {
+    Table.Add(type, Named{{}, 1}, {name}, kNamedLength);
+  }
+
+  /// The table as it is found, once published.
+  SmbiosTable Find() {
+    Table.Install(Machine);
+    SmbiosTable table;
+    EXPECT_EQ(FindSmbios(&table), EFI_SUCCESS);
+    return table;
+  }
+
+  /// The types of all structures that a walk meets.
+  std::vector<int> Walk() {
+    SmbiosTable table = Find();
+    SmbiosStructure structure = {};
+    std::vector<int> types;
+    while (NextStructure(table, &structure)) {
+      types.push_back(structure.Type);
+    }
+    EXPECT_EQ(structure.Data, nullptr);
+    return types;
+  }
+
+  std::string TextOf(UINT8 number, UINTN size = kSmbiosTextSize) {
+    SmbiosTable table = Find();
+    SmbiosStructure structure = {};
+    EXPECT_TRUE(NextStructure(table, &structure));
+    std::vector<CHAR8> buffer(size, 'X');
+    SmbiosText(structure, number, buffer.data(), buffer.size());
+    return buffer.data();
+  }
+
+  EFI_STATUS Search() {
+    SmbiosTable table;
+    EFI_STATUS status = FindSmbios(&table);
+    EXPECT_EQ(table.Size == 0, status == EFI_NOT_FOUND);
+    return status;
+  }
+
+  static constexpr size_t kNamedLength = 5;
+};
+
+TEST_F(HostSmbios, ThereIsNoTableWithoutAnEntryPoint) { EXPECT_EQ(Search(), EFI_NOT_FOUND); }
+
+TEST_F(HostSmbios, TableOfEitherVersionIsFound) {
+  AddNamed(1, "one");
+  Table.Install2(Machine);
+  SmbiosTable table;
+  ASSERT_EQ(FindSmbios(&table), EFI_SUCCESS);
+  EXPECT_EQ(reinterpret_cast<UINTN>(table.Data), Table.Entry2.TableAddress);
+  EXPECT_EQ(table.Size, Table.Bytes.size());
+  Table.Install(Machine);
+  ASSERT_EQ(FindSmbios(&table), EFI_SUCCESS);
+  EXPECT_EQ(reinterpret_cast<UINTN>(table.Data), Table.Entry3.TableAddress);
+}
+
+TEST_F(HostSmbios, EntryPointOfVersion2MayBeStatedOneByteTooShort) {
+  AddNamed(1, "one");
+  Table.Install2(Machine);
+  Table.Entry2.EntryPointLength = 0x1E;
+  Table.Publish2(Machine);
+  EXPECT_EQ(Search(), EFI_SUCCESS);
+}
+
+TEST_F(HostSmbios, BrokenEntryPointOfVersion3FallsBackToVersion2) {
+  AddNamed(1, "one");
+  Table.Install(Machine);
+  Table.Install2(Machine);
+  Table.Entry3.EntryPointStructureChecksum++;
+  Table.PublishAsIs3(Machine);
+  SmbiosTable table;
+  ASSERT_EQ(FindSmbios(&table), EFI_SUCCESS);
+  EXPECT_EQ(reinterpret_cast<UINTN>(table.Data), Table.Entry2.TableAddress);
+}
+
+TEST_F(HostSmbios, EveryFlippedBitOfAnEntryPointIsNoticed) {
+  AddNamed(1, "one");
+  Table.Install(Machine);
+  const SMBIOS_TABLE_3_0_ENTRY_POINT sound = Table.Entry3;
+  for (size_t bit = 0; bit < sizeof(sound) * 8; bit++) {
+    Table.Entry3 = sound;
+    reinterpret_cast<UINT8 *>(&Table.Entry3)[bit / 8] ^= static_cast<UINT8>(1 << bit % 8);
+    // A length beyond the block would have the checksum read what is not there.
+    if (Table.Entry3.EntryPointLength <= sizeof(sound) || Table.Entry3.EntryPointLength > 64) {
+      Table.PublishAsIs3(Machine);
+      EXPECT_EQ(Search(), EFI_NOT_FOUND) << bit;
+    }
+  }
+}
+
+TEST_F(HostSmbios, EveryFlippedBitOfAnOldEntryPointIsNoticed) {
+  AddNamed(1, "one");
+  Table.Install2(Machine);
+  const SMBIOS_TABLE_ENTRY_POINT sound = Table.Entry2;
+  for (size_t bit = 0; bit < sizeof(sound) * 8; bit++) {
+    Table.Entry2 = sound;
+    reinterpret_cast<UINT8 *>(&Table.Entry2)[bit / 8] ^= static_cast<UINT8>(1 << bit % 8);
+    if (Table.Entry2.EntryPointLength <= sizeof(sound) || Table.Entry2.EntryPointLength > 64) {
+      Table.PublishAsIs2(Machine);
+      EXPECT_EQ(Search(), EFI_NOT_FOUND) << bit;
+    }
+  }
+}
+
+TEST_F(HostSmbios, AnchorsAreComparedWhateverTheChecksums) {
+  AddNamed(1, "one");
+  Table.Install(Machine);
+  Table.Entry3.AnchorString[4] = '-';
+  Table.Publish3(Machine);
+  EXPECT_EQ(Search(), EFI_NOT_FOUND);
+  Table.Install2(Machine);
+  Table.Entry2.AnchorString[3] = '-';
+  Table.Publish2(Machine);
+  EXPECT_EQ(Search(), EFI_NOT_FOUND);
+  Table.Install2(Machine);
+  Table.Entry2.IntermediateAnchorString[0] = '-';
+  Table.Publish2(Machine);
+  EXPECT_EQ(Search(), EFI_NOT_FOUND);
+}
+
+TEST_F(HostSmbios, EntryPointsOfWrongLengthsAreRefused) {
+  AddNamed(1, "one");
+  Table.Install(Machine);
+  for (UINT8 length : {0, 1, 23, 65, 255}) {
+    Table.Entry3.EntryPointLength = length;
+    Table.Publish3(Machine);
+    EXPECT_EQ(Search(), EFI_NOT_FOUND) << int(length);
+  }
+  Table.Install2(Machine);
+  for (UINT8 length : {0, 1, 0x1D, 65, 255}) {
+    Table.Entry2.EntryPointLength = length;
+    Table.Publish2(Machine);
+    EXPECT_EQ(Search(), EFI_NOT_FOUND) << int(length);
+  }
+}
+
+TEST_F(HostSmbios, TablesThatLieNowhereAreRefused) {
+  AddNamed(1, "one");
+  Table.Install(Machine);
+  Table.Entry3.TableMaximumSize = 0;
+  Table.Publish3(Machine);
+  EXPECT_EQ(Search(), EFI_NOT_FOUND);
+  Table.Install(Machine);
+  Table.Entry3.TableAddress = 0;
+  Table.Publish3(Machine);
+  EXPECT_EQ(Search(), EFI_NOT_FOUND);
+  Table.Install(Machine);
+  Table.Entry3.TableAddress = MAX_UINT64 - 3;
+  Table.Publish3(Machine);
+  EXPECT_EQ(Search(), EFI_NOT_FOUND);
+}
+
+TEST_F(HostSmbios, SizeWithoutReasonIsLimited) {
+  AddNamed(1, "one");
+  Table.End();
+  Table.Install(Machine);
+  Table.Entry3.TableMaximumSize = MAX_UINT32;
+  Table.Publish3(Machine);
+  SmbiosTable table;
+  ASSERT_EQ(FindSmbios(&table), EFI_SUCCESS);
+  EXPECT_EQ(table.Size, 1024U * 1024U);
+}
+
+TEST_F(HostSmbios, WalkMeetsEveryStructureOnce) {
+  AddNamed(1, "one");
+  Table.Add(2, Named{{}, 0}, {}, kNamedLength);
+  Table.AddRaw({kOemType, 4, 0, 0}, {"text"});
+  Table.AddRaw({126, 6, 0, 0, 1, 2}, {"a", "b", "c"});
+  EXPECT_THAT(Walk(), ElementsAre(1, 2, kOemType, 126));
+}
+
+TEST_F(HostSmbios, WalkStopsAtTheEndOfTable) {
+  AddNamed(1, "one");
+  Table.End();
+  AddNamed(2, "hidden");
+  EXPECT_THAT(Walk(), ElementsAre(1));
+}
+
+TEST_F(HostSmbios, StructureShorterThanItsHeaderEndsTheWalk) {
+  for (UINT8 length = 0; length < 4; length++) {
+    Table.Bytes.clear();
+    AddNamed(1, "one");
+    size_t broken = Table.Bytes.size();
+    AddNamed(2, "two");
+    AddNamed(3, "three");
+    Table.Bytes[broken + 1] = length;
+    EXPECT_THAT(Walk(), ElementsAre(1)) << int(length);
+  }
+}
+
+TEST_F(HostSmbios, StructureBeyondTheTableEndsTheWalk) {
+  AddNamed(1, "one");
+  size_t broken = Table.Bytes.size();
+  AddNamed(2, "two");
+  for (UINT8 length : {10, 11, 12, 100, 255}) {
+    Table.Bytes[broken + 1] = length;
+    EXPECT_THAT(Walk(), ElementsAre(1)) << int(length);
+  }
+}
+
+TEST_F(HostSmbios, EveryCutTableIsWalkedWithoutReadingBeyond) {
+  AddNamed(1, "one");
+  AddNamed(2, "two");
+  const std::vector<UINT8> whole = Table.Bytes;
+  for (size_t size = 1; size < whole.size(); size++) {
+    Table.Bytes.assign(whole.begin(), whole.begin() + static_cast<ptrdiff_t>(size));
+    EXPECT_THAT(Walk(), size < whole.size() / 2 ? std::vector<int>() : std::vector<int>{1}) << size;
+  }
+}
+
+TEST_F(HostSmbios, CutOldTableIsWalkedWithoutReadingBeyond) {
+  AddNamed(1, "one");
+  AddNamed(2, "two");
+  Table.Bytes.pop_back();
+  Table.Install2(Machine);
+  SmbiosTable table;
+  ASSERT_EQ(FindSmbios(&table), EFI_SUCCESS);
+  SmbiosStructure structure = {};
+  EXPECT_TRUE(NextStructure(table, &structure));
+  EXPECT_FALSE(NextStructure(table, &structure));
+}
+
+TEST_F(HostSmbios, TextsAreFoundByTheirNumbers) {
+  Table.Add(1, Named{}, {"first", "second", "third"}, kNamedLength);
+  EXPECT_EQ(TextOf(1), "first");
+  EXPECT_EQ(TextOf(2), "second");
+  EXPECT_EQ(TextOf(3), "third");
+}
+
+TEST_F(HostSmbios, TextsThatAreNotThereAreEmpty) {
+  Table.Add(1, Named{}, {"first", "second"}, kNamedLength);
+  AddNamed(2, "another structure's");
+  EXPECT_EQ(TextOf(0), "");
+  EXPECT_EQ(TextOf(3), "");
+  EXPECT_EQ(TextOf(4), "");
+  EXPECT_EQ(TextOf(255), "");
+}
+
+TEST_F(HostSmbios, StructureWithoutStringsHasNoText) {
+  Table.Add(1, Named{}, {}, kNamedLength);
+  AddNamed(2, "another structure's");
+  EXPECT_EQ(TextOf(1), "");
+  EXPECT_EQ(TextOf(2), "");
+}
+
+TEST_F(HostSmbios, TextsAreTrimmedAndPrintable) {
+  Table.Add(1, Named{}, {"  two words \t ", "a\x01\x7F\xE9z", "   "}, kNamedLength);
+  EXPECT_EQ(TextOf(1), "two words");
+  EXPECT_EQ(TextOf(2), "a???z");
+  EXPECT_EQ(TextOf(3), "");
+}
+
+TEST_F(HostSmbios, LongTextsAreCut) {
+  Table.Add(1, Named{}, {std::string(300, 'x')}, kNamedLength);
+  EXPECT_EQ(TextOf(1), std::string(127, 'x'));
+  EXPECT_EQ(TextOf(1, 5), "xxxx");
+  EXPECT_EQ(TextOf(1, 1), "");
+}
+
+TEST_F(HostSmbios, FieldBeyondTheStructureIsAbsent) {
+  Table.AddRaw({1, 7, 0, 0, 0x34, 0x12, 0x56}, {"text"});
+  SmbiosTable table = Find();
+  SmbiosStructure structure = {};
+  ASSERT_TRUE(NextStructure(table, &structure));
+  EXPECT_EQ(SmbiosField<UINT16>(structure, 4, 0xAAAA), 0x1234);
+  EXPECT_EQ(SmbiosField<UINT16>(structure, 5, 0xAAAA), 0x5612);
+  EXPECT_EQ(SmbiosField<UINT16>(structure, 6, 0xAAAA), 0xAAAA);
+  EXPECT_EQ(SmbiosField<UINT8>(structure, 6, 0xAA), 0x56);
+  EXPECT_EQ(SmbiosField<UINT8>(structure, 7, 0xAA), 0xAA);
+}
+
+TEST_F(HostSmbios, StructureIsFoundByTypeAndName) {
+  AddNamed(1, "name");
+  AddNamed(2, "other");
+  AddNamed(2, " name ");
+  SmbiosTable table = Find();
+  SmbiosStructure structure;
+  EXPECT_TRUE(FindStructure(table, 2, 4, "name", &structure));
+  EXPECT_EQ(structure.Type, 2);
+  EXPECT_EQ(structure.Data - table.Data, 24);
+  EXPECT_FALSE(FindStructure(table, 3, 4, "name", &structure));
+  EXPECT_FALSE(FindStructure(table, 2, 4, "Name", &structure));
+  EXPECT_FALSE(FindStructure(table, 2, 4, "nam", &structure));
+  EXPECT_FALSE(FindStructure(table, 2, 5, "name", &structure));
+}
+
+TEST_F(HostSmbios, EmptyNameFindsNothing) {
+  Table.Add(2, Named{{}, 0}, {}, kNamedLength);
+  SmbiosTable table = Find();
+  SmbiosStructure structure;
+  EXPECT_FALSE(FindStructure(table, 2, 4, "", &structure));
+}
+
+}  // namespace
+}  // namespace obv_host
