@@ -17,6 +17,7 @@ TOOLCHAIN = "GCC5"
 IMAGES = (
     "Boardscope",
     "ObvHost",
+    "ObvDemoSensors",
     "SystemProbe",
     "UsbMouseDxe",
     "UsbTabletDxe",
