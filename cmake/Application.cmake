@@ -34,7 +34,7 @@ target_link_libraries(
 # The driver around it, with the sources of hardware. Who links it supplies the I/O ports.
 file(
   GLOB host_driver_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/host/uefi/*.cpp
-  ${PROJECT_SOURCE_DIR}/host/sources/*.cpp
+  ${PROJECT_SOURCE_DIR}/host/sources/*.cpp ${PROJECT_SOURCE_DIR}/host/inventory/*.cpp
 )
 add_library(boardscope_host_driver STATIC ${host_driver_sources})
 target_link_libraries(

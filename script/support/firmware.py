@@ -18,6 +18,7 @@ IMAGES = (
     "Boardscope",
     "ObvHost",
     "ObvDemoSensors",
+    "BoardscopeInventory",
     "SystemProbe",
     "UsbMouseDxe",
     "UsbTabletDxe",

@@ -34,6 +34,11 @@ def make_image(image: Path, files: Mapping[str, Path | bytes]) -> None:
             _mtool("mcopy", image, str(source), f"::{name}")
 
 
+def read_file(image: Path, name: str) -> bytes:
+    """A file of a FAT image, as it is now."""
+    return _mtool("mcopy", image, f"::{name}", "-")
+
+
 def _folders(files: Mapping[str, Path | bytes]) -> list[str]:
     """Every folder that the files need, parents first."""
     found: set[str] = set()
@@ -45,13 +50,15 @@ def _folders(files: Mapping[str, Path | bytes]) -> list[str]:
     return sorted(found)
 
 
-def _mtool(tool: str, image: Path, *arguments: str, content: bytes | None = None) -> None:
+def _mtool(tool: str, image: Path, *arguments: str, content: bytes | None = None) -> bytes:
     # A damaged or foreign ~/.mtoolsrc must not matter, and neither must a size mtools finds odd.
     environment = {**os.environ, "MTOOLSRC": os.devnull, "MTOOLS_SKIP_CHECK": "1"}
-    subprocess.run(
+    ended = subprocess.run(
         [tool, "-i", str(image), *arguments],
         input=content,
         stdin=subprocess.DEVNULL if content is None else None,
+        stdout=subprocess.PIPE,
         check=True,
         env=environment,
     )
+    return ended.stdout

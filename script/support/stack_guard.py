@@ -23,6 +23,9 @@ GUARDED = {
         "third_party/freetype/FreeType.inf": "TT_Load_Glyph",
     },
     "ObvHost": {"host/ObvHost.inf": "_ZN8obv_host14HostDebugPrint"},
+    "BoardscopeInventory": {
+        "host/inventory/BoardscopeInventory.inf": "_ZN8obv_host8TellFact",
+    },
 }
 
 

@@ -3,9 +3,11 @@
 from collections.abc import Iterator
 
 import pytest
+import yaml
 
 from computer import PATIENCE, Computer, boot
-from conftest import FOLDER, programs
+from conftest import CLONE, FOLDER, programs
+from support.qemu_disk import read_file
 from support.qemu_hardware import BRAND, LAN_ADDRESS, Stick, demo_options
 from test_pointer import tablet_to
 
@@ -14,6 +16,7 @@ Told = dict[str, tuple[str, dict[str, str]]]
 # Where a stick is plugged in while the view is up.
 SOCKET = "U32G1_34"
 SIZE = (1920, 1080)
+INVENTORY = "inventory.yaml"
 
 
 @pytest.fixture(scope="module")
@@ -130,6 +133,25 @@ def test_a_question_is_answered_within_a_millisecond(demo: Computer, told: Told)
     """Once everything was read; emulated, which is slower than any PC."""
     line = next(line for line in demo.machine.log_lines() if "[Probe] slowest" in line)
     assert int(line.split()[-2]) < 1000, line
+
+
+def test_the_inventory_names_what_the_board_names(demo: Computer, told: Told) -> None:
+    """In the very form that a description takes, so that a line can be copied."""
+    demo.run("BoardscopeInventory.efi")
+    written = yaml.safe_load(read_file(demo.machine.options.esp, INVENTORY))
+    found = {(kind, str(name)) for entry in written["hardware"] for kind, name in entry.items()}
+    board = yaml.safe_load((CLONE / "assets" / "board" / "board.yaml").read_text("ascii"))
+    for component in board["components"]:
+        if told[component["name"]][0] != "Success" or "hardware" not in component:
+            continue
+        kind, name = next(iter(component["hardware"][0].items()))
+        if kind == "memory":
+            bank = f"Channel {component['name'][5]}"
+            assert (kind, str({"locator": name, "bank": bank})) in found
+        elif kind == "nvme":
+            assert (kind, f"{name}/Pci(0x0,0x0)") in found
+        elif name not in ("boot", "all") and component["name"] != SOCKET:
+            assert (kind, name) in found
 
 
 def test_a_stick_comes_and_goes_while_the_view_is_up(demo: Computer) -> None:

@@ -1,0 +1,144 @@
+#include "host/inventory/Inventory.h"
+#include "host/sources/PciFacts.h"
+
+namespace obv_host {
+namespace {
+
+/// What a PCI device of this class is named as.
+struct NamedClass {
+  HardwareKind Kind;
+  const CHAR8 *Word;
+  UINT8 BaseClass;
+  UINT8 SubClass;
+};
+
+constexpr UINT8 kAnySubClass = 0xFF;
+constexpr UINT8 kNvmeSubClass = 0x08;
+constexpr UINT8 kHdAudioSubClass = 0x03;
+
+constexpr NamedClass kNamedClasses[] = {
+    {kHardwarePcie, "pcie", PCI_CLASS_BRIDGE, PCI_CLASS_BRIDGE_P2P},
+    {kHardwareNvme, "nvme", PCI_CLASS_MASS_STORAGE, kNvmeSubClass},
+    {kHardwareNetwork, "network", PCI_CLASS_NETWORK, kAnySubClass},
+    {kHardwareDisplay, "display", PCI_CLASS_DISPLAY, kAnySubClass},
+    {kHardwareAudio, "audio", PCI_CLASS_MEDIA, PCI_CLASS_MEDIA_AUDIO},
+    {kHardwareAudio, "audio", PCI_CLASS_MEDIA, kHdAudioSubClass},
+};
+
+/// False when the path has no room in a board.
+bool NameByNodes(HardwareKind kind, const PathNodes &nodes, BoardHardware *hardware) {
+  constexpr EFI_DEVICE_PATH_PROTOCOL kEnd = {
+      END_DEVICE_PATH_TYPE, END_ENTIRE_DEVICE_PATH_SUBTYPE, {sizeof(kEnd), 0}};
+  if (nodes.Path == nullptr || nodes.Size + sizeof(kEnd) > sizeof(hardware->Name)) {
+    return false;
+  }
+  ZeroMem(hardware, sizeof(*hardware));
+  hardware->Kind = kind;
+  CopyMem(hardware->Name, nodes.Path, nodes.Size);
+  CopyMem(hardware->Name + nodes.Size, &kEnd, sizeof(kEnd));
+  return true;
+}
+
+using WriteDevice = void (*)(const Presence &device, InventoryWork *work, InventoryText *text);
+
+void ForEachDevice(EFI_GUID *protocol, WriteDevice write, InventoryWork *work,
+                   InventoryText *text) {
+  UINTN count = 0;
+  EFI_HANDLE *handles = nullptr;
+  if (EFI_ERROR(gBS->LocateHandleBuffer(ByProtocol, protocol, nullptr, &count, &handles))) {
+    return;
+  }
+  for (UINTN i = 0; i < count; ++i) {
+    Presence device = {.Handle = handles[i], .Protocol = protocol, .Interface = nullptr};
+    if (!EFI_ERROR(gBS->HandleProtocol(handles[i], protocol, &device.Interface))) {
+      write(device, work, text);
+    }
+  }
+  gBS->FreePool(handles);
+}
+
+void WritePci(const Presence &device, InventoryWork *work, InventoryText *text) {
+  PciIdentity identity = {};
+  if (EFI_ERROR(ReadPciIdentity(device, &identity))) {
+    return;
+  }
+  for (const NamedClass &named : kNamedClasses) {
+    bool is = named.BaseClass == identity.BaseClass &&
+              (named.SubClass == kAnySubClass || named.SubClass == identity.SubClass);
+    if (is && NameByNodes(named.Kind, NodesOfDevice(device), &work->Hardware)) {
+      WriteHardware(named.Word, work, text);
+    }
+  }
+}
+
+/// Devices have an interface each, or several: the first one names the port.
+void WriteUsb(const Presence &device, InventoryWork *work, InventoryText *text) {
+  PathNodes nodes = NodesOfDevice(device);
+  if (nodes.Size == 0) {
+    return;
+  }
+  PathNodes last = {};
+  (void)WithoutLast(nodes, &last);
+  if (!IsNode(last, MESSAGING_DEVICE_PATH, MSG_USB_DP, sizeof(USB_DEVICE_PATH))) {
+    return;
+  }
+  USB_DEVICE_PATH node;
+  CopyMem(&node, last.Path, sizeof(node));
+  if (node.InterfaceNumber == 0 && NameByNodes(kHardwareUsb, nodes, &work->Hardware)) {
+    WriteHardware("usb", work, text);
+  }
+}
+
+void WriteSataPort(const PathNodes &controller, UINT16 port, UINT16 multiplier,
+                   InventoryWork *work, InventoryText *text) {
+  const SATA_DEVICE_PATH node = {
+      .Header = {MESSAGING_DEVICE_PATH, MSG_SATA_DP, {sizeof(node), 0}},
+      .HBAPortNumber = port,
+      .PortMultiplierPortNumber = multiplier,
+      .Lun = 0,
+  };
+  UINT8 path[kHardwareNameSize];
+  if (controller.Path == nullptr || controller.Size + sizeof(node) > sizeof(path)) {
+    return;
+  }
+  CopyMem(path, controller.Path, controller.Size);
+  CopyMem(path + controller.Size, &node, sizeof(node));
+  PathNodes nodes = {.Path = path, .Size = controller.Size + sizeof(node)};
+  if (NameByNodes(kHardwareSata, nodes, &work->Hardware)) {
+    WriteHardware("sata", work, text);
+  }
+}
+
+/// Ports and the devices at them; a driver that never ends its list is left.
+void WriteSata(const Presence &device, InventoryWork *work, InventoryText *text) {
+  constexpr UINTN kMostPorts = 64;
+  auto *ata = static_cast<EFI_ATA_PASS_THRU_PROTOCOL *>(device.Interface);
+  PathNodes controller = NodesOfDevice(device);
+  UINT16 port = MAX_UINT16;
+  for (UINTN i = 0; i < kMostPorts && !EFI_ERROR(ata->GetNextPort(ata, &port)); ++i) {
+    UINT16 multiplier = MAX_UINT16;
+    if (!EFI_ERROR(ata->GetNextDevice(ata, port, &multiplier))) {
+      WriteSataPort(controller, port, multiplier, work, text);
+    }
+  }
+}
+
+void WriteSensor(const Presence &device, InventoryWork *work, InventoryText *text) {
+  const auto *sensor = static_cast<const OBV_SENSOR_PROTOCOL *>(device.Interface);
+  ZeroMem(&work->Hardware, sizeof(work->Hardware));
+  work->Hardware.Kind = kHardwareSensor;
+  // The last byte of the name is its end, whatever the driver left there.
+  CopyMem(work->Hardware.Name, sensor->Name, sizeof(sensor->Name) - 1);
+  WriteHardware("sensor", work, text);
+}
+
+}  // namespace
+
+void WriteDeviceHardware(InventoryWork *work, InventoryText *text) {
+  ForEachDevice(&gEfiPciIoProtocolGuid, WritePci, work, text);
+  ForEachDevice(&gEfiAtaPassThruProtocolGuid, WriteSata, work, text);
+  ForEachDevice(&gEfiUsbIoProtocolGuid, WriteUsb, work, text);
+  ForEachDevice(&gObvSensorProtocolGuid, WriteSensor, work, text);
+}
+
+}  // namespace obv_host
