@@ -1,5 +1,6 @@
 """The demo machine's hardware, as the host tells of it, against what QEMU was given."""
 
+import re
 from collections.abc import Iterator
 
 import pytest
@@ -8,6 +9,7 @@ import yaml
 from computer import PATIENCE, Computer, boot
 from conftest import CLONE, FOLDER, programs
 from support.qemu_disk import read_file
+from support.qemu_boot import HOST
 from support.qemu_hardware import BRAND, LAN_ADDRESS, Stick, demo_options
 from test_pointer import tablet_to
 
@@ -25,12 +27,19 @@ def demo() -> Iterator[Computer]:
     folder = FOLDER / "demo"
     with boot(folder, programs(), hardware=demo_options(folder)) as computer:
         computer.load("ObvDemoSensors.efi")
-        computer.load_host()
         yield computer
 
 
 @pytest.fixture(scope="module")
-def told(demo: Computer) -> Told:
+def cycled(demo: Computer) -> str:
+    """What loading and unloading the host twice leaves behind."""
+    return demo.probe("cycle", HOST)
+
+
+@pytest.fixture(scope="module")
+def told(demo: Computer, cycled: str) -> Told:
+    assert cycled
+    demo.load_host()
     return ask(demo)
 
 
@@ -50,6 +59,14 @@ def ask(computer: Computer) -> Told:
             lines[label] = value
     assert found, "The host told of no component."
     return found
+
+
+def test_unloading_the_host_leaves_nothing_behind(cycled: str) -> None:
+    found = re.search(r"handles (\d+) (\d+), pages (\d+) (\d+)", cycled)
+    assert found, cycled
+    handles_before, handles_after, pages_before, pages_after = map(int, found.groups())
+    assert handles_after == handles_before
+    assert pages_after == pages_before
 
 
 def test_the_processor_is_the_one_that_the_machine_has(told: Told) -> None:
@@ -154,7 +171,8 @@ def test_the_inventory_names_what_the_board_names(demo: Computer, told: Told) ->
             assert (kind, name) in found
 
 
-def test_a_stick_comes_and_goes_while_the_view_is_up(demo: Computer) -> None:
+def test_a_stick_comes_and_goes_while_the_view_is_up(demo: Computer, told: Told) -> None:
+    assert told[SOCKET][0] == "Not Found"
     stick = Stick(demo.machine)
     socket = next(one for one in demo.components() if one.name == SOCKET)
     width, height = SIZE

@@ -3,6 +3,7 @@
 **/
 
 #include "ProbeBoot.h"
+#include "ProbeCycle.h"
 #include "ProbeDebug.h"
 #include "ProbeFirmware.h"
 #include "ProbeGuards.h"
@@ -79,6 +80,9 @@ EFI_STATUS Execute(EFI_HANDLE image, const Arguments &arguments) {
   }
   if (Is(arguments, u"components", 3)) {
     return LogComponents(Number(arguments, 1), Number(arguments, 2));
+  }
+  if (Is(arguments, u"cycle", 2)) {
+    return CycleHost(image, arguments.Texts[1]);
   }
   if (Is(arguments, u"states", 1)) {
     return LogStates();

@@ -1,0 +1,79 @@
+#include "ProbeCycle.h"
+
+#include "ProbeDebug.h"
+#include "ProbeHardware.h"
+
+namespace {
+
+struct Census {
+  UINTN Handles;
+  UINT64 Pages;
+};
+
+// Not on the heap: it is what is counted.
+alignas(8) UINT8 gMap[64 * 1024];
+
+EFI_STATUS CountPages(UINT64 *pages) {
+  UINTN size = sizeof(gMap);
+  UINTN key = 0;
+  UINTN stride = 0;
+  UINT32 version = 0;
+  auto *first = reinterpret_cast<EFI_MEMORY_DESCRIPTOR *>(gMap);
+  EFI_STATUS status = gBS->GetMemoryMap(&size, first, &key, &stride, &version);
+  if (EFI_ERROR(status)) {
+    return status;
+  }
+  for (UINTN at = 0; at + stride <= size; at += stride) {
+    const auto *descriptor = reinterpret_cast<const EFI_MEMORY_DESCRIPTOR *>(gMap + at);
+    *pages += descriptor->Type == EfiConventionalMemory ? 0 : descriptor->NumberOfPages;
+  }
+  return EFI_SUCCESS;
+}
+
+EFI_STATUS Count(Census *census) {
+  EFI_HANDLE *handles = nullptr;
+  EFI_STATUS status =
+      gBS->LocateHandleBuffer(AllHandles, nullptr, nullptr, &census->Handles, &handles);
+  if (EFI_ERROR(status)) {
+    return status;
+  }
+  gBS->FreePool(handles);
+  return CountPages(&census->Pages);
+}
+
+EFI_STATUS LoadAskUnload(EFI_HANDLE probe, const CHAR16 *name) {
+  EFI_HANDLE driver = nullptr;
+  EFI_STATUS status = LoadProgram(probe, name, &driver);
+  if (EFI_ERROR(status)) {
+    return status;
+  }
+  status = gBS->StartImage(driver, nullptr, nullptr);
+  if (EFI_ERROR(status)) {
+    return status;
+  }
+  status = LogStates();
+  EFI_STATUS unloaded = gBS->UnloadImage(driver);
+  return EFI_ERROR(status) ? status : unloaded;
+}
+
+}  // namespace
+
+EFI_STATUS CycleHost(EFI_HANDLE probe, const CHAR16 *name) {
+  Census before = {};
+  Census after = {};
+  EFI_STATUS status = LoadAskUnload(probe, name);
+  if (!EFI_ERROR(status)) {
+    status = Count(&before);
+  }
+  if (!EFI_ERROR(status)) {
+    status = LoadAskUnload(probe, name);
+  }
+  if (!EFI_ERROR(status)) {
+    status = Count(&after);
+  }
+  if (!EFI_ERROR(status)) {
+    Print(Ucs2(u"handles %d %d, pages %ld %ld\n"), before.Handles, after.Handles, before.Pages,
+          after.Pages);
+  }
+  return status;
+}
