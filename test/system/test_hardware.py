@@ -8,8 +8,8 @@ import yaml
 
 from computer import PATIENCE, Computer, boot
 from conftest import CLONE, FOLDER, programs
-from support.qemu_disk import read_file
 from support.qemu_boot import HOST
+from support.qemu_disk import read_file
 from support.qemu_hardware import BRAND, LAN_ADDRESS, Stick, demo_options
 from test_pointer import tablet_to
 
