@@ -29,6 +29,7 @@ def transcript(setup: tuple[int, int], view: tuple[int, int], board: str) -> lis
         f"previous resolution: {setup[0]} {setup[1]}",
         "Load multilangage string success",
         f"current resolution: {view[0]} {view[1]}",
+        "[Host] Hardware connected in N ms, read in N ms",
         f"[Host] Board {board} components",
         f"2880 1620 {view[0] * 3 // 4} {view[1] * 3 // 4}",
         "LocateProtocol gVeltSetupEventHandlerProtocolGuid Status = Not Found",
@@ -44,6 +45,7 @@ def transcript(setup: tuple[int, int], view: tuple[int, int], board: str) -> lis
 def masked(line: str) -> str:
     """The line with times and memory sizes replaced by N."""
     line = re.sub(r"(cost: |APP for )\d+(ms|s)$", r"\1N\2", line)
+    line = re.sub(r" in \d+ ms", " in N ms", line)
     return re.sub(r"of \d+ memory leaks, amounting to \d+KB", LEAKS, line)
 
 
