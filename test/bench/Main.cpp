@@ -5,6 +5,7 @@
 #include <string>
 
 #include "test/bench/EncodeBench.h"
+#include "test/bench/HostBench.h"
 #include "test/bench/ResamplerBench.h"
 #include "test/bench/ViewBench.h"
 
@@ -17,6 +18,7 @@ struct Part {
 
 constexpr Part kParts[] = {{"resampler", bench::RunResamplerBench},
                            {"encoder", bench::RunEncodeBench},
+                           {"host", bench::RunHostBench},
                            {"view", bench::RunViewBench}};
 
 }  // namespace
@@ -32,7 +34,7 @@ int main(int count, char **arguments) {
     }
   }
   if (!known) {
-    std::fprintf(stderr, "There is no part \"%s\". Parts are: all, resampler, encoder, view.\n",
+    std::fprintf(stderr, "There is no part \"%s\". Parts are: all, resampler, encoder, host, view.\n",
                  wanted.c_str());
     return 2;
   }

@@ -1,0 +1,9 @@
+// The reference host: what a question for a component's state costs.
+
+#pragma once
+
+namespace bench {
+
+bool RunHostBench();
+
+}  // namespace bench
