@@ -28,7 +28,7 @@ EFI_STATUS AskHardware(void *, UINTN component, obv_host::Facts *facts) {
 obv_host::HostServices Services(bool hardware) {
   return {
       .Context = nullptr,
-      .ReadClock = [](void *) { return fake::Firmware::Current().Clock.Milliseconds(); },
+      .ReadClock = [](void *) -> UINT64 { return fake::Firmware::Current().Clock.Milliseconds(); },
       .WriteLog = [](void *, const CHAR8 *, UINTN) {},
       .FindGop = nullptr,
       .Allocate = [](void *, UINTN size) { return std::malloc(size); },
