@@ -89,8 +89,8 @@ void WriteUsb(const Presence &device, InventoryWork *work, InventoryText *text) 
   }
 }
 
-void WriteSataPort(const PathNodes &controller, UINT16 port, UINT16 multiplier,
-                   InventoryWork *work, InventoryText *text) {
+void WriteSataPort(const PathNodes &controller, UINT16 port, UINT16 multiplier, InventoryWork *work,
+                   InventoryText *text) {
   const SATA_DEVICE_PATH node = {
       .Header = {MESSAGING_DEVICE_PATH, MSG_SATA_DP, {sizeof(node), 0}},
       .HBAPortNumber = port,

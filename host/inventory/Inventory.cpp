@@ -31,9 +31,9 @@ void WriteComment(const Facts &facts, EFI_STATUS status, InventoryText *text) {
   UINTN length = AsciiSPrint(comment, sizeof(comment), "%a", StateOf(status));
   for (UINTN i = 0; i < facts.Count && i < kFactsInComment; ++i) {
     const OBV_COMPONENT_INFO &line = facts.Lines[i];
-    length += AsciiSPrint(comment + length, sizeof(comment) - length, "%a%S%a%S",
-                          length == 0 ? "" : ", ", line.Label, line.Label[0] == 0 ? "" : " ",
-                          line.Value);
+    length +=
+        AsciiSPrint(comment + length, sizeof(comment) - length, "%a%S%a%S", length == 0 ? "" : ", ",
+                    line.Label, line.Label[0] == 0 ? "" : " ", line.Value);
   }
   if (length != 0) {
     AddLine(text, "  # %a", comment);
@@ -69,7 +69,8 @@ void WriteHardware(const CHAR8 *kind, InventoryWork *work, InventoryText *text) 
 }
 
 void WriteInventory(InventoryWork *work, InventoryText *text) {
-  AddLine(text, "# The hardware of this PC as a board's components name it: copy the lines that belong");
+  AddLine(text,
+          "# The hardware of this PC as a board's components name it: copy the lines that belong");
   AddLine(text, "# to a component under its 'hardware:'.");
   AddLine(text, "hardware:");
   WriteTableHardware(work, text);

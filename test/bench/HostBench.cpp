@@ -76,9 +76,9 @@ bool RunHostBench() {
       AskForAll(host);
     }
   };
-  std::vector<double> seconds = Medians({{"hardware", [&] { askOften(&asks); }},
-                                         {"description", [&] { askOften(&describes); }}},
-                                        kRounds);
+  std::vector<double> seconds = Medians(
+      {{"hardware", [&] { askOften(&asks); }}, {"description", [&] { askOften(&describes); }}},
+      kRounds);
   double questions = kQuestionsEach * static_cast<double>(asks.ActiveBoard.Header.ComponentCount);
   ReportGroup("Host: a question for a component's state, once everything was read");
   Report("default board, each question", seconds[0] / questions, "description alone",

@@ -34,7 +34,8 @@ int main(int count, char **arguments) {
     }
   }
   if (!known) {
-    std::fprintf(stderr, "There is no part \"%s\". Parts are: all, resampler, encoder, host, view.\n",
+    std::fprintf(stderr,
+                 "There is no part \"%s\". Parts are: all, resampler, encoder, host, view.\n",
                  wanted.c_str());
     return 2;
   }

@@ -77,8 +77,8 @@ TEST_F(Inventory, SaysThatThereAreNoTables) {
 
 TEST_F(Inventory, ListsPciDevicesByWhatTheyAre) {
   const std::pair<UINT16, std::string> kinds[] = {
-      {0x0604, "pcie"},    {0x0108, "nvme"},  {0x0200, "network"}, {0x0280, "network"},
-      {0x0300, "display"}, {0x0403, "audio"},
+      {0x0604, "pcie"},    {0x0108, "nvme"},    {0x0200, "network"},
+      {0x0280, "network"}, {0x0300, "display"}, {0x0403, "audio"},
   };
   for (const auto &[pciClass, word] : kinds) {
     FakePci device(0x8086, 0x1234, pciClass);
