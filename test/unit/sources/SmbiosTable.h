@@ -4,8 +4,6 @@
 
 #pragma once
 
-#include <sys/mman.h>
-
 #include <algorithm>
 #include <cstring>
 #include <numeric>
@@ -13,6 +11,7 @@
 #include <vector>
 
 #include "test/firmware/FakeFirmware.h"
+#include "test/unit/sources/LowMemory.h"
 
 extern "C" {
 #include <Guid/SmBios.h>
@@ -20,44 +19,6 @@ extern "C" {
 }
 
 namespace obv_host {
-
-/// Pages whose addresses have 32 bits. What lies in them ends with the last page, and behind that
-/// no memory is: a read beyond it ends the test.
-class LowMemory {
- public:
-  LowMemory() = default;
-  LowMemory(const LowMemory &) = delete;
-  LowMemory &operator=(const LowMemory &) = delete;
-  ~LowMemory() { Release(); }
-
-  UINT8 *Place(const std::vector<UINT8> &bytes) {
-    Release();
-    size_t pages = (bytes.size() + kPage - 1) / kPage * kPage;
-    size_ = pages + kPage;
-    base_ = mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_32BIT,
-                 -1, 0);
-    if (base_ == MAP_FAILED) {
-      std::abort();
-    }
-    mprotect(static_cast<UINT8 *>(base_) + pages, kPage, PROT_NONE);
-    UINT8 *start = static_cast<UINT8 *>(base_) + pages - bytes.size();
-    std::memcpy(start, bytes.data(), bytes.size());
-    return start;
-  }
-
- private:
-  static constexpr size_t kPage = 4096;
-
-  void Release() {
-    if (base_ != nullptr) {
-      munmap(base_, size_);
-      base_ = nullptr;
-    }
-  }
-
-  void *base_ = nullptr;
-  size_t size_ = 0;
-};
 
 /// The structures of a table, and the entry points that lead to it.
 class SmbiosBuilder {

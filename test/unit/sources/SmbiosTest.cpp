@@ -296,7 +296,7 @@ TEST_F(HostSmbios, StructureIsFoundByTypeAndName) {
   SmbiosStructure structure;
   EXPECT_TRUE(FindStructure(table, 2, 4, "name", &structure));
   EXPECT_EQ(structure.Type, 2);
-  EXPECT_EQ(structure.Data - table.Data, 24);
+  EXPECT_EQ(structure.Data - table.Data, 11 + 12);
   EXPECT_FALSE(FindStructure(table, 3, 4, "name", &structure));
   EXPECT_FALSE(FindStructure(table, 2, 4, "Name", &structure));
   EXPECT_FALSE(FindStructure(table, 2, 4, "nam", &structure));
