@@ -11,7 +11,6 @@
 #include <vector>
 
 #include "test/firmware/FakeFirmware.h"
-#include "test/unit/sources/LowMemory.h"
 
 extern "C" {
 #include <Guid/SmBios.h>
@@ -63,15 +62,16 @@ class SmbiosBuilder {
     Publish3(machine);
   }
 
-  /// The same by an entry point of SMBIOS 2, whose address has 32 bits.
-  void Install2(fake::Firmware &machine) {
+  /// The same by an entry point of SMBIOS 2. Its address has 32 bits, so that Bytes must have been
+  /// placed somewhere by the caller; see LowMemory.h.
+  void Install2(fake::Firmware &machine, const UINT8 *placed) {
     Entry2 = {};
     std::memcpy(Entry2.AnchorString, "_SM_", 4);
     Entry2.EntryPointLength = sizeof(Entry2);
     Entry2.MajorVersion = 2;
     std::memcpy(Entry2.IntermediateAnchorString, "_DMI_", 5);
     Entry2.TableLength = static_cast<UINT16>(Bytes.size());
-    Entry2.TableAddress = static_cast<UINT32>(reinterpret_cast<UINTN>(low_.Place(Bytes)));
+    Entry2.TableAddress = static_cast<UINT32>(reinterpret_cast<UINTN>(placed));
     Publish2(machine);
   }
 
@@ -113,7 +113,6 @@ class SmbiosBuilder {
   }
 
   std::vector<UINT8> placed_;
-  LowMemory low_;
   std::vector<UINT8> published3_ = std::vector<UINT8>(sizeof(SMBIOS_TABLE_3_0_ENTRY_POINT));
   std::vector<UINT8> published2_ = std::vector<UINT8>(sizeof(SMBIOS_TABLE_ENTRY_POINT));
 };
