@@ -94,7 +94,9 @@ void UseView(Host *host, UINT16 width, UINT16 height) {
 }
 
 void Use(const std::vector<UINT8> &bytes) {
-  const HostServices services = {nullptr, ReadClock, WriteLog, FindGop, Allocate, Free};
+  const HostServices services = {
+      nullptr, ReadClock, WriteLog, FindGop, Allocate, Free, nullptr, nullptr,
+  };
   const FontFile fonts[kFaceCount] = {};
   Host host;
   InitializeHost(&host, services, fonts);

@@ -53,7 +53,9 @@ EFI_STATUS EFIAPI TakeBoard(OBV_PROTOCOL *This, VOID **data, UINTN *size) {
 }
 
 void InstallHost(fake::Firmware *machine) {
-  const obv_host::HostServices services = {nullptr, ReadClock, WriteLog, FindGop, Allocate, Free};
+  const obv_host::HostServices services = {
+      nullptr, ReadClock, WriteLog, FindGop, Allocate, Free, nullptr, nullptr,
+  };
   const obv_host::FontFile fonts[obv_host::kFaceCount] = {};
   obv_host::InitializeHost(&gBoard.Host, services, fonts);
   gBoard.Host.Protocol.GetResourceData = TakeBoard;

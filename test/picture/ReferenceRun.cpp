@@ -38,7 +38,9 @@ fake::StringTable Texts() {
 }  // namespace
 
 ReferenceRun::ReferenceRun() {
-  const obv_host::HostServices services = {nullptr, ReadClock, WriteLog, FindGop, Allocate, Free};
+  const obv_host::HostServices services = {
+      nullptr, ReadClock, WriteLog, FindGop, Allocate, Free, nullptr, nullptr,
+  };
   obv_host::FontFile fonts[obv_host::kFaceCount];
   for (UINT8 face = 0; face < obv_host::kFaceCount; face++) {
     fonts[face] = obv_host::EmbeddedFont(face);

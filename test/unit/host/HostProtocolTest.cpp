@@ -21,6 +21,8 @@ class HostProtocol : public testing::Test {
         .FindGop = FindGop,
         .Allocate = Allocate,
         .Free = Free,
+        .MeetHardware = MeetHardware,
+        .AskHardware = nullptr,
     };
     const FontFile fonts[kFaceCount] = {{"first", 5}, {nullptr, 0}, {"third", 6}};
     InitializeHost(&TheHost, services, fonts);
@@ -47,6 +49,7 @@ class HostProtocol : public testing::Test {
   UINT64 Now = 0;
   std::string Log;
   int AllocationsLeft = 1000;
+  int Meetings = 0;
   EFI_GRAPHICS_OUTPUT_PROTOCOL Gop = {};
 
  private:
@@ -59,6 +62,7 @@ class HostProtocol : public testing::Test {
     *gop = &Self(context)->Gop;
     return EFI_SUCCESS;
   }
+  static void MeetHardware(void *context) { Self(context)->Meetings++; }
   static void *Allocate(void *context, UINTN size) {
     if (Self(context)->AllocationsLeft-- <= 0) {
       return nullptr;
@@ -124,6 +128,22 @@ TEST_F(HostProtocol, WithoutABoardNothingIsHandedOut) {
   EXPECT_EQ(Protocol->GetResourceData(Protocol, &data, &size), EFI_NOT_READY);
   EXPECT_EQ(components, nullptr);
   EXPECT_EQ(data, nullptr);
+}
+
+TEST_F(HostProtocol, HardwareIsMetAtTheStartOfEachView) {
+  OBV_COMPONENT *components = nullptr;
+  EXPECT_EQ(Parse(&components), EFI_NOT_READY);
+  EXPECT_EQ(Meetings, 0) << "without a board";
+  const std::vector<UINT8> bytes = BoardParts::Sound().Bytes();
+  ASSERT_EQ(Use(bytes), EFI_SUCCESS);
+  EXPECT_EQ(Meetings, 0);
+  EXPECT_EQ(Parse(&components), EFI_SUCCESS);
+  EXPECT_EQ(Meetings, 1);
+  EXPECT_EQ(Parse(&components), EFI_SUCCESS);
+  EXPECT_EQ(Meetings, 2);
+  TheHost.Services.MeetHardware = nullptr;
+  EXPECT_EQ(Parse(&components), EFI_SUCCESS);
+  EXPECT_EQ(Meetings, 2);
 }
 
 TEST_F(HostProtocol, BoardIsPublished) {

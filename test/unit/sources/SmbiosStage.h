@@ -9,6 +9,7 @@
 
 #include "test/firmware/Run.h"
 #include "test/unit/sources/HostCpuid.h"
+#include "test/unit/sources/LowMemory.h"
 #include "test/unit/sources/SmbiosTable.h"
 
 #include "host/sources/Smbios.h"
@@ -30,6 +31,9 @@ class SmbiosStage : public testing::Test {
     Table.Install(Machine);
     return ReadAgain(read, name, bank);
   }
+
+  /// Publishes the table as one of SMBIOS 2.
+  void InstallOld() { Table.Install2(Machine, low_.Place(Table.Bytes)); }
 
   /// Asks without publishing the table.
   EFI_STATUS ReadAgain(ReadHardware read, const std::string &name = "",
@@ -77,6 +81,9 @@ class SmbiosStage : public testing::Test {
   fake::Firmware Machine;
   SmbiosBuilder Table;
   Facts Told = {};
+
+ private:
+  LowMemory low_;
 };
 
 }  // namespace obv_host

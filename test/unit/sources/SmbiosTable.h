@@ -4,8 +4,6 @@
 
 #pragma once
 
-#include <sys/mman.h>
-
 #include <algorithm>
 #include <cstring>
 #include <numeric>
@@ -20,44 +18,6 @@ extern "C" {
 }
 
 namespace obv_host {
-
-/// Pages whose addresses have 32 bits. What lies in them ends with the last page, and behind that
-/// no memory is: a read beyond it ends the test.
-class LowMemory {
- public:
-  LowMemory() = default;
-  LowMemory(const LowMemory &) = delete;
-  LowMemory &operator=(const LowMemory &) = delete;
-  ~LowMemory() { Release(); }
-
-  UINT8 *Place(const std::vector<UINT8> &bytes) {
-    Release();
-    size_t pages = (bytes.size() + kPage - 1) / kPage * kPage;
-    size_ = pages + kPage;
-    base_ = mmap(nullptr, size_, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_32BIT,
-                 -1, 0);
-    if (base_ == MAP_FAILED) {
-      std::abort();
-    }
-    mprotect(static_cast<UINT8 *>(base_) + pages, kPage, PROT_NONE);
-    UINT8 *start = static_cast<UINT8 *>(base_) + pages - bytes.size();
-    std::memcpy(start, bytes.data(), bytes.size());
-    return start;
-  }
-
- private:
-  static constexpr size_t kPage = 4096;
-
-  void Release() {
-    if (base_ != nullptr) {
-      munmap(base_, size_);
-      base_ = nullptr;
-    }
-  }
-
-  void *base_ = nullptr;
-  size_t size_ = 0;
-};
 
 /// The structures of a table, and the entry points that lead to it.
 class SmbiosBuilder {
@@ -102,15 +62,16 @@ class SmbiosBuilder {
     Publish3(machine);
   }
 
-  /// The same by an entry point of SMBIOS 2, whose address has 32 bits.
-  void Install2(fake::Firmware &machine) {
+  /// The same by an entry point of SMBIOS 2. Its address has 32 bits, so that Bytes must have been
+  /// placed somewhere by the caller; see LowMemory.h.
+  void Install2(fake::Firmware &machine, const UINT8 *placed) {
     Entry2 = {};
     std::memcpy(Entry2.AnchorString, "_SM_", 4);
     Entry2.EntryPointLength = sizeof(Entry2);
     Entry2.MajorVersion = 2;
     std::memcpy(Entry2.IntermediateAnchorString, "_DMI_", 5);
     Entry2.TableLength = static_cast<UINT16>(Bytes.size());
-    Entry2.TableAddress = static_cast<UINT32>(reinterpret_cast<UINTN>(low_.Place(Bytes)));
+    Entry2.TableAddress = static_cast<UINT32>(reinterpret_cast<UINTN>(placed));
     Publish2(machine);
   }
 
@@ -152,7 +113,6 @@ class SmbiosBuilder {
   }
 
   std::vector<UINT8> placed_;
-  LowMemory low_;
   std::vector<UINT8> published3_ = std::vector<UINT8>(sizeof(SMBIOS_TABLE_3_0_ENTRY_POINT));
   std::vector<UINT8> published2_ = std::vector<UINT8>(sizeof(SMBIOS_TABLE_ENTRY_POINT));
 };
