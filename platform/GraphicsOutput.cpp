@@ -146,8 +146,11 @@ EFI_STATUS RecoverScreenContent(UINT16, UINT16) {
   const OBV_SHARED_STATE *shared = gHost.SharedState;
   bool everywhere = shared->RestoreAllOutputsB != 0 || shared->RestoreAllOutputsA != 0;
   EFI_GRAPHICS_OUTPUT_PROTOCOL *inUse = gHost.Gop;
-  ForEachOutput(list, [=](EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
-    if (everywhere || gop == inUse) {
+  bool found = false;
+  ForEachOutput(list, [=, &found](EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
+    // One interface may stand on two handles.
+    if (everywhere || (gop == inUse && !found)) {
+      found = true;
       (void)gop->Blt(gop, gRun.ScreenBackup, EfiBltBufferToVideo, 0, 0, 0, 0,
                      gGeometry.PreviousWidth, gGeometry.PreviousHeight, 0);
     }

@@ -35,6 +35,17 @@ EFI_GRAPHICS_OUTPUT_PROTOCOL *ChooseOutput(const GopList &list) {
   return candidate;
 }
 
+/// NULL when none has a mode of the setup's size.
+EFI_GRAPHICS_OUTPUT_PROTOCOL *LastOutputForSetup(const GopList &list) {
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *last = nullptr;
+  ForEachOutput(list, [&](EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
+    if (FindGopMode(gop, gGeometry.PreviousHeight, gGeometry.PreviousWidth) != kNoGopMode) {
+      last = gop;
+    }
+  });
+  return last;
+}
+
 /// Remembers the handle of the output in use.
 void WatchOutput(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
   gHotPlug.WatchedGop = gop;
@@ -68,6 +79,7 @@ void MoveView() {
   // at the same address.
   WatchOutput(chosen);
   if (chosen != nullptr) {
+    gHotPlug.Lost = false;
     ShowViewOn(chosen);
     return;
   }
@@ -133,15 +145,17 @@ void LeaveLostOutput() {
   LogError(kOutputGone);
   // Also when no other is found it must not be called any more.
   gHost.Gop = nullptr;
+  gHotPlug.Lost = true;
   MoveView();
   gBS->RestoreTPL(tpl);
 }
 
 void ReplaceLostOutput() {
-  if (IsOutputThere()) {
+  if (!IsOutputThere()) {
+    LogError(kOutputGone);
+  } else if (!gHotPlug.Lost) {
     return;
   }
-  LogError(kOutputGone);
   GopList list = {};
-  gHost.Gop = EFI_ERROR(GetAllGopPrrotocol(&list)) ? nullptr : ChooseOutput(list);
+  gHost.Gop = EFI_ERROR(GetAllGopPrrotocol(&list)) ? nullptr : LastOutputForSetup(list);
 }

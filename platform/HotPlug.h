@@ -16,6 +16,8 @@ struct HotPlugState {
   /// The handle of the output in use, looked up when the view moves; NULL when no handle has it.
   EFI_GRAPHICS_OUTPUT_PROTOCOL *WatchedGop;
   EFI_HANDLE WatchedHandle;
+  /// The output in use went while the view was up, and no other can show the view.
+  bool Lost;
 };
 
 extern HotPlugState gHotPlug;
@@ -39,8 +41,8 @@ void CloseHotPlugDetector();
 /// Goes the notification's way for an output that is gone.
 void LeaveLostOutput();
 
-/// At the end: puts another output, or none, in the place of one that is gone, so that the setup's
-/// screen goes to where it can be seen. Draws nothing.
+/// At the end: puts another output that can show the setup's screen, or none, in the place of one
+/// that is gone, so that the screen goes to where it can be seen. Draws nothing.
 void ReplaceLostOutput();
 
 /// Keeps the view on an output that can show it: the one in use, else the last

@@ -58,6 +58,19 @@ TEST_F(LostOutput, WithoutAnotherOneTheApplicationEnds) {
   EXPECT_TRUE(Host.Logged("No Gop support current resolution!\nNow app exit...\n"));
 }
 
+TEST_F(LostOutput, WithoutAnotherOneForTheViewTheSetupScreenGoesToOneThatCanShowThat) {
+  Install({{1280, 1024}, {1024, 768}});
+  fake::GraphicsOutput &other = AddSetupScreen({{800, 600}, {1280, 1024}});
+  std::vector<UINT32> setup = Machine.Output(0).Picture();
+  fake::RunResult result = RunWithLoss([this] { MovePointer(); });
+  EXPECT_EQ(result.Status, EFI_SUCCESS);
+  EXPECT_TRUE(Host.Logged("No Gop support current resolution!\nNow app exit...\n"));
+  EXPECT_EQ(other.Width(), 1280u);
+  EXPECT_EQ(other.Picture(), setup);
+  Lines errors = Host.LogTexts(OBV_LOG_ERROR);
+  EXPECT_EQ(std::count(errors.begin(), errors.end(), kGone), 1);
+}
+
 TEST_F(LostOutput, WithNoneLeftTheApplicationEnds) {
   Install();
   fake::RunResult result = RunWithLoss([this] { MovePointer(); });

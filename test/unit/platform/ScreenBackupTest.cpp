@@ -112,6 +112,28 @@ TEST_F(ScreenBackup, AnOutputInUseThatIsGoneIsNotWrittenTo) {
   EXPECT_EQ(Calls(), Lines{});
 }
 
+TEST_F(ScreenBackup, AnOutputInUseOnTwoHandlesIsWrittenToOnce) {
+  auto &output = Machine.AddOutput({{8, 8}});
+  EFI_HANDLE second = Machine.Install(fake::kGraphicsOutputGuid, output.Protocol());
+  gHost.Gop = output.Protocol();
+  SaveScreen(8, 8, 0x445566);
+  EXPECT_EQ(RecoverScreenContent(8, 8), EFI_SUCCESS);
+  EXPECT_EQ(Calls(), Lines{"Gop.Blt(gop0, BufferToVideo, 0, 0, 0, 0, 8, 8, 0) = Success"});
+  Machine.Uninstall(second, fake::kGraphicsOutputGuid, output.Protocol());
+}
+
+TEST_F(ScreenBackup, Of257OutputsTheFirst256AreWrittenTo) {
+  for (int i = 0; i < 257; i++) {
+    Machine.AddOutput({{1, 1}});
+  }
+  gHost.Gop = Machine.Output(0).Protocol();
+  Host.State.RestoreAllOutputsA = 1;
+  SaveScreen(1, 1, 0x445566);
+  EXPECT_EQ(RecoverScreenContent(1, 1), EFI_SUCCESS);
+  EXPECT_TRUE(IsAll(Machine.Output(255), 0x445566));
+  EXPECT_TRUE(IsAll(Machine.Output(256), 0));
+}
+
 TEST_F(ScreenBackup, TheSetupScreensSizeIsThatOfTheSetup) {
   gHost.Gop = Machine.AddOutput({{16, 12}}).Protocol();
   SaveScreen(8, 4, 0x445566);
