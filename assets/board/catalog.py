@@ -92,9 +92,7 @@ def usb(name: str, place: str, token: int, kind: str, hardware: list[Hardware]) 
 
 
 ENTRIES = [
-    Entry(
-        "CPU", "cpu", "top", 0x2001, [text("Socket", "B1S-24")], hardware=[("processor", "boot")]
-    ),
+    Entry("CPU", "cpu", "top", 0x2001, hardware=[("processor", "boot")]),
     memory("DIMM_A1", "A"),
     memory("DIMM_A2", "A"),
     memory("DIMM_B1", "B"),

@@ -66,7 +66,7 @@ void WritePci(const Presence &device, InventoryWork *work, InventoryText *text) 
     bool is = named.BaseClass == identity.BaseClass &&
               (named.SubClass == kAnySubClass || named.SubClass == identity.SubClass);
     if (is && NameByNodes(named.Kind, NodesOfDevice(device), &work->Hardware)) {
-      WriteHardware(named.Word, work, text);
+      WriteHardware(named.Word, Places::kAll, work, text);
     }
   }
 }
@@ -85,16 +85,17 @@ void WriteUsb(const Presence &device, InventoryWork *work, InventoryText *text) 
   USB_DEVICE_PATH node;
   CopyMem(&node, last.Path, sizeof(node));
   if (node.InterfaceNumber == 0 && NameByNodes(kHardwareUsb, nodes, &work->Hardware)) {
-    WriteHardware("usb", work, text);
+    WriteHardware("usb", Places::kAll, work, text);
   }
 }
 
-void WriteSataPort(const PathNodes &controller, UINT16 port, UINT16 multiplier, InventoryWork *work,
+void WriteSataPort(const PathNodes &controller, UINT16 port, InventoryWork *work,
                    InventoryText *text) {
+  constexpr UINT16 kNoMultiplier = 0xFFFF;
   const SATA_DEVICE_PATH node = {
       .Header = {MESSAGING_DEVICE_PATH, MSG_SATA_DP, {sizeof(node), 0}},
       .HBAPortNumber = port,
-      .PortMultiplierPortNumber = multiplier,
+      .PortMultiplierPortNumber = kNoMultiplier,
       .Lun = 0,
   };
   UINT8 path[kHardwareNameSize];
@@ -105,21 +106,16 @@ void WriteSataPort(const PathNodes &controller, UINT16 port, UINT16 multiplier, 
   CopyMem(path + controller.Size, &node, sizeof(node));
   PathNodes nodes = {.Path = path, .Size = controller.Size + sizeof(node)};
   if (NameByNodes(kHardwareSata, nodes, &work->Hardware)) {
-    WriteHardware("sata", work, text);
+    WriteHardware("sata", Places::kUsed, work, text);
   }
 }
 
-/// Ports and the devices at them; a driver that never ends its list is left.
+/// Every port that AHCI can have: EDK2's driver lists those with disks alone.
 void WriteSata(const Presence &device, InventoryWork *work, InventoryText *text) {
-  constexpr UINTN kMostPorts = 64;
-  auto *ata = static_cast<EFI_ATA_PASS_THRU_PROTOCOL *>(device.Interface);
+  constexpr UINT16 kPorts = 32;
   PathNodes controller = NodesOfDevice(device);
-  UINT16 port = MAX_UINT16;
-  for (UINTN i = 0; i < kMostPorts && !EFI_ERROR(ata->GetNextPort(ata, &port)); ++i) {
-    UINT16 multiplier = MAX_UINT16;
-    if (!EFI_ERROR(ata->GetNextDevice(ata, port, &multiplier))) {
-      WriteSataPort(controller, port, multiplier, work, text);
-    }
+  for (UINT16 port = 0; port < kPorts; ++port) {
+    WriteSataPort(controller, port, work, text);
   }
 }
 
@@ -129,7 +125,7 @@ void WriteSensor(const Presence &device, InventoryWork *work, InventoryText *tex
   work->Hardware.Kind = kHardwareSensor;
   // The last byte of the name is its end, whatever the driver left there.
   CopyMem(work->Hardware.Name, sensor->Name, sizeof(sensor->Name) - 1);
-  WriteHardware("sensor", work, text);
+  WriteHardware("sensor", Places::kAll, work, text);
 }
 
 }  // namespace

@@ -50,7 +50,7 @@ bool QuoteHardware(const BoardHardware &hardware, CHAR8 (&quoted)[kQuotedSize]) 
 
 }  // namespace
 
-void WriteHardware(const CHAR8 *kind, InventoryWork *work, InventoryText *text) {
+void WriteHardware(const CHAR8 *kind, Places places, InventoryWork *work, InventoryText *text) {
   const BoardHardware &hardware = work->Hardware;
   CHAR8 name[kQuotedSize];
   CHAR8 bank[2 * kHardwareBankSize];
@@ -60,6 +60,9 @@ void WriteHardware(const CHAR8 *kind, InventoryWork *work, InventoryText *text) 
   Presence presence = {};
   ZeroMem(&work->Told, sizeof(work->Told));
   EFI_STATUS status = SourceOf(hardware.Kind)->Read(hardware, &work->Told, &presence);
+  if (status == EFI_NOT_FOUND && places == Places::kUsed) {
+    return;
+  }
   WriteComment(work->Told, status, text);
   if (hardware.Kind == kHardwareMemory && QuoteName(hardware.Bank, bank, sizeof(bank))) {
     AddLine(text, "  - %a: {locator: \"%a\", bank: \"%a\"}", kind, name, bank);

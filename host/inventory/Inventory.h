@@ -19,9 +19,14 @@ struct InventoryWork {
 /// as a comment, and its name in the form that a component's `hardware` takes.
 void WriteInventory(InventoryWork *work, InventoryText *text);
 
-/// One piece of hardware of work->Hardware, unless a board cannot name it. Parts of
-/// WriteInventory, one a file.
-void WriteHardware(const CHAR8 *kind, InventoryWork *work, InventoryText *text);
+/// Whether a place with nothing in it has a line: so it has where the PC tells of each
+/// place, as of its memory slots.
+enum class Places { kAll, kUsed };
+
+/// One piece of hardware, work->Hardware, unless a board cannot name it.
+void WriteHardware(const CHAR8 *kind, Places places, InventoryWork *work, InventoryText *text);
+
+/// Parts of WriteInventory, one a file.
 void WriteTableHardware(InventoryWork *work, InventoryText *text);
 void WriteDeviceHardware(InventoryWork *work, InventoryText *text);
 

@@ -48,7 +48,7 @@ void WriteOfType(const SmbiosTable &table, const NamedType &named, InventoryWork
       SmbiosTextField(structure, named.BankField, name);
       CopyName(name, work->Hardware.Bank, sizeof(work->Hardware.Bank));
     }
-    WriteHardware(named.Word, work, text);
+    WriteHardware(named.Word, Places::kAll, work, text);
   }
 }
 

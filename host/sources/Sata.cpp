@@ -103,7 +103,7 @@ void TellType(UINT16 rotation, Facts *facts) {
   if (rotation == kNotRotating) {
     TellFact(facts, OBV_INFO_DESCRIPTION, "Type", "SSD");
   } else if (rotation >= kSlowest && rotation != kReserved) {
-    TellFact(facts, OBV_INFO_DESCRIPTION, "Type", "Hard disk, %u rpm",
+    TellFact(facts, OBV_INFO_DESCRIPTION, "Type", "Hard disk, %u RPM",
              static_cast<UINT32>(rotation));
   } else {
     TellFact(facts, OBV_INFO_DESCRIPTION, "Type", "Disk");

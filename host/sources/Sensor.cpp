@@ -49,7 +49,7 @@ struct Quantity {
 
 /// Indexed by OBV_SENSOR_READING.Quantity.
 constexpr Quantity kQuantities[] = {
-    {"Speed", "rpm", 1, 1, 0},
+    {"Speed", "RPM", 1, 1, 0},
     {"Temperature", "C", 10, 1, 1},
     {"Voltage", "V", 1000, 10, 2},
     {"Power", "W", 1000, 100, 1},

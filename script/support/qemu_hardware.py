@@ -83,7 +83,7 @@ def _structures() -> list[smbios.Structure]:
         smbios.memory_slot("DIMM_B1", "Channel B", 0, 0, ""),
         smbios.memory_slot("DIMM_B2", "Channel B", 8, 5600, "BS56-8G-A"),
         smbios.fan("SYS_FAN1", 1500),
-        smbios.fan("SYS_FAN2", 1500, smbios.STATUS_NON_RECOVERABLE),
+        smbios.fan("SYS_FAN2", 1500, smbios.STATUS_CRITICAL),
         smbios.temperature_probe("CHIPSET", 470, 1050),
         smbios.slot("PCIEX16_1", 1, WIDTH_X16, in_use=True),
         smbios.slot("PCIEX1_1", 3, WIDTH_X1, in_use=False),

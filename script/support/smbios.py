@@ -15,7 +15,7 @@ DIMM = 0x09
 SYNCHRONOUS = 0x80
 MEGABYTES_LIMIT = 0x7FFF  # larger modules stand in the extended size
 STATUS_OK = 3
-STATUS_NON_RECOVERABLE = 5
+STATUS_CRITICAL = 5
 UNKNOWN = 0x8000
 
 

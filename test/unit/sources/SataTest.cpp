@@ -59,7 +59,7 @@ TEST_F(Sata, RotatingDiskTellsItsSpeedAndTheCapacityOfLargeSectors) {
   UINT64 sectors = 976'754'646;  // 4 TB in sectors of 4096 bytes
   std::memcpy(&Disk.Words[100], &sectors, sizeof sectors);
   DeviceAnswer answer = AskPort();
-  EXPECT_EQ(answer.Line("Type"), "Hard disk, 7200 rpm");
+  EXPECT_EQ(answer.Line("Type"), "Hard disk, 7200 RPM");
   EXPECT_EQ(answer.Line("Capacity"), "4 TB");
 }
 

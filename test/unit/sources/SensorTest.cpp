@@ -35,7 +35,7 @@ TEST_F(Sensor, ReadingIsToldWithItsUnitAndItsBounds) {
   Fan.At(Machine);
   DeviceAnswer answer = AskFan();
   EXPECT_EQ(answer.Status, EFI_SUCCESS);
-  EXPECT_THAT(answer.Lines(), ElementsAre("Speed: 1200 rpm", "Allowed: 600 to 2400 rpm"));
+  EXPECT_THAT(answer.Lines(), ElementsAre("Speed: 1200 RPM", "Allowed: 600 to 2400 RPM"));
   EXPECT_EQ(answer.Where.Handle, Fan.Handle);
 }
 
@@ -64,7 +64,7 @@ TEST_F(Sensor, CriticalReadingIsToldAndFails) {
   Fan.At(Machine);
   DeviceAnswer answer = AskFan();
   EXPECT_EQ(answer.Status, EFI_DEVICE_ERROR);
-  EXPECT_THAT(answer.Lines(), ElementsAre("Speed: 300 rpm", "Allowed: 600 to 2400 rpm",
+  EXPECT_THAT(answer.Lines(), ElementsAre("Speed: 300 RPM", "Allowed: 600 to 2400 RPM",
                                           "Health: Failing: outside what is allowed"));
 }
 
@@ -143,7 +143,7 @@ TEST_F(DemoSensors, TheyCanBeReadAndLeaveAgain) {
   ASSERT_EQ(ObvDemoSensorsEntryPoint(Machine.ImageHandle, &Machine.SystemTable), EFI_SUCCESS);
   DeviceAnswer processor = AskNamed("CPU fan");
   EXPECT_EQ(processor.Status, EFI_SUCCESS);
-  EXPECT_THAT(processor.Line("Speed"), testing::MatchesRegex("1[2-8].0 rpm"));
+  EXPECT_THAT(processor.Line("Speed"), testing::MatchesRegex("1[2-8].0 RPM"));
   EXPECT_EQ(AskNamed("Case fan").Status, EFI_DEVICE_ERROR);
   EXPECT_THAT(AskNamed("Board").Line("Temperature"), testing::MatchesRegex("3[4-8]\\.. C"));
   EXPECT_EQ(AskNamed("Pump").Status, EFI_NOT_FOUND);
