@@ -12,6 +12,7 @@ from support.qemu_disk import make_image
 APPLICATION = "Boardscope.efi"
 HOST = "ObvHost.efi"
 PROBE = "SystemProbe.efi"
+DEMO_SENSORS = "ObvDemoSensors.efi"
 # OVMF has no driver for USB pointers.
 POINTER_DRIVERS = ("UsbMouseDxe.efi", "UsbTabletDxe.efi")
 BOARD = "EFI/Boardscope/board.bin"

@@ -8,7 +8,7 @@ import yaml
 
 from computer import PATIENCE, Computer, boot
 from conftest import CLONE, FOLDER, programs
-from support.qemu_boot import HOST
+from support.qemu_boot import DEMO_SENSORS, HOST
 from support.qemu_disk import read_file
 from support.qemu_hardware import BRAND, LAN_ADDRESS, Stick, demo_options
 from test_pointer import tablet_to
@@ -26,7 +26,7 @@ def demo() -> Iterator[Computer]:
     """The computer of script/run, its host loaded and no view shown yet."""
     folder = FOLDER / "demo"
     with boot(folder, programs(), hardware=demo_options(folder)) as computer:
-        computer.load("ObvDemoSensors.efi")
+        computer.load(DEMO_SENSORS)
         yield computer
 
 
