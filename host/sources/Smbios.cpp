@@ -169,9 +169,7 @@ void SmbiosText(const SmbiosStructure &structure, UINT8 number, CHAR8 *buffer, U
   for (UINT8 passed = 1; passed < number && text < structure.End; ++passed) {
     text += LengthOf(text, structure.End) + 1;
   }
-  if (text >= structure.End) {
-    return;
-  }
+  // At the end, nothing is left to measure.
   UINTN length = Trim(&text, LengthOf(text, structure.End));
   UINTN kept = length < size ? length : size - 1;
   for (UINTN i = 0; i < kept; ++i) {

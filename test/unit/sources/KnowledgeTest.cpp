@@ -109,6 +109,13 @@ TEST_F(HostKnowledge, BoardWithoutHardwareTakesNothing) {
   EXPECT_EQ(Ask(), EFI_NOT_FOUND);
 }
 
+TEST_F(HostKnowledge, HardwareOfNoComponentTakesNothing) {
+  Parts.AddHardware(kFan, kHardwareSensor, "FAN");
+  Parts.Components.clear();
+  EXPECT_EQ(Start(), EFI_SUCCESS);
+  EXPECT_EQ(Machine.Pool.LiveBlocks(), 0U);
+}
+
 TEST_F(HostKnowledge, WithoutMemoryNothingBegins) {
   size_t events = Machine.Events.LiveCount();
   Parts.AddHardware(kFan, kHardwareSensor, "FAN");
@@ -217,6 +224,22 @@ TEST_F(HostKnowledge, ReplacementIsReadAnew) {
   Unplug(handle, &first);
   Plug(&second);
   EXPECT_EQ(Ask(), EFI_DEVICE_ERROR);
+  EXPECT_EQ(first.Readings, 1);
+  EXPECT_EQ(second.Readings, 1);
+}
+
+TEST_F(HostKnowledge, ReplacementInPlaceIsNoticedWithoutAWatch) {
+  Parts.AddHardware(kFan, kHardwareSensor, "FAN");
+  FakeSensor first("FAN");
+  FakeSensor second("FAN");
+  EFI_HANDLE handle = Plug(&first);
+  Machine.Install(gEfiUsbIoProtocolGuid, this, handle);  // Keeps the handle alive.
+  Machine.FailCall(fake::Service::RegisterProtocolNotify, 1, EFI_OUT_OF_RESOURCES, fake::kForever);
+  ASSERT_EQ(Start(), EFI_SUCCESS);
+  EXPECT_EQ(Ask(), EFI_SUCCESS);
+  Unplug(handle, &first);
+  Machine.Install(gObvSensorProtocolGuid, &second.Protocol, handle);
+  EXPECT_EQ(Ask(), EFI_SUCCESS);
   EXPECT_EQ(first.Readings, 1);
   EXPECT_EQ(second.Readings, 1);
 }

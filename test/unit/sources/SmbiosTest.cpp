@@ -262,6 +262,12 @@ TEST_F(HostSmbios, StructureWithoutStringsHasNoText) {
   EXPECT_EQ(TextOf(2), "");
 }
 
+TEST_F(HostSmbios, NoStructureHasNoText) {
+  CHAR8 text[kSmbiosTextSize] = "before";
+  SmbiosText(SmbiosStructure{}, 1, text, sizeof(text));
+  EXPECT_STREQ(text, "");
+}
+
 TEST_F(HostSmbios, TextsAreTrimmedAndPrintable) {
   Table.Add(1, Named{}, {"  two words \t ", "a\x01\x7F\xE9z", "   "}, kNamedLength);
   EXPECT_EQ(TextOf(1), "two words");
