@@ -75,8 +75,8 @@ if(BOARDSCOPE_FUZZ)
     get_filename_component(target ${source} NAME_WE)
     add_executable(boardscope_fuzz_${target} ${source})
     target_link_libraries(
-      boardscope_fuzz_${target} PRIVATE boardscope_own boardscope_fake boardscope_host
-                                        boardscope_host_blobs boardscope_app
+      boardscope_fuzz_${target} PRIVATE boardscope_own boardscope_fake boardscope_host_driver
+                                        boardscope_host boardscope_host_blobs boardscope_app
     )
     target_link_options(boardscope_fuzz_${target} PRIVATE -fsanitize=fuzzer)
     boardscope_wrap(boardscope_fuzz_${target} ${target})
