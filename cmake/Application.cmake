@@ -31,10 +31,12 @@ target_link_libraries(
   PRIVATE boardscope_own boardscope_freestanding boardscope_counted
 )
 
-# The driver around it, with the sources of hardware. Who links it supplies the I/O ports.
+# The driver around it, with the sources of hardware, the demo sensors and the inventory. Who links it
+# supplies the I/O ports.
 file(
   GLOB host_driver_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/host/uefi/*.cpp
-  ${PROJECT_SOURCE_DIR}/host/sources/*.cpp ${PROJECT_SOURCE_DIR}/host/inventory/*.cpp
+  ${PROJECT_SOURCE_DIR}/host/sources/*.cpp ${PROJECT_SOURCE_DIR}/host/demo/*.cpp
+  ${PROJECT_SOURCE_DIR}/host/inventory/*.cpp
 )
 add_library(boardscope_host_driver STATIC ${host_driver_sources})
 target_link_libraries(

@@ -35,7 +35,7 @@ EFI_STATUS ReadFan(const BoardHardware &hardware, Facts *facts, Presence *) {
   TellWord(facts, OBV_INFO_DESCRIPTION, "Type", WordFor(kDevices, TypeBits(device)));
   UINT16 speed = SmbiosField(record, OFFSET_OF(Record, NominalSpeed), kUnknownSpeed);
   if (speed != kUnknownSpeed && speed != 0) {
-    TellFact(facts, OBV_INFO_DESCRIPTION, "Nominal speed", "%d rpm", speed);
+    TellFact(facts, OBV_INFO_DESCRIPTION, "Nominal speed", "%d RPM", speed);
   }
   UINT8 group = SmbiosField<UINT8>(record, OFFSET_OF(Record, CoolingUnitGroup), 0);
   if (group != 0) {

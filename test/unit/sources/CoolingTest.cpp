@@ -28,7 +28,7 @@ class HostFan : public SmbiosStage {
 TEST_F(HostFan, TellsWhatTheFirmwareKnows) {
   EXPECT_EQ(ReadWith(kOk | 5, 1200), EFI_SUCCESS);
   EXPECT_THAT(Lines(),
-              ElementsAre("Type: Chip fan", "Nominal speed: 1200 rpm", "Cooling group: 2"));
+              ElementsAre("Type: Chip fan", "Nominal speed: 1200 RPM", "Cooling group: 2"));
 }
 
 TEST_F(HostFan, IsAbsentWithoutARecordOfItsName) {

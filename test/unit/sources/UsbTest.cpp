@@ -122,9 +122,9 @@ TEST_F(Usb, InterfaceThatDescribesNothingLeavesTheTypeOpen) {
 }
 
 TEST_F(Usb, TextsOfOddCharactersAreCleaned) {
-  Device.Texts[2] = u" Ma\u00FCs#\u0007\uD83D ";
+  Device.Texts[2] = u" Ma\u00FCs#\a\U0001F600 ";
   Device.At(Machine, Controller().Usb(3));
-  EXPECT_EQ(AskPort().Line("Product"), "Ma?s##??");
+  EXPECT_EQ(AskPort().Line("Product"), "Ma?s##???");
 }
 
 TEST_F(Usb, LongestTextIsReadAndNoFurther) {
