@@ -6,8 +6,8 @@ namespace {
 
 /// What a PCI device of this class is named as.
 struct NamedClass {
-  HardwareKind Kind;
   const CHAR8 *Word;
+  HardwareKind Kind;
   UINT8 BaseClass;
   UINT8 SubClass;
 };
@@ -17,12 +17,12 @@ constexpr UINT8 kNvmeSubClass = 0x08;
 constexpr UINT8 kHdAudioSubClass = 0x03;
 
 constexpr NamedClass kNamedClasses[] = {
-    {kHardwarePcie, "pcie", PCI_CLASS_BRIDGE, PCI_CLASS_BRIDGE_P2P},
-    {kHardwareNvme, "nvme", PCI_CLASS_MASS_STORAGE, kNvmeSubClass},
-    {kHardwareNetwork, "network", PCI_CLASS_NETWORK, kAnySubClass},
-    {kHardwareDisplay, "display", PCI_CLASS_DISPLAY, kAnySubClass},
-    {kHardwareAudio, "audio", PCI_CLASS_MEDIA, PCI_CLASS_MEDIA_AUDIO},
-    {kHardwareAudio, "audio", PCI_CLASS_MEDIA, kHdAudioSubClass},
+    {"pcie", kHardwarePcie, PCI_CLASS_BRIDGE, PCI_CLASS_BRIDGE_P2P},
+    {"nvme", kHardwareNvme, PCI_CLASS_MASS_STORAGE, kNvmeSubClass},
+    {"network", kHardwareNetwork, PCI_CLASS_NETWORK, kAnySubClass},
+    {"display", kHardwareDisplay, PCI_CLASS_DISPLAY, kAnySubClass},
+    {"audio", kHardwareAudio, PCI_CLASS_MEDIA, PCI_CLASS_MEDIA_AUDIO},
+    {"audio", kHardwareAudio, PCI_CLASS_MEDIA, kHdAudioSubClass},
 };
 
 /// False when the path has no room in a board.

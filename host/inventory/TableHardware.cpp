@@ -6,25 +6,25 @@ namespace {
 
 /// Where the structures of a type keep the text by which a board names them.
 struct NamedType {
-  HardwareKind Kind;
   const CHAR8 *Word;
+  HardwareKind Kind;
   UINT8 Type;
   UINT8 NameField;
   UINT8 BankField;  ///< 0: there is none.
 };
 
 constexpr NamedType kNamedTypes[] = {
-    {kHardwareProcessor, "processor", SMBIOS_TYPE_PROCESSOR_INFORMATION,
+    {"processor", kHardwareProcessor, SMBIOS_TYPE_PROCESSOR_INFORMATION,
      OFFSET_OF(SMBIOS_TABLE_TYPE4, Socket), 0},
-    {kHardwareMemory, "memory", SMBIOS_TYPE_MEMORY_DEVICE,
+    {"memory", kHardwareMemory, SMBIOS_TYPE_MEMORY_DEVICE,
      OFFSET_OF(SMBIOS_TABLE_TYPE17, DeviceLocator), OFFSET_OF(SMBIOS_TABLE_TYPE17, BankLocator)},
-    {kHardwareFan, "fan", SMBIOS_TYPE_COOLING_DEVICE, OFFSET_OF(SMBIOS_TABLE_TYPE27, Description),
+    {"fan", kHardwareFan, SMBIOS_TYPE_COOLING_DEVICE, OFFSET_OF(SMBIOS_TABLE_TYPE27, Description),
      0},
-    {kHardwareProbe, "probe", SMBIOS_TYPE_TEMPERATURE_PROBE,
+    {"probe", kHardwareProbe, SMBIOS_TYPE_TEMPERATURE_PROBE,
      OFFSET_OF(SMBIOS_TABLE_TYPE28, Description), 0},
-    {kHardwareSlot, "slot", SMBIOS_TYPE_SYSTEM_SLOTS,
+    {"slot", kHardwareSlot, SMBIOS_TYPE_SYSTEM_SLOTS,
      OFFSET_OF(SMBIOS_TABLE_TYPE9, SlotDesignation), 0},
-    {kHardwarePort, "port", SMBIOS_TYPE_PORT_CONNECTOR_INFORMATION,
+    {"port", kHardwarePort, SMBIOS_TYPE_PORT_CONNECTOR_INFORMATION,
      OFFSET_OF(SMBIOS_TABLE_TYPE8, ExternalReferenceDesignator), 0},
 };
 

@@ -31,10 +31,10 @@ using ReadHardware = EFI_STATUS (*)(const BoardHardware &hardware, Facts *facts,
                                     Presence *presence);
 
 struct Source {
-  HardwareKind Kind;
   ReadHardware Read;
   /// Whose arrival makes another look worth while; NULL for what cannot arrive.
   const EFI_GUID *Arrives;
+  HardwareKind Kind;
   /// Whether what it tells changes by itself, as a temperature does.
   bool Ages;
 };

@@ -3,21 +3,21 @@
 namespace obv_host {
 
 const Source kSources[kSourceCount] = {
-    {kHardwareProcessor, ReadProcessor, nullptr, false},
-    {kHardwareMemory, ReadMemory, nullptr, false},
-    {kHardwareMemoryTotal, ReadMemoryTotal, nullptr, false},
-    {kHardwarePcie, ReadPcie, &gEfiPciIoProtocolGuid, true},
-    {kHardwareNvme, ReadNvme, &gEfiNvmExpressPassThruProtocolGuid, true},
-    {kHardwareSata, ReadSata, &gEfiAtaPassThruProtocolGuid, true},
-    {kHardwareUsb, ReadUsb, &gEfiUsbIoProtocolGuid, false},
-    {kHardwareNetwork, ReadNetwork, &gEfiSimpleNetworkProtocolGuid, true},
-    {kHardwareAudio, ReadAudio, &gEfiPciIoProtocolGuid, false},
-    {kHardwareDisplay, ReadDisplay, &gEfiGraphicsOutputProtocolGuid, false},
-    {kHardwareFan, ReadFan, nullptr, false},
-    {kHardwareProbe, ReadProbe, nullptr, false},
-    {kHardwareSlot, ReadSlot, nullptr, false},
-    {kHardwarePort, ReadPort, nullptr, false},
-    {kHardwareSensor, ReadSensor, &gObvSensorProtocolGuid, true},
+    {ReadProcessor, nullptr, kHardwareProcessor, false},
+    {ReadMemory, nullptr, kHardwareMemory, false},
+    {ReadMemoryTotal, nullptr, kHardwareMemoryTotal, false},
+    {ReadPcie, &gEfiPciIoProtocolGuid, kHardwarePcie, true},
+    {ReadNvme, &gEfiNvmExpressPassThruProtocolGuid, kHardwareNvme, true},
+    {ReadSata, &gEfiAtaPassThruProtocolGuid, kHardwareSata, true},
+    {ReadUsb, &gEfiUsbIoProtocolGuid, kHardwareUsb, false},
+    {ReadNetwork, &gEfiSimpleNetworkProtocolGuid, kHardwareNetwork, true},
+    {ReadAudio, &gEfiPciIoProtocolGuid, kHardwareAudio, false},
+    {ReadDisplay, &gEfiGraphicsOutputProtocolGuid, kHardwareDisplay, false},
+    {ReadFan, nullptr, kHardwareFan, false},
+    {ReadProbe, nullptr, kHardwareProbe, false},
+    {ReadSlot, nullptr, kHardwareSlot, false},
+    {ReadPort, nullptr, kHardwarePort, false},
+    {ReadSensor, &gObvSensorProtocolGuid, kHardwareSensor, true},
 };
 
 const Source *SourceOf(UINT16 kind) {

@@ -1,8 +1,5 @@
-#include <map>
+#include "test/unit/host/HostStage.h"
 
-#include "test/unit/host/HostBoardBytes.h"
-
-#include "host/portable/Host.h"
 #include "host/portable/HostLog.h"
 #include "host/portable/HostSlots.h"
 #include "host/portable/Texts.h"
@@ -10,74 +7,7 @@
 namespace obv_host {
 namespace {
 
-/// A host on services in memory, reached through its protocol alone.
-class HostProtocol : public testing::Test {
- protected:
-  void SetUp() override {
-    const HostServices services = {
-        .Context = this,
-        .ReadClock = ReadClock,
-        .WriteLog = WriteLog,
-        .FindGop = FindGop,
-        .Allocate = Allocate,
-        .Free = Free,
-        .MeetHardware = MeetHardware,
-        .AskHardware = nullptr,
-    };
-    const FontFile fonts[kFaceCount] = {{"first", 5}, {nullptr, 0}, {"third", 6}};
-    InitializeHost(&TheHost, services, fonts);
-    Protocol = &TheHost.Protocol;
-    Shared = Protocol->SharedState;
-  }
-
-  void TearDown() override {
-    ReleaseHost(&TheHost);
-    EXPECT_TRUE(blocks_.empty()) << "memory that the host kept";
-  }
-
-  EFI_STATUS Use(const std::vector<UINT8> &bytes) {
-    return UseBoard(&TheHost, "test board", bytes.data(), bytes.size());
-  }
-
-  EFI_STATUS Parse(OBV_COMPONENT **components) {
-    return Protocol->ParseComponents(Protocol, components, 180, 320, 1080, 1920, 0.75, 1.0, 1.0);
-  }
-
-  Host TheHost;
-  OBV_PROTOCOL *Protocol = nullptr;
-  OBV_SHARED_STATE *Shared = nullptr;
-  UINT64 Now = 0;
-  std::string Log;
-  int AllocationsLeft = 1000;
-  int Meetings = 0;
-  EFI_GRAPHICS_OUTPUT_PROTOCOL Gop = {};
-
- private:
-  static HostProtocol *Self(void *context) { return static_cast<HostProtocol *>(context); }
-  static UINT64 ReadClock(void *context) { return Self(context)->Now; }
-  static void WriteLog(void *context, const CHAR8 *line, UINTN size) {
-    Self(context)->Log.append(line, size);
-  }
-  static EFI_STATUS FindGop(void *context, EFI_GRAPHICS_OUTPUT_PROTOCOL **gop) {
-    *gop = &Self(context)->Gop;
-    return EFI_SUCCESS;
-  }
-  static void MeetHardware(void *context) { Self(context)->Meetings++; }
-  static void *Allocate(void *context, UINTN size) {
-    if (Self(context)->AllocationsLeft-- <= 0) {
-      return nullptr;
-    }
-    auto block = std::make_unique<std::vector<UINT8>>(size, 0xCC);
-    void *address = block->data();
-    Self(context)->blocks_[address] = std::move(block);
-    return address;
-  }
-  static void Free(void *context, void *memory) {
-    EXPECT_EQ(Self(context)->blocks_.erase(memory), 1U);
-  }
-
-  std::map<void *, std::unique_ptr<std::vector<UINT8>>> blocks_;
-};
+class HostProtocol : public HostStage {};
 
 TEST_F(HostProtocol, EveryUsedSlotIsThere) {
   EXPECT_NE(Protocol->GetTime, nullptr);
@@ -265,21 +195,6 @@ TEST_F(HostProtocol, FontsByIndex) {
   EXPECT_EQ(Protocol->GetFontData(Protocol, 0, nullptr, &data, &size), EFI_INVALID_PARAMETER);
 }
 
-TEST_F(HostProtocol, LogIsOneLinePerCall) {
-  Protocol->DebugPrint(OBV_LOG_INFO, "[%a] %d %S %r\n", "Name", 7, u"wide", EFI_NOT_FOUND);
-  Protocol->DebugPrint(OBV_LOG_ERROR, "no end");
-  Protocol->DebugPrint(OBV_LOG_ERROR, "");
-  EXPECT_EQ(Log, "[Name] 7 wide Not Found\nno end\n\n");
-}
-
-TEST_F(HostProtocol, LongLogMessageIsCutAndStillEnds) {
-  std::string text(5000, 'x');
-  Protocol->DebugPrint(OBV_LOG_INFO, "%a\n", text.c_str());
-  EXPECT_EQ(Log.size(), kLogLineSize - 1);
-  EXPECT_EQ(Log.back(), '\n');
-  EXPECT_EQ(Log.find('\n'), Log.size() - 1);
-}
-
 TEST_F(HostProtocol, OptionSearchNamesTheOption) {
   std::vector<UINT8> bytes = BoardParts::Sound().Bytes();
   ASSERT_EQ(Use(bytes), EFI_SUCCESS);
@@ -291,27 +206,6 @@ TEST_F(HostProtocol, OptionSearchNamesTheOption) {
   EXPECT_EQ(Log, "[Host] Setup would show option 0xBEEF of component 1, FAN 1\n");
   Shared->JumpComponentIndex = 2;
   EXPECT_EQ(Protocol->FindBiosOption(Protocol), EFI_NOT_FOUND);
-}
-
-TEST_F(HostProtocol, EndOfLifeHooksAreLogged) {
-  Shared->JumpRequested = 1;
-  Shared->FocusIndex = 12;
-  Shared->SelectedCategory = 8;
-  Shared->PointerX = 640;
-  Shared->PointerY = 480;
-  EXPECT_EQ(Protocol->AfterAppLife(Protocol), EFI_SUCCESS);
-  EXPECT_EQ(Protocol->UnsupportedResolution(Protocol), EFI_SUCCESS);
-  EXPECT_EQ(Log,
-            "[Host] Application ended: jump 1, focus 12, category 8, pointer 640 480\n"
-            "[Host] No display mode suits the view\n");
-}
-
-TEST_F(HostProtocol, ReleasedHostLogsNothing) {
-  OBV_DEBUG_PRINT print = Protocol->DebugPrint;
-  ReleaseHost(&TheHost);
-  print(OBV_LOG_ERROR, "too late\n");
-  EXPECT_EQ(Log, "");
-  SetUp();
 }
 
 }  // namespace
