@@ -25,7 +25,7 @@ class DeviceStage : public testing::Test {
   fake::Firmware Machine;
 };
 
-inline constexpr uint64_t kMostFailures = 200;
+inline constexpr uint64_t kMostFailures = 40;
 
 /// Asks a source again and again, on a machine of `devices` each time, while call 1, 2, 3, ... of
 /// each service fails that searching and reading devices uses. Every answer must keep its

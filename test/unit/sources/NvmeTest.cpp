@@ -145,10 +145,12 @@ TEST_F(Nvme, ImpossibleCapacitiesAreLeftOut) {
   space.LbaFormat[0].Lbads = 9;
   std::memcpy(Drive.Namespace.data(), &space, sizeof space);
   EXPECT_EQ(AskDrive().Line("Capacity"), "(none)") << "more than counts";
-  space.Nsze = 1000;
-  space.LbaFormat[0].Lbads = 200;
-  std::memcpy(Drive.Namespace.data(), &space, sizeof space);
-  EXPECT_EQ(AskDrive().Line("Capacity"), "(none)") << "blocks of an impossible size";
+  space.Nsze = 100'000;
+  for (UINT8 exponent : {8, 17, 63, 64, 200}) {
+    space.LbaFormat[0].Lbads = exponent;
+    std::memcpy(Drive.Namespace.data(), &space, sizeof space);
+    EXPECT_EQ(AskDrive().Line("Capacity"), "(none)") << "blocks of 2 to the " << int{exponent};
+  }
   Drive.NamespaceFailure = EFI_DEVICE_ERROR;
   EXPECT_EQ(AskDrive().Line("Capacity"), "(none)");
 }
