@@ -84,8 +84,9 @@ EFI_STATUS ReadAlternatives(const Board &board, const BoardComponent &component,
     ZeroMem(&known->Told, sizeof(known->Told));
     ZeroMem(&known->Where, sizeof(known->Where));
     EFI_STATUS status = source->Read(hardware, &known->Told, &known->Where);
+    // What is not there may come without an arrival, as a fan at its sensor.
+    known->Ages = known->Ages || source->Ages;
     if (status != EFI_NOT_FOUND) {
-      known->Ages = source->Ages;
       return status;
     }
   }

@@ -23,7 +23,7 @@ inline constexpr UINT64 kAgePause = 1'000;
 /// What is known of one component's hardware.
 struct KnownComponent {
   bool Read;
-  bool Ages;  ///< Of the source that answered.
+  bool Ages;  ///< Of one of the sources that were asked.
   UINT64 ReadTime;
   /// Arrivals of what its sources wait for, when it was read.
   UINT64 Arrivals;

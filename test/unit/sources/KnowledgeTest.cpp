@@ -17,6 +17,9 @@ struct FakeSensor {
     static_assert(OFFSET_OF(FakeSensor, Protocol) == 0);
     auto *sensor = reinterpret_cast<FakeSensor *>(This);
     sensor->Readings++;
+    if (!sensor->Plugged) {
+      return EFI_NOT_FOUND;
+    }
     *reading = {OBV_SENSOR_SPEED, sensor->State, sensor->Value, 0, 0};
     return EFI_SUCCESS;
   }
@@ -25,6 +28,7 @@ struct FakeSensor {
   UINT32 State = OBV_SENSOR_WELL;
   INT32 Value = 1200;
   int Readings = 0;
+  bool Plugged = true;
 };
 
 /// Knowledge of a board on a machine with a clock.
@@ -282,6 +286,23 @@ TEST_F(HostKnowledge, OneReadingASecondIsForAge) {
   Machine.Clock.Advance(1);
   Ask(kFan);
   EXPECT_EQ(two.Readings, 2);
+}
+
+// As a fan that is put onto its header: its sensor was there all the time.
+TEST_F(HostKnowledge, WhatASensorMissesIsAskedForAgainWhenItsAnswerIsOld) {
+  Parts.AddHardware(kFan, kHardwareSensor, "FAN");
+  Parts.AddHardware(kFan, kHardwareMemory, "DIMM");
+  FakeSensor sensor("FAN");
+  sensor.Plugged = false;
+  Plug(&sensor);
+  AddModule("DIMM");
+  ASSERT_EQ(Start(), EFI_SUCCESS);
+  EXPECT_EQ(Ask(), EFI_SUCCESS);
+  EXPECT_EQ(Line("Size"), "1 GB");
+  sensor.Plugged = true;
+  Machine.Clock.Advance(30'000);
+  EXPECT_EQ(Ask(), EFI_SUCCESS);
+  EXPECT_EQ(Line("Speed"), "1200 RPM");
 }
 
 TEST_F(HostKnowledge, DeviceThatStartsIsAskedAgainWhenItsAnswerIsOld) {
