@@ -8,12 +8,16 @@
 
 namespace obv_setup {
 
+#pragma pack(1)
+
 /// The variable, and what the form browser edits. OBV_SETUP_DATA of the pages
 /// states the same layout.
 struct Settings {
   OBV_SETUP_LOOK Look;
   UINT8 Options[kOptionCount];
 };
+
+#pragma pack()
 
 static_assert(OFFSET_OF(Settings, Options) == 4);
 static_assert(sizeof(Settings) == 4 + kOptionCount);

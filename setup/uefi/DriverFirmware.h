@@ -7,6 +7,9 @@
 extern "C" {
 #include <Uefi.h>
 
+// For the header of the firmware volume's protocol.
+#include <Pi/PiFirmwareFile.h>
+
 #include <Library/BaseLib.h>
 #include <Library/BaseMemoryLib.h>
 #include <Library/DevicePathLib.h>
