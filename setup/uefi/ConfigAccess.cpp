@@ -14,7 +14,7 @@ constexpr const char16_t *kVariableName = u"ObvSetup";
 /// "&OFFSET=0&WIDTH=" and sixteen digits, with room to spare.
 constexpr UINTN kElementLength = 48;
 
-bool IsOurs(const CHAR16 *request) {
+bool IsOurs(CONST EFI_STRING request) {
   EFI_GUID vendor = OBV_SETUP_VARIABLE_GUID;
   return HiiIsConfigHdrMatch(request, &vendor, Ucs2(kVariableName)) != FALSE;
 }

@@ -7,8 +7,8 @@
 extern "C" {
 #include <Uefi.h>
 
-// For the header of the firmware volume's protocol.
-#include <Pi/PiFirmwareFile.h>
+// For the protocol of firmware volumes.
+#include <PiDxe.h>
 
 #include <Library/BaseLib.h>
 #include <Library/BaseMemoryLib.h>
