@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""Writes what the setup's driver is made of beside its sources: its pages in VFR, their texts in six
-languages, and the driver's tables, from the board's description and texts.yaml.
+"""Writes what the setup's driver is made of beside its sources: its pages in VFR, their texts in
+six languages, and the driver's tables, from the board's description and texts.yaml.
 
 Files are rewritten only when their content changes, so that builds stay incremental.
 """
@@ -16,7 +16,6 @@ sys.path[:0] = [str(HERE), str(HERE.parent / "tool")]
 from boardtool.cli import DESCRIPTION
 from boardtool.problems import BoardError
 from boardtool.reading import read_board
-
 from formset import files, glyphs, vfr
 from formset.building import build
 from formset.model import Formset, FormsetError

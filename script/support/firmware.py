@@ -17,6 +17,7 @@ TOOLCHAIN = "GCC5"
 IMAGES = (
     "Boardscope",
     "ObvHost",
+    "ObvSetup",
     "SystemProbe",
     "UsbMouseDxe",
     "UsbTabletDxe",
@@ -45,6 +46,7 @@ def build(target: str) -> None:
 def _build(target: str) -> None:
     make_workspace()
     embed_host_files()
+    generate_setup_files()
     run_edk2(f"Building the EFI files ({target})", "Boardscope/Boardscope.dsc", target)
     output = output_folder(target)
     check_constructors(output)
@@ -109,6 +111,14 @@ def embed_host_files() -> None:
     for font in paths.FONT_FILES:
         command += ["--font", font]
     run("Embedding the default board and the fonts in the reference host", command)
+
+
+def generate_setup_files() -> None:
+    """Writes the setup's pages, their texts and the tables of its driver."""
+    python = paths.venv_dir() / "bin" / "python"
+    command: list[str | Path] = [python, paths.CLONE / "setup" / "generate.py"]
+    command += ["--board-dir", paths.CLONE / "assets" / "board", "--font", paths.FONT_FILES[1]]
+    run("Writing the pages of the setup", [*command, "--out", paths.BUILD / "setup"])
 
 
 def check_constructors(output: Path) -> None:

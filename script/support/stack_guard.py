@@ -23,6 +23,7 @@ GUARDED = {
         "third_party/freetype/FreeType.inf": "TT_Load_Glyph",
     },
     "ObvHost": {"host/ObvHost.inf": "_ZN8obv_host14HostDebugPrint"},
+    "ObvSetup": {"setup/ObvSetup.inf": "_ZN9obv_setup12LoadSettings"},
 }
 
 

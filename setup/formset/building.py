@@ -4,7 +4,6 @@ from collections.abc import Sequence
 
 from boardtool.limits import CATEGORIES
 from boardtool.model import Component
-
 from formset import kinds, model
 from formset.model import Entry, Formset, FormsetError, Page, Question
 from formset.texts import Texts

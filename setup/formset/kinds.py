@@ -50,9 +50,7 @@ def _choice(name: str, texts: Texts) -> Text:
     return texts.get(text, number, number=number)
 
 
-def option(
-    kind: Kind, number: int, index: int, names: Sequence[str], texts: Texts
-) -> Question:
+def option(kind: Kind, number: int, index: int, names: Sequence[str], texts: Texts) -> Question:
     """The option of a token, which the components `names` have in common."""
     return Question(
         number=number,
