@@ -92,9 +92,8 @@ bool IsWanted(const Span &opcode, const FormWalk &walk, const Wanted &wanted) {
       walk.FormDepth == 0 || walk.Place.FormId == 0) {
     return false;
   }
-  bool inFormSet =
-      wanted.FormSet == nullptr ||
-      CompareMem(wanted.FormSet, &walk.Place.FormSet, sizeof(walk.Place.FormSet)) == 0;
+  bool inFormSet = wanted.FormSet == nullptr ||
+                   CompareMem(wanted.FormSet, &walk.Place.FormSet, sizeof(walk.Place.FormSet)) == 0;
   return inFormSet && ReadWord(opcode.Data + kNumber) == wanted.Question;
 }
 

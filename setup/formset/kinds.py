@@ -67,7 +67,7 @@ def points(
     number: int, index: int, mode: Question, name: str, texts: Texts
 ) -> tuple[Question, ...]:
     """The points of a fan's curve, each a temperature and a duty; numbered from `number` on."""
-    found = []
+    found: list[Question] = []
     for place, point in enumerate(CURVE, 1):
         for what, default in zip(("temperature", "duty"), point, strict=True):
             position = len(found)

@@ -72,9 +72,8 @@ EFI_STATUS AnswerLanguage(const CallbackServices &services, const BrowserCall &c
     return EFI_SUCCESS;
   }
   if (call.Action == EFI_BROWSER_ACTION_CHANGED) {
-    return call.Value->u8 < kLanguageCount
-               ? services.SetLanguage(services.Context, call.Value->u8)
-               : EFI_INVALID_PARAMETER;
+    return call.Value->u8 < kLanguageCount ? services.SetLanguage(services.Context, call.Value->u8)
+                                           : EFI_INVALID_PARAMETER;
   }
   return EFI_UNSUPPORTED;
 }

@@ -21,8 +21,7 @@ UINTN LengthWithin(const CHAR8 *text, UINTN limit) {
 }
 
 bool SameText(const CHAR8 *left, UINTN leftLength, const CHAR8 *right, UINTN rightLength) {
-  return leftLength == rightLength && leftLength != 0 &&
-         AsciiStrnCmp(left, right, leftLength) == 0;
+  return leftLength == rightLength && leftLength != 0 && AsciiStrnCmp(left, right, leftLength) == 0;
 }
 
 }  // namespace
@@ -36,8 +35,8 @@ UINT8 LanguageIndex(const CHAR8 *data, UINTN size) {
   }
   for (UINT8 i = 0; i < kLanguageCount; ++i) {
     const CHAR8 *code = kLanguageCodes[i];
-    if (length != 0 && SameText(data, PrimaryLength(data, length), code,
-                                PrimaryLength(code, AsciiStrLen(code)))) {
+    if (length != 0 &&
+        SameText(data, PrimaryLength(data, length), code, PrimaryLength(code, AsciiStrLen(code)))) {
       return i;
     }
   }

@@ -93,9 +93,8 @@ EFI_STATUS EFIAPI RouteConfig(CONST EFI_HII_CONFIG_ACCESS_PROTOCOL *,
   Settings settings;
   LoadSettings(&settings);
   UINTN size = sizeof(settings);
-  EFI_STATUS status =
-      gHiiConfigRouting->ConfigToBlock(gHiiConfigRouting, configuration,
-                                       reinterpret_cast<UINT8 *>(&settings), &size, progress);
+  EFI_STATUS status = gHiiConfigRouting->ConfigToBlock(
+      gHiiConfigRouting, configuration, reinterpret_cast<UINT8 *>(&settings), &size, progress);
   if (EFI_ERROR(status)) {
     return status;
   }
@@ -123,12 +122,9 @@ EFI_STATUS EFIAPI Callback(CONST EFI_HII_CONFIG_ACCESS_PROTOCOL *, EFI_BROWSER_A
       .GetLanguage = GetDriverLanguage,
       .SetLanguage = SetDriverLanguage,
   };
-  return AnswerBrowser(services, &gDriver.Link,
-                       {.Action = action,
-                        .Question = question,
-                        .Type = type,
-                        .Value = value,
-                        .Request = request});
+  return AnswerBrowser(
+      services, &gDriver.Link,
+      {.Action = action, .Question = question, .Type = type, .Value = value, .Request = request});
 }
 
 }  // namespace

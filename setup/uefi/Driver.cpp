@@ -55,9 +55,8 @@ EFI_STATUS UninstallProtocols() {
 
 EFI_STATUS AddPages() {
   EFI_GUID listGuid = OBV_SETUP_FORMSET_GUID;
-  gDriver.Pages =
-      HiiAddPackages(&listGuid, gDriver.Handle, ObvSetupStrings, ObvSetupFormsBin,
-                     const_cast<UINT8 *>(kGlyphPackages), nullptr);
+  gDriver.Pages = HiiAddPackages(&listGuid, gDriver.Handle, ObvSetupStrings, ObvSetupFormsBin,
+                                 const_cast<UINT8 *>(kGlyphPackages), nullptr);
   return gDriver.Pages == nullptr ? EFI_OUT_OF_RESOURCES : EFI_SUCCESS;
 }
 

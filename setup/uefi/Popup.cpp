@@ -23,8 +23,8 @@ EFI_STRING_ID MessageOf(Trouble trouble) {
 
 void ShowTrouble(EFI_HII_HANDLE pages, Trouble trouble) {
   EFI_HII_POPUP_PROTOCOL *popup = nullptr;
-  EFI_STATUS status = gBS->LocateProtocol(&gEfiHiiPopupProtocolGuid, nullptr,
-                                          reinterpret_cast<VOID **>(&popup));
+  EFI_STATUS status =
+      gBS->LocateProtocol(&gEfiHiiPopupProtocolGuid, nullptr, reinterpret_cast<VOID **>(&popup));
   if (!EFI_ERROR(status)) {
     (void)popup->CreatePopup(popup, EfiHiiPopupStyleError, EfiHiiPopupTypeOk, pages,
                              MessageOf(trouble), nullptr);

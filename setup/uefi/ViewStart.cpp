@@ -22,8 +22,8 @@ struct FirmwareFileNode {
 
 EFI_LOADED_IMAGE_PROTOCOL *ImageOf(EFI_HANDLE handle) {
   EFI_LOADED_IMAGE_PROTOCOL *image = nullptr;
-  EFI_STATUS status = gBS->HandleProtocol(handle, &gEfiLoadedImageProtocolGuid,
-                                          reinterpret_cast<VOID **>(&image));
+  EFI_STATUS status =
+      gBS->HandleProtocol(handle, &gEfiLoadedImageProtocolGuid, reinterpret_cast<VOID **>(&image));
   return EFI_ERROR(status) ? nullptr : image;
 }
 
