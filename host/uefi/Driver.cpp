@@ -110,8 +110,7 @@ EFI_STATUS Publish(EFI_HANDLE imageHandle) {
   if (EFI_ERROR(status)) {
     return status;
   }
-  status =
-      StartKnowledge(gDriver.Contract.Services, gDriver.Contract.ActiveBoard, &gDriver.Hardware);
+  status = StartKnowledge(gDriver.Contract.Services, gDriver.Contract.ActiveBoard, &gDriver.Hardware);
   if (EFI_ERROR(status)) {
     HostDebugPrint(OBV_LOG_ERROR, "[Host] No memory to know the hardware: %r\n", status);
     return status;

@@ -17,7 +17,7 @@ struct Driver {
   Clock Timer;
   LogPorts Ports;
   EFI_HII_HANDLE Strings;
-  VOID *BoardFile;  ///< Pool block of the user's board, if one is in use.
+  VOID *BoardFile;            ///< Pool block of the user's board, if one is in use.
   Knowledge Hardware;
   EFI_HANDLE ProtocolHandle;  ///< Carries OBV_PROTOCOL once it is installed.
 };
