@@ -1,5 +1,5 @@
-"""The firmware's screen as its serial console shows it: the characters at their places, and which of
-them stand out."""
+"""The firmware's screen as its serial console shows it: the characters at their places, and which
+of them stand out."""
 
 import re
 import unicodedata
