@@ -1,7 +1,6 @@
 #include "setup/uefi/ConfigAccess.h"
 
 #include "setup/portable/Callback.h"
-#include "setup/uefi/Driver.h"
 #include "setup/uefi/PlatformLanguage.h"
 #include "setup/uefi/Popup.h"
 #include "setup/uefi/SettingsVariable.h"
@@ -19,13 +18,19 @@ bool IsOurs(CONST EFI_STRING request) {
   return HiiIsConfigHdrMatch(request, &vendor, Ucs2(kVariableName)) != FALSE;
 }
 
+static_assert(OFFSET_OF(ConfigAccess, Protocol) == 0, "AccessOf relies on it");
+
+const ConfigAccess &AccessOf(CONST EFI_HII_CONFIG_ACCESS_PROTOCOL *This) {
+  return *reinterpret_cast<const ConfigAccess *>(This);
+}
+
 /// A request for all values in pool memory, behind the given header or the driver's own; NULL
 /// without memory.
-CHAR16 *RequestForAll(const CHAR16 *header) {
+CHAR16 *RequestForAll(EFI_HANDLE driver, const CHAR16 *header) {
   EFI_GUID vendor = OBV_SETUP_VARIABLE_GUID;
   CHAR16 *own = nullptr;
   if (header == nullptr) {
-    own = HiiConstructConfigHdr(&vendor, Ucs2(kVariableName), gDriver.Handle);
+    own = HiiConstructConfigHdr(&vendor, Ucs2(kVariableName), driver);
     header = own;
   }
   if (header == nullptr) {
@@ -52,8 +57,9 @@ EFI_STATUS Answer(CONST EFI_STRING request, EFI_STRING *progress, EFI_STRING *re
 
 /// The browser may leave out which values it wants, or everything. Progress then points into a
 /// request that is not the caller's, and says at least whether all went well.
-EFI_STATUS AnswerForAll(CONST EFI_STRING request, EFI_STRING *progress, EFI_STRING *results) {
-  CHAR16 *all = RequestForAll(request);
+EFI_STATUS AnswerForAll(EFI_HANDLE driver, CONST EFI_STRING request, EFI_STRING *progress,
+                        EFI_STRING *results) {
+  CHAR16 *all = RequestForAll(driver, request);
   if (all == nullptr) {
     return EFI_OUT_OF_RESOURCES;
   }
@@ -66,8 +72,9 @@ EFI_STATUS AnswerForAll(CONST EFI_STRING request, EFI_STRING *progress, EFI_STRI
   return status;
 }
 
-EFI_STATUS EFIAPI ExtractConfig(CONST EFI_HII_CONFIG_ACCESS_PROTOCOL *, CONST EFI_STRING request,
-                                EFI_STRING *progress, EFI_STRING *results) {
+EFI_STATUS EFIAPI ExtractConfig(CONST EFI_HII_CONFIG_ACCESS_PROTOCOL *This,
+                                CONST EFI_STRING request, EFI_STRING *progress,
+                                EFI_STRING *results) {
   if (progress == nullptr || results == nullptr) {
     return EFI_INVALID_PARAMETER;
   }
@@ -76,7 +83,7 @@ EFI_STATUS EFIAPI ExtractConfig(CONST EFI_HII_CONFIG_ACCESS_PROTOCOL *, CONST EF
     return EFI_NOT_FOUND;
   }
   if (request == nullptr || StrStr(request, Ucs2(u"OFFSET")) == nullptr) {
-    return AnswerForAll(request, progress, results);
+    return AnswerForAll(AccessOf(This).Handle, request, progress, results);
   }
   return Answer(request, progress, results);
 }
@@ -105,34 +112,43 @@ EFI_STATUS EFIAPI RouteConfig(CONST EFI_HII_CONFIG_ACCESS_PROTOCOL *,
   return SaveSettings(settings);
 }
 
-EFI_STATUS ShowDriverView(void *, Trouble *trouble) {
-  return ShowView(gDriver.ImageHandle, trouble);
+const ConfigAccess &AccessIn(void *context) { return *static_cast<const ConfigAccess *>(context); }
+
+EFI_STATUS ShowDriverView(void *context, Trouble *trouble) {
+  return ShowView(AccessIn(context).Image, trouble);
 }
-void TellDriverUser(void *, Trouble trouble) { ShowTrouble(gDriver.Pages, trouble); }
+void TellDriverUser(void *context, Trouble trouble) {
+  ShowTrouble(AccessIn(context).Pages, trouble);
+}
 UINT8 GetDriverLanguage(void *) { return GetPlatformLanguage(); }
 EFI_STATUS SetDriverLanguage(void *, UINT8 language) { return SetPlatformLanguage(language); }
 
-EFI_STATUS EFIAPI Callback(CONST EFI_HII_CONFIG_ACCESS_PROTOCOL *, EFI_BROWSER_ACTION action,
+EFI_STATUS EFIAPI Callback(CONST EFI_HII_CONFIG_ACCESS_PROTOCOL *This, EFI_BROWSER_ACTION action,
                            EFI_QUESTION_ID question, UINT8 type, EFI_IFR_TYPE_VALUE *value,
                            EFI_BROWSER_ACTION_REQUEST *request) {
+  // The browser promises not to change the protocol; what lies behind it is ours.
+  auto *access = const_cast<ConfigAccess *>(&AccessOf(This));
   const CallbackServices services = {
-      .Context = nullptr,
+      .Context = access,
       .ShowView = ShowDriverView,
       .Tell = TellDriverUser,
       .GetLanguage = GetDriverLanguage,
       .SetLanguage = SetDriverLanguage,
   };
   return AnswerBrowser(
-      services, &gDriver.Link,
+      services, &access->Link,
       {.Action = action, .Question = question, .Type = type, .Value = value, .Request = request});
 }
 
 }  // namespace
 
-void InitializeConfigAccess(EFI_HII_CONFIG_ACCESS_PROTOCOL *access) {
-  access->ExtractConfig = ExtractConfig;
-  access->RouteConfig = RouteConfig;
-  access->Callback = Callback;
+void InitializeConfigAccess(EFI_HANDLE image, ConfigAccess *access) {
+  ZeroMem(access, sizeof(*access));
+  access->Protocol.ExtractConfig = ExtractConfig;
+  access->Protocol.RouteConfig = RouteConfig;
+  access->Protocol.Callback = Callback;
+  access->Image = image;
+  InitializeSetupLink(&access->Link);
 }
 
 }  // namespace obv_setup

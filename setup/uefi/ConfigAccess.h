@@ -5,11 +5,21 @@
 
 #pragma once
 
+#include "setup/portable/SetupLink.h"
 #include "setup/uefi/DriverFirmware.h"
 
 namespace obv_setup {
 
-/// Fills in the functions of a protocol for the driver's handle.
-void InitializeConfigAccess(EFI_HII_CONFIG_ACCESS_PROTOCOL *access);
+/// Protocol is the first member: its functions get the rest back from This.
+struct ConfigAccess {
+  EFI_HII_CONFIG_ACCESS_PROTOCOL Protocol;
+  SetupLink Link;
+  EFI_HANDLE Image;      ///< The driver, beside which the application lies.
+  EFI_HANDLE Handle;     ///< Carries Protocol.
+  EFI_HII_HANDLE Pages;  ///< Of the database, for messages; NULL until they are there.
+};
+
+/// Clears the record and fills in what the browser and the host call.
+void InitializeConfigAccess(EFI_HANDLE image, ConfigAccess *access);
 
 }  // namespace obv_setup

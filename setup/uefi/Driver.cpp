@@ -1,7 +1,7 @@
 #include "setup/uefi/Driver.h"
 
 #include "setup/portable/SelectionRecord.h"
-#include "setup/uefi/ConfigAccess.h"
+#include "setup/portable/SetupPages.h"
 #include "setup/uefi/DamagedStack.h"
 
 // Written by EDK2's form compiler. The array of the texts is in AutoGen.h.
@@ -9,7 +9,7 @@ extern "C" UINT8 ObvSetupFormsBin[];
 
 namespace obv_setup {
 
-Driver gDriver;
+ConfigAccess gAccess;
 
 namespace {
 
@@ -39,8 +39,8 @@ EFI_STATUS InstallProtocols() {
   EFI_GUID setupGuid = OBV_SETUP_PROTOCOL_GUID;
   EFI_GUID handlerGuid = VELT_SETUP_EVENT_HANDLER_PROTOCOL_GUID;
   return gBS->InstallMultipleProtocolInterfaces(
-      &gDriver.Handle, &gEfiDevicePathProtocolGuid, &gDevicePath, &gEfiHiiConfigAccessProtocolGuid,
-      &gDriver.ConfigAccess, &setupGuid, &gDriver.Link.Protocol, &handlerGuid,
+      &gAccess.Handle, &gEfiDevicePathProtocolGuid, &gDevicePath, &gEfiHiiConfigAccessProtocolGuid,
+      &gAccess.Protocol, &setupGuid, &gAccess.Link.Protocol, &handlerGuid,
       &gSelectionRecord.Handler, nullptr);
 }
 
@@ -48,16 +48,16 @@ EFI_STATUS UninstallProtocols() {
   EFI_GUID setupGuid = OBV_SETUP_PROTOCOL_GUID;
   EFI_GUID handlerGuid = VELT_SETUP_EVENT_HANDLER_PROTOCOL_GUID;
   return gBS->UninstallMultipleProtocolInterfaces(
-      gDriver.Handle, &gEfiDevicePathProtocolGuid, &gDevicePath, &gEfiHiiConfigAccessProtocolGuid,
-      &gDriver.ConfigAccess, &setupGuid, &gDriver.Link.Protocol, &handlerGuid,
+      gAccess.Handle, &gEfiDevicePathProtocolGuid, &gDevicePath, &gEfiHiiConfigAccessProtocolGuid,
+      &gAccess.Protocol, &setupGuid, &gAccess.Link.Protocol, &handlerGuid,
       &gSelectionRecord.Handler, nullptr);
 }
 
 EFI_STATUS AddPages() {
   EFI_GUID listGuid = OBV_SETUP_FORMSET_GUID;
-  gDriver.Pages = HiiAddPackages(&listGuid, gDriver.Handle, ObvSetupStrings, ObvSetupFormsBin,
+  gAccess.Pages = HiiAddPackages(&listGuid, gAccess.Handle, ObvSetupStrings, ObvSetupFormsBin,
                                  const_cast<UINT8 *>(kGlyphPackages), nullptr);
-  return gDriver.Pages == nullptr ? EFI_OUT_OF_RESOURCES : EFI_SUCCESS;
+  return gAccess.Pages == nullptr ? EFI_OUT_OF_RESOURCES : EFI_SUCCESS;
 }
 
 }  // namespace
@@ -72,9 +72,7 @@ ObvSetupEntryPoint(EFI_HANDLE imageHandle, EFI_SYSTEM_TABLE *) {
   if (AnotherSetupIsThere()) {
     return EFI_ALREADY_STARTED;
   }
-  gDriver.ImageHandle = imageHandle;
-  InitializeConfigAccess(&gDriver.ConfigAccess);
-  InitializeSetupLink(&gDriver.Link);
+  InitializeConfigAccess(imageHandle, &gAccess);
   InitializeSelectionRecord();
   EFI_STATUS status = InstallProtocols();
   if (EFI_ERROR(status)) {
@@ -92,7 +90,7 @@ extern "C" EFI_STATUS EFIAPI ObvSetupUnload(EFI_HANDLE) {
   if (EFI_ERROR(status)) {
     return status;
   }
-  HiiRemovePackages(gDriver.Pages);
-  ZeroMem(&gDriver, sizeof(gDriver));
+  HiiRemovePackages(gAccess.Pages);
+  ZeroMem(&gAccess, sizeof(gAccess));
   return EFI_SUCCESS;
 }

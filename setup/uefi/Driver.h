@@ -4,21 +4,11 @@
 
 #pragma once
 
-#include "setup/portable/SetupLink.h"
-#include "setup/portable/SetupPages.h"
-#include "setup/uefi/DriverFirmware.h"
+#include "setup/uefi/ConfigAccess.h"
 
 namespace obv_setup {
 
-struct Driver {
-  EFI_HANDLE ImageHandle;
-  EFI_HANDLE Handle;  ///< Carries the protocols below.
-  EFI_HII_CONFIG_ACCESS_PROTOCOL ConfigAccess;
-  SetupLink Link;
-  EFI_HII_HANDLE Pages;
-};
-
-extern Driver gDriver;
+extern ConfigAccess gAccess;
 
 }  // namespace obv_setup
 
