@@ -97,7 +97,7 @@ void RaiseContrast(OBV_CONFIG *config) {
 void Enlarge(OBV_FONT_CHOICE *font) { font->Size = static_cast<UINT8>(font->Size * 3 / 2); }
 
 void EnlargeText(OBV_CONFIG *config) {
-  config->TextRoom = OBV_TEXT_ROOM_GROWS;
+  config->TextRoom = OBV_ROOM_GROWS;
   Enlarge(&config->TitleFont);
   Enlarge(&config->KeyHelpFont);
   Enlarge(&config->FooterFont);
@@ -129,7 +129,7 @@ LookChoice ParseLookChoice(const void *data, UINTN size) {
   }
   CopyMem(&look, data, sizeof(look));
   return {.HighContrast = look.Contrast == OBV_CONTRAST_HIGH,
-          .LargeText = look.TextSize == OBV_TEXT_SIZE_LARGE};
+          .LargeText = look.TextSize == OBV_LETTERS_LARGE};
 }
 
 void AdaptAppearance(const LookChoice &choice, OBV_CONFIG *config) {

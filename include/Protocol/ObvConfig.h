@@ -22,9 +22,9 @@
 #define OBV_MARKER_RED    1
 #define OBV_MARKER_AMBER  2
 
-/// Values of OBV_CONFIG.TextRoom; any other value is OBV_TEXT_ROOM_FIXED.
-#define OBV_TEXT_ROOM_FIXED  0      ///< Title, key help, footer and summary have a fixed room.
-#define OBV_TEXT_ROOM_GROWS  0x47   ///< It grows with the font, for sizes well above the usual.
+/// Values of OBV_CONFIG.TextRoom; any other value is OBV_ROOM_FIXED.
+#define OBV_ROOM_FIXED  0      ///< Title, key help, footer and summary have a fixed room.
+#define OBV_ROOM_GROWS  0x47   ///< It grows with the font, for sizes well above the usual.
 
 typedef struct {
   CHAR8    Name[OBV_FONT_NAME_SIZE];
@@ -61,7 +61,7 @@ typedef struct {
   CHAR8                     FocusLeaderColor[OBV_COLOR_TEXT_SIZE];
   CHAR8                     HotspotColor[OBV_COLOR_TEXT_SIZE];
   UINT8                     MarkerTheme;                            ///< OBV_MARKER_*.
-  UINT8                     TextRoom;                               ///< OBV_TEXT_ROOM_*.
+  UINT8                     TextRoom;                               ///< OBV_ROOM_*.
   UINT8                     Reserved0CE[81];
   OBV_FONT_CHOICE           CalloutFont;                            ///< Callouts and the close button.
   UINT8                     Reserved134[82];

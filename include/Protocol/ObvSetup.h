@@ -50,15 +50,15 @@
 #define OBV_CONTRAST_HIGH      1
 
 /// Values of OBV_SETUP_LOOK.TextSize.
-#define OBV_TEXT_SIZE_STANDARD  0
-#define OBV_TEXT_SIZE_LARGE     1
+#define OBV_LETTERS_STANDARD  0
+#define OBV_LETTERS_LARGE     1
 
 /// How the variable begins. Whoever administers the operating system can write
 /// it: check its size and every value.
 typedef struct {
   UINT16    Layout;     ///< Names the values that follow; they are the setup's alone.
   UINT8     Contrast;   ///< OBV_CONTRAST_*.
-  UINT8     TextSize;   ///< OBV_TEXT_SIZE_*.
+  UINT8     TextSize;   ///< OBV_LETTERS_*.
 } OBV_SETUP_LOOK;
 
 /// A question in an installed formset.

@@ -4,7 +4,7 @@ namespace obv_setup {
 namespace {
 
 bool IsContrast(UINT8 value) { return value <= OBV_CONTRAST_HIGH; }
-bool IsTextSize(UINT8 value) { return value <= OBV_TEXT_SIZE_LARGE; }
+bool IsTextSize(UINT8 value) { return value <= OBV_LETTERS_LARGE; }
 
 void ReadLook(const OBV_SETUP_LOOK &look, Settings *settings) {
   if (IsContrast(look.Contrast)) {
@@ -27,7 +27,7 @@ void ReadOptions(const Settings &read, Settings *settings) {
 
 void SetDefaults(Settings *settings) {
   settings->Look = {
-      .Layout = kLayout, .Contrast = OBV_CONTRAST_STANDARD, .TextSize = OBV_TEXT_SIZE_STANDARD};
+      .Layout = kLayout, .Contrast = OBV_CONTRAST_STANDARD, .TextSize = OBV_LETTERS_STANDARD};
   for (UINTN i = 0; i < kOptionCount; ++i) {
     settings->Options[i] = kOptionRules[i].Default;
   }

@@ -222,7 +222,7 @@ TEST(HostAppearance, LargeTextIsAHalfLarger) {
 
 TEST(HostAppearance, AnyVariableIsALook) {
   EXPECT_FALSE(ParseLookChoice(nullptr, 0).HighContrast);
-  const UINT8 chosen[] = {9, 9, OBV_CONTRAST_HIGH, OBV_TEXT_SIZE_LARGE, 77};
+  const UINT8 chosen[] = {9, 9, OBV_CONTRAST_HIGH, OBV_LETTERS_LARGE, 77};
   for (UINTN size = 0; size < 4; size++) {
     LookChoice cut = ParseLookChoice(chosen, size);
     EXPECT_FALSE(cut.HighContrast || cut.LargeText) << size;

@@ -133,7 +133,7 @@ TEST_F(HostSetupOption, FailingServicesFindNothingAndLeaveNothing) {
 
 TEST_F(HostSetupOption, TheLookIsReadFromTheVariable) {
   EXPECT_FALSE(ReadLookChoice().LargeText);
-  const OBV_SETUP_LOOK look = {1, OBV_CONTRAST_STANDARD, OBV_TEXT_SIZE_LARGE};
+  const OBV_SETUP_LOOK look = {1, OBV_CONTRAST_STANDARD, OBV_LETTERS_LARGE};
   EFI_GUID vendor = OBV_SETUP_VARIABLE_GUID;
   const std::u16string name = u"ObvSetup";
   constexpr UINT32 kAttributes = EFI_VARIABLE_NON_VOLATILE | EFI_VARIABLE_BOOTSERVICE_ACCESS;

@@ -34,7 +34,7 @@ std::vector<UINT8> BytesOf(const Settings &settings) {
 TEST(Settings, DefaultsAreValid) {
   EXPECT_TRUE(AreValid(Defaults()));
   EXPECT_EQ(Defaults().Look.Contrast, OBV_CONTRAST_STANDARD);
-  EXPECT_EQ(Defaults().Look.TextSize, OBV_TEXT_SIZE_STANDARD);
+  EXPECT_EQ(Defaults().Look.TextSize, OBV_LETTERS_STANDARD);
 }
 
 TEST(Settings, DefaultsAreWithinTheirLimits) {
@@ -53,7 +53,7 @@ TEST(Settings, WithoutAVariableAllIsDefault) {
 TEST(Settings, SavedValuesComeBack) {
   Settings saved = Defaults();
   saved.Look.Contrast = OBV_CONTRAST_HIGH;
-  saved.Look.TextSize = OBV_TEXT_SIZE_LARGE;
+  saved.Look.TextSize = OBV_LETTERS_LARGE;
   for (UINTN i = 0; i < kOptionCount; i++) {
     saved.Options[i] = kOptionRules[i].Limit;
   }
@@ -85,12 +85,12 @@ TEST(Settings, LooksThatDoNotExistAreTheUsualOne) {
 TEST(Settings, AnotherLayoutKeepsTheLookAlone) {
   Settings saved = Defaults();
   saved.Look.Layout = static_cast<UINT16>(kLayout + 1);
-  saved.Look.TextSize = OBV_TEXT_SIZE_LARGE;
+  saved.Look.TextSize = OBV_LETTERS_LARGE;
   saved.Options[0] = static_cast<UINT8>(1 - kOptionRules[0].Default);
   EXPECT_FALSE(AreValid(saved));
   Settings read = Read(BytesOf(saved));
   EXPECT_EQ(read.Look.Layout, kLayout);
-  EXPECT_EQ(read.Look.TextSize, OBV_TEXT_SIZE_LARGE);
+  EXPECT_EQ(read.Look.TextSize, OBV_LETTERS_LARGE);
   EXPECT_EQ(read.Options[0], kOptionRules[0].Default);
 }
 
