@@ -51,34 +51,53 @@ void SetTextLook(lv_obj_t *label, const OBV_FONT_CHOICE &font, const CHAR8 *colo
   lv_obj_set_style_text_color(label, ColorOf(color), kMainPart);
 }
 
+/// Height of a line of text; with room that grows, what its font needs if that is more.
+double LineHeight(const OBV_FONT_CHOICE &font) {
+  double height = ScaledY(kTextLineHeight);
+  double needed = lv_font_get_line_height(FontOf(font));
+  return TextRoomGrows() && needed > height ? needed : height;
+}
+
 /// The bottom edge of the title's box lines up with the logo's.
 void FillTitle(lv_obj_t *title, Extent logo) {
   SetTextLook(title, Look().TitleFont, Look().TitleColor);
-  lv_obj_set_size(title, Pixels(ScaledX(kTitleWidth)), Pixels(ScaledY(kTextLineHeight)));
+  lv_obj_set_size(title, Pixels(ScaledX(kTitleWidth)), Pixels(LineHeight(Look().TitleFont)));
   lv_obj_set_pos(title, Pixels(SideMargin() + logo.Width + ScaledX(kTitleGap)),
                  Pixels(UpperRuleY() - ScaledY(kLogoRuleGap) - logo.Height +
-                        (logo.Height - ScaledY(kTextLineHeight)) + 0.0));
+                        (logo.Height - LineHeight(Look().TitleFont)) + 0.0));
   lv_label_set_text(title, LocalizedText(TextId::Title));
 }
 
 /// A line of text across the screen.
-void PlaceCentredLine(lv_obj_t *label, double y) {
-  lv_obj_set_size(label, static_cast<lv_coord_t>(gGeometry.ViewWidth),
-                  Pixels(ScaledY(kTextLineHeight)));
+void PlaceCentredLine(lv_obj_t *label, double y, double height) {
+  lv_obj_set_size(label, static_cast<lv_coord_t>(gGeometry.ViewWidth), Pixels(height));
   lv_obj_set_pos(label, 0, Pixels(y));
   lv_obj_set_style_text_align(label, LV_TEXT_ALIGN_CENTER, kMainPart);
 }
 
+/// The footer and the key help above it move up when they would not fit otherwise.
+double FooterY() {
+  double y = gGeometry.ViewHeight - ScaledY(kFooterHeight);
+  double lowest = gGeometry.ViewHeight - LineHeight(Look().FooterFont);
+  return TextRoomGrows() && lowest < y ? lowest : y;
+}
+
+double KeyHelpY() {
+  double y = LowerRuleY() + kKeyHelpGap;
+  double lowest = FooterY() - LineHeight(Look().KeyHelpFont);
+  return TextRoomGrows() && lowest < y ? lowest : y;
+}
+
 void FillFooter(lv_obj_t *footer) {
   SetTextLook(footer, Look().FooterFont, Look().FooterColor);
-  PlaceCentredLine(footer, gGeometry.ViewHeight - ScaledY(kFooterHeight));
+  PlaceCentredLine(footer, FooterY(), LineHeight(Look().FooterFont));
   lv_label_set_text(footer, LocalizedText(TextId::Footer));
 }
 
 void FillKeyHelp(lv_obj_t *keyHelp) {
   lv_label_set_recolor(keyHelp, true);
   SetTextLook(keyHelp, Look().KeyHelpFont, Look().KeyHelpColor);
-  PlaceCentredLine(keyHelp, LowerRuleY() + kKeyHelpGap);
+  PlaceCentredLine(keyHelp, KeyHelpY(), LineHeight(Look().KeyHelpFont));
   UINT32 color = ParseColorText(Look().KeyHelpKeyColor);
   CHAR8 text[kKeyHelpSize] = {};
   PrintHostFormat(text, sizeof(text), LocalizedText(TextId::KeyHelp), color, color, color, color,

@@ -19,7 +19,10 @@ struct LabelLook {
   bool Recolor;
 };
 
-double PanelHeight() { return FirstFilterButtonY() - ThreeTwentiethsHeight() - kPanelFilterGap; }
+double PanelHeight() {
+  double foot = gInfoPanel.Foot != 0 ? gInfoPanel.Foot : FirstFilterButtonY();
+  return foot - ThreeTwentiethsHeight() - kPanelFilterGap;
+}
 
 lv_obj_t *CreateLabel(const LabelLook &look) {
   lv_obj_t *label = lv_label_create(Screen());
@@ -47,6 +50,16 @@ void SetText(lv_obj_t *label, LastText *last, const CHAR8 *text) {
 }
 
 }  // namespace
+
+void RaisePanelFoot(INT16 foot) {
+  gInfoPanel.Foot = foot;
+  lv_obj_t *const labels[] = {gView.Heading, gView.InfoText, gView.SideList};
+  for (lv_obj_t *label : labels) {
+    if (label != nullptr) {
+      lv_obj_set_height(label, Pixels(PanelHeight()));
+    }
+  }
+}
 
 void SetPanelHeading(const CHAR8 *text) {
   if (text == nullptr || AsciiStrLen(text) >= kHeadingLimit) {

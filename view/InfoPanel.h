@@ -23,9 +23,14 @@ struct InfoPanelState {
   LastText Heading;
   LastText InfoText;
   LastText SideList;
+  /// Where the summary begins that has grown into the panels' room; 0 when it has not.
+  INT16 Foot;
 };
 
 extern InfoPanelState gInfoPanel;
+
+/// Leaves the room from here on downwards, a position on the screen, to the summary.
+void RaisePanelFoot(INT16 foot);
 
 /// Ignored when NULL, or 40 bytes long or longer.
 void SetPanelHeading(const CHAR8 *text);

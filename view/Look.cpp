@@ -31,6 +31,8 @@ const lv_font_t *FontOf(const OBV_FONT_CHOICE &choice) {
 
 const lv_font_t *StandardFont(UINT8 size) { return GetFont(ScaledFontSize(size), kStandardFace); }
 
+bool TextRoomGrows() { return Look().TextRoom == OBV_ROOM_GROWS; }
+
 void InitializeButtonStyle(lv_style_t *style, const ButtonLook &look) {
   lv_style_init(style);
   lv_style_set_radius(style, look.CornerRadius);

@@ -23,6 +23,9 @@ const lv_font_t *FontOf(const OBV_FONT_CHOICE &choice);
 /// 1080 lines; never NULL.
 const lv_font_t *StandardFont(UINT8 size);
 
+/// Whether the record asks for room that grows with its fonts.
+bool TextRoomGrows();
+
 /// What the styles of callouts and filter buttons have in common. Texts are
 /// colour texts.
 struct ButtonLook {

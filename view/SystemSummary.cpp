@@ -7,6 +7,7 @@
 #include "resources/ComponentIntake.h"
 #include "view/FixedLook.h"
 #include "view/InfoLine.h"
+#include "view/InfoPanel.h"
 #include "view/Layout.h"
 #include "view/Look.h"
 
@@ -83,6 +84,29 @@ void AppendRow(OBV_COMPONENT_INFO *row, UINT32 labelColor) {
   AppendInfoLine(gSystemSummary.Text, kSummarySize, *row, labelColor);
 }
 
+/// Height of the whole text at the label's width.
+lv_coord_t NeededHeight(const lv_obj_t *label) {
+  lv_point_t size = {};
+  lv_txt_get_size(&size, gSystemSummary.Text, lv_obj_get_style_text_font(label, kMainPart),
+                  lv_obj_get_style_text_letter_space(label, kMainPart),
+                  lv_obj_get_style_text_line_space(label, kMainPart),
+                  lv_obj_get_content_width(label), LV_TEXT_FLAG_RECOLOR);
+  return size.y;
+}
+
+/// Gives the text all the height that it needs, above the lower rule; the panels make room.
+void GrowUpwards(lv_obj_t *label) {
+  lv_obj_update_layout(label);
+  lv_coord_t height = NeededHeight(label);
+  if (height <= lv_obj_get_height(label)) {
+    return;
+  }
+  lv_coord_t top = static_cast<lv_coord_t>(Pixels(LowerRuleY()) - height);
+  lv_obj_set_pos(label, Pixels(PanelLeft()), top);
+  lv_obj_set_height(label, height);
+  RaisePanelFoot(top);
+}
+
 }  // namespace
 
 void ComposeSystemSummary() {
@@ -107,5 +131,8 @@ void ShowSystemSummary() {
   lv_obj_set_pos(label, Pixels(PanelLeft()), Pixels(FirstFilterButtonY()));
   lv_obj_set_size(label, Pixels(FilterButtonLeft() - PanelLeft() - kSummaryFilterGap),
                   Pixels(LowerRuleY() - FirstFilterButtonY()));
+  if (TextRoomGrows()) {
+    GrowUpwards(label);
+  }
   lv_label_set_text(label, gSystemSummary.Text);
 }

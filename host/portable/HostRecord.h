@@ -7,6 +7,7 @@
 #include "host/portable/Appearance.h"
 #include "host/portable/Board.h"
 #include "host/portable/Facts.h"
+#include "host/portable/FormSearch.h"
 
 namespace obv_host {
 
@@ -24,10 +25,16 @@ struct HostServices {
   void (*Free)(void *context, void *memory);
   /// A view starts: the time to connect and read what the board names. NULL
   /// together with AskHardware, for a host that knows no hardware.
-  void (*MeetHardware)(void *context);
+  void (*MeetHardware)(void *context) = nullptr;
   /// What the hardware of this component of the board says; the answer to
   /// QueryComponentStatus. Takes no longer than a look at one device.
-  EFI_STATUS (*AskHardware)(void *context, UINTN component, Facts *facts);
+  EFI_STATUS (*AskHardware)(void *context, UINTN component, Facts *facts) = nullptr;
+  /// Finds the option of a token in the setup and has it opened after the run;
+  /// *option is its place. EFI_UNSUPPORTED when there is no setup. May be NULL.
+  EFI_STATUS (*FindOption)(void *context, UINT16 token, OBV_SETUP_OPTION *option) = nullptr;
+  /// The look that the user chose, asked at each start of the view. NULL for a
+  /// host that only has the usual one.
+  LookChoice (*ReadLook)(void *context) = nullptr;
 };
 
 /// A font file in memory, owned by whoever set up the host. Data is NULL for a

@@ -13,6 +13,45 @@ Host *HostOf(OBV_PROTOCOL *This) { return reinterpret_cast<Host *>(This); }
 
 bool HasBoard(const Host &host) { return host.ActiveBoard.Picture != nullptr; }
 
+/// The record as the user wants it now. The setup may have changed since the last run.
+void ApplyLook(Host *host) {
+  if (host->Services.ReadLook == nullptr) {
+    return;
+  }
+  const LookChoice choice = host->Services.ReadLook(host->Services.Context);
+  const BoardHeader &header = host->ActiveBoard.Header;
+  FillAppearance(header.Logo, header.MarkerTheme, &host->Config);
+  AdaptAppearance(choice, &host->Config);
+  for (UINTN i = 0; i < header.StyleCount; ++i) {
+    host->Styles[i] = StyleAt(host->ActiveBoard, i);
+    AdaptStyle(choice, &host->Styles[i]);
+  }
+}
+
+EFI_STATUS OpenOption(const Host &host, UINTN index) {
+  const HostServices &services = host.Services;
+  UINT16 token = host.Shared.JumpSearchTokenId;
+  OBV_SETUP_OPTION option = {};
+  EFI_STATUS status = services.FindOption == nullptr
+                          ? EFI_UNSUPPORTED
+                          : services.FindOption(services.Context, token, &option);
+  const CHAR16 *name = host.Components[index].Name;
+  if (status == EFI_UNSUPPORTED) {
+    HostDebugPrint(OBV_LOG_INFO, "[Host] Setup would show option 0x%X of component %d, %S\n", token,
+                   index, name);
+    return EFI_SUCCESS;
+  }
+  if (EFI_ERROR(status)) {
+    HostDebugPrint(OBV_LOG_ERROR, "[Host] Option 0x%X of component %d, %S, cannot be shown: %r\n",
+                   token, index, name, status);
+    return status;
+  }
+  HostDebugPrint(OBV_LOG_INFO,
+                 "[Host] Setup shows option 0x%X of component %d, %S: form 0x%X of %g\n", token,
+                 index, name, option.FormId, &option.FormSet);
+  return EFI_SUCCESS;
+}
+
 }  // namespace
 
 UINT64 EFIAPI HostGetTime(OBV_PROTOCOL *This) {
@@ -34,6 +73,7 @@ EFI_STATUS EFIAPI HostParseComponents(OBV_PROTOCOL *This, OBV_COMPONENT **compon
   if (host->Services.MeetHardware != nullptr) {
     host->Services.MeetHardware(host->Services.Context);
   }
+  ApplyLook(host);
   const ViewRequest view = {
       .Mapping = MapPicture(pictureHeight, pictureWidth, viewHeight, viewWidth, pictureShare),
       .ScaleX = scaleX,
@@ -103,9 +143,7 @@ EFI_STATUS EFIAPI HostFindBiosOption(OBV_PROTOCOL *This) {
     HostDebugPrint(OBV_LOG_ERROR, "[Host] There is no component %d to find an option for\n", index);
     return EFI_NOT_FOUND;
   }
-  HostDebugPrint(OBV_LOG_INFO, "[Host] Setup would show option 0x%X of component %d, %S\n",
-                 host->Shared.JumpSearchTokenId, index, host->Components[index].Name);
-  return EFI_SUCCESS;
+  return OpenOption(*host, index);
 }
 
 EFI_STATUS EFIAPI HostAfterAppLife(OBV_PROTOCOL *This) {

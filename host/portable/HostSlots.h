@@ -31,8 +31,9 @@ EFI_STATUS EFIAPI HostGetGop(OBV_PROTOCOL *This, EFI_GRAPHICS_OUTPUT_PROTOCOL **
 EFI_STATUS EFIAPI HostQueryComponentStatus(OBV_PROTOCOL *This, CHAR16 *name, UINT32 type,
                                            UINTN capacity, UINT64 *infoCount,
                                            OBV_COMPONENT_INFO *infos);
-/// Logs the option that a setup would now open; EFI_NOT_FOUND for an index
-/// beyond the components.
+/// Has the setup open the option of the chosen component. Without a setup, logs
+/// the option that it would open. EFI_NOT_FOUND for an index beyond the components
+/// and for an option that no formset has.
 EFI_STATUS EFIAPI HostFindBiosOption(OBV_PROTOCOL *This);
 /// Logs that the run is over.
 EFI_STATUS EFIAPI HostAfterAppLife(OBV_PROTOCOL *This);

@@ -4,7 +4,9 @@
 #include "host/portable/HostLog.h"
 #include "host/uefi/BoardFile.h"
 #include "host/uefi/DamagedStack.h"
+#include "host/uefi/LookChoice.h"
 #include "host/uefi/Outputs.h"
+#include "host/uefi/SetupOption.h"
 #include "host/uefi/StringRegistration.h"
 
 namespace obv_host {
@@ -44,6 +46,12 @@ EFI_STATUS AskDriverHardware(void *, UINTN component, Facts *facts) {
   return AskKnowledge(&gDriver.Hardware, component, facts);
 }
 
+EFI_STATUS FindDriverOption(void *, UINT16 token, OBV_SETUP_OPTION *option) {
+  return OpenSetupOption(token, option);
+}
+
+LookChoice ReadDriverLook(void *) { return ReadLookChoice(); }
+
 bool AnotherHostIsThere() {
   EFI_GUID protocolGuid = OBV_PROTOCOL_GUID;
   VOID *other = nullptr;
@@ -60,6 +68,8 @@ void StartHost() {
       .Free = FreeForDriver,
       .MeetHardware = MeetDriverHardware,
       .AskHardware = AskDriverHardware,
+      .FindOption = FindDriverOption,
+      .ReadLook = ReadDriverLook,
   };
   const FontFile fonts[kFaceCount] = {EmbeddedFont(0), EmbeddedFont(1), EmbeddedFont(2)};
   StartClock(&gDriver.Timer);

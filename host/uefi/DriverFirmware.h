@@ -20,6 +20,7 @@ extern "C" {
 #include <Guid/GlobalVariable.h>
 #include <Protocol/DevicePath.h>
 #include <Protocol/GraphicsOutput.h>
+#include <Protocol/HiiDatabase.h>
 #include <Protocol/LoadedImage.h>
 #include <Protocol/SimpleFileSystem.h>
 }

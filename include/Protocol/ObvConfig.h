@@ -22,6 +22,10 @@
 #define OBV_MARKER_RED    1
 #define OBV_MARKER_AMBER  2
 
+/// Values of OBV_CONFIG.TextRoom; any other value is OBV_ROOM_FIXED.
+#define OBV_ROOM_FIXED  0      ///< Title, key help, footer and summary have a fixed room.
+#define OBV_ROOM_GROWS  0x47   ///< It grows with the font, for sizes well above the usual.
+
 typedef struct {
   CHAR8    Name[OBV_FONT_NAME_SIZE];
   UINT8    Size;
@@ -57,7 +61,8 @@ typedef struct {
   CHAR8                     FocusLeaderColor[OBV_COLOR_TEXT_SIZE];
   CHAR8                     HotspotColor[OBV_COLOR_TEXT_SIZE];
   UINT8                     MarkerTheme;                            ///< OBV_MARKER_*.
-  UINT8                     Reserved0CD[82];
+  UINT8                     TextRoom;                               ///< OBV_ROOM_*.
+  UINT8                     Reserved0CE[81];
   OBV_FONT_CHOICE           CalloutFont;                            ///< Callouts and the close button.
   UINT8                     Reserved134[82];
   OBV_FONT_CHOICE           CloseFocusFont;                         ///< Close button with keyboard focus.
@@ -85,6 +90,7 @@ OBV_ASSERT_OFFSET (OBV_CONFIG, LeaderColor, 0x090);
 OBV_ASSERT_OFFSET (OBV_CONFIG, FocusLeaderColor, 0x0A4);
 OBV_ASSERT_OFFSET (OBV_CONFIG, HotspotColor, 0x0B8);
 OBV_ASSERT_OFFSET (OBV_CONFIG, MarkerTheme, 0x0CC);
+OBV_ASSERT_OFFSET (OBV_CONFIG, TextRoom, 0x0CD);
 OBV_ASSERT_OFFSET (OBV_CONFIG, CalloutFont, 0x11F);
 OBV_ASSERT_OFFSET (OBV_CONFIG, CalloutFont.Size, 0x133);
 OBV_ASSERT_OFFSET (OBV_CONFIG, CloseFocusFont, 0x186);

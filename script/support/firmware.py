@@ -19,6 +19,7 @@ IMAGES = (
     "ObvHost",
     "ObvDemoSensors",
     "BoardscopeInventory",
+    "ObvSetup",
     "SystemProbe",
     "UsbMouseDxe",
     "UsbTabletDxe",
@@ -47,6 +48,7 @@ def build(target: str) -> None:
 def _build(target: str) -> None:
     make_workspace()
     embed_host_files()
+    generate_setup_files()
     run_edk2(f"Building the EFI files ({target})", "Boardscope/Boardscope.dsc", target)
     output = output_folder(target)
     check_constructors(output)
@@ -111,6 +113,14 @@ def embed_host_files() -> None:
     for font in paths.FONT_FILES:
         command += ["--font", font]
     run("Embedding the default board and the fonts in the reference host", command)
+
+
+def generate_setup_files() -> None:
+    """Writes the setup's pages, their texts and the tables of its driver."""
+    python = paths.venv_dir() / "bin" / "python"
+    command: list[str | Path] = [python, paths.CLONE / "setup" / "generate.py"]
+    command += ["--board-dir", paths.CLONE / "assets" / "board", "--font", paths.FONT_FILES[1]]
+    run("Writing the pages of the setup", [*command, "--out", paths.BUILD / "setup"])
 
 
 def check_constructors(output: Path) -> None:

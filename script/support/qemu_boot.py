@@ -11,6 +11,7 @@ from support.qemu_disk import make_image
 
 APPLICATION = "Boardscope.efi"
 HOST = "ObvHost.efi"
+SETUP = "ObvSetup.efi"
 PROBE = "SystemProbe.efi"
 DEMO_SENSORS = "ObvDemoSensors.efi"
 # OVMF has no driver for USB pointers.
@@ -42,6 +43,11 @@ def host_commands(language: str | None) -> list[str]:
     """The shell commands after which the application can be started."""
     commands = [] if language is None else [set_language(language)]
     return [*commands, f"load {HOST}"]
+
+
+def setup_commands(language: str | None) -> list[str]:
+    """The shell commands that load host and setup, and leave for the firmware's setup."""
+    return [*host_commands(language), f"load {SETUP}", "cls", "exit"]
 
 
 def run_commands(gdb: bool) -> list[str]:
@@ -80,7 +86,9 @@ def make_boot_disk(
     files: dict[str, Path | bytes] = {
         program.name: program for program in sorted(programs.glob("*.efi"))
     }
-    missing = [name for name in (APPLICATION, HOST, PROBE, *POINTER_DRIVERS) if name not in files]
+    missing = [
+        name for name in (APPLICATION, HOST, SETUP, PROBE, *POINTER_DRIVERS) if name not in files
+    ]
     if missing:
         raise Failure(f"{', '.join(missing)} is missing in {programs}; run script/build.")
     files["startup.nsh"] = "\r\n".join([*commands, ""]).encode("ascii")

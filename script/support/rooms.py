@@ -12,9 +12,9 @@ from support.failure import Failure
 # From the ground up. A file includes its own room and those below it, never one above.
 ORDER = ("app/base", "platform", "resources", "view", "capture", "app")
 
-# Apart from the rooms: the reference host, of which the application includes nothing, nor it of
-# the application.
-HOST = "host"
+# Apart from the rooms: the reference host and the reference setup. Neither includes anything of the
+# other or of the application, nor the application of them.
+APART = ("host", "setup")
 
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 SUFFIXES = {".c", ".cpp", ".h"}
@@ -22,7 +22,7 @@ SUFFIXES = {".c", ".cpp", ".h"}
 
 def room_of(name: str) -> str | None:
     """The room that a file of the repository lies in; the innermost, as app/base lies in app."""
-    inside = [room for room in (*ORDER, HOST) if name.startswith(f"{room}/")]
+    inside = [room for room in (*ORDER, *APART) if name.startswith(f"{room}/")]
     return max(inside, key=len, default=None)
 
 
@@ -50,8 +50,8 @@ def climbing(includes: dict[str, list[str]]) -> Iterator[str]:
             below = room_of(other)
             if room == below:
                 continue
-            if HOST in (room, below):
-                yield f"{name} includes {other}: host and application share include/ alone."
+            if room in APART or below in APART:
+                yield f"{name} includes {other}: they share include/ alone."
             elif room and below and ORDER.index(below) > ORDER.index(room):
                 yield f"{name} includes {other}: {below} stands above {room}."
 

@@ -26,6 +26,7 @@ GUARDED = {
     "BoardscopeInventory": {
         "host/inventory/BoardscopeInventory.inf": "_ZN8obv_host8TellFact",
     },
+    "ObvSetup": {"setup/ObvSetup.inf": "_ZN9obv_setup12LoadSettings"},
 }
 
 

@@ -84,7 +84,8 @@ EFI_STATUS HiiDatabase::ListPackageLists(UINT8 type, const EFI_GUID *guid, UINTN
   std::vector<EFI_HII_HANDLE> found;
   for (const std::unique_ptr<List> &list : lists_) {
     bool strings = type == EFI_HII_PACKAGE_STRINGS && !list->Strings.empty();
-    if (type == EFI_HII_PACKAGE_TYPE_ALL || strings) {
+    bool forms = type == EFI_HII_PACKAGE_FORMS && HoldsForms(list->Bytes);
+    if (type == EFI_HII_PACKAGE_TYPE_ALL || strings || forms) {
       found.push_back(reinterpret_cast<EFI_HII_HANDLE>(list.get()));
     }
   }

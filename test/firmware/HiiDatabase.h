@@ -17,6 +17,9 @@ std::vector<uint8_t> MakePackageList(const EFI_GUID &guid, const StringTable &st
 /// The string packages of a package list; EFI_INVALID_PARAMETER for a malformed list.
 EFI_STATUS ParsePackageList(const uint8_t *bytes, size_t size, StringTable *strings);
 
+/// Whether a sound package list has a form package.
+bool HoldsForms(const std::vector<uint8_t> &list);
+
 class HiiDatabase {
  public:
   HiiDatabase();

@@ -199,4 +199,17 @@ EFI_STATUS ParsePackageList(const uint8_t *bytes, size_t size, StringTable *stri
   return EFI_INVALID_PARAMETER;
 }
 
+bool HoldsForms(const std::vector<uint8_t> &list) {
+  size_t at = kListHeader;
+  while (at + kPackageHeader <= list.size()) {
+    EFI_HII_PACKAGE_HEADER header;
+    std::memcpy(&header, list.data() + at, sizeof header);
+    if (header.Type == EFI_HII_PACKAGE_FORMS) {
+      return true;
+    }
+    at += header.Length;
+  }
+  return false;
+}
+
 }  // namespace fake

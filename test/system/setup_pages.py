@@ -1,0 +1,112 @@
+"""The firmware's setup, as its user walks through it by keys."""
+
+import re
+import time
+from collections.abc import Iterator, Mapping
+from contextlib import contextmanager
+from pathlib import Path
+
+from support.qemu_boot import driver_commands, make_boot_disk, setup_commands
+from support.qemu_machine import Machine, MachineError, Options
+from terminal import Terminal
+
+PATIENCE = 120.0
+KEY_GAP_MS = 100
+VIEW_IS_UP = "Preparation cost"
+END_OF_RUN = "User used APP for"
+MOST_STEPS = 60
+# Behind an entry's name: its value, after a bracket or a wide gap.
+_VALUE = re.compile(r"[<\[]| {3,}")
+REST = 0.7  # seconds without a new character; the page stands then
+
+
+class Setup:
+    """A machine that was left for its firmware's setup, with host and setup loaded."""
+
+    def __init__(self, machine: Machine) -> None:
+        self.machine = machine
+
+    def screen(self) -> Terminal:
+        """What the console shows once it has come to rest."""
+        shown = -1
+        deadline = time.monotonic() + PATIENCE
+        rest = time.monotonic() + REST
+        while time.monotonic() < rest:
+            text = self.machine.console_text()
+            if len(text) != shown:
+                shown = len(text)
+                rest = time.monotonic() + REST
+            if time.monotonic() > deadline:
+                raise MachineError("The setup's screen does not come to rest.")
+            time.sleep(0.05)
+        terminal = Terminal()
+        terminal.feed(self.machine.console_text())
+        return terminal
+
+    def wait_for(self, text: str) -> Terminal:
+        self.machine.wait_for(lambda: text in self.screen().text(), f'"{text}"', PATIENCE)
+        return self.screen()
+
+    def press(self, *keys: str) -> Terminal:
+        for key in keys:
+            self.machine.input.tap(key, KEY_GAP_MS)
+        return self.screen()
+
+    def is_at(self, text: str) -> bool:
+        """Whether the bar of the form browser is on the entry of this name, whatever its value."""
+        parts = self.screen().standing_out()
+        return any(_VALUE.split(part)[0].strip() == text for part in parts)
+
+    def go_to(self, text: str) -> None:
+        """Move the bar to an entry."""
+        for _ in range(MOST_STEPS):
+            if self.is_at(text):
+                return
+            self.press("down")
+        raise MachineError(f'There is no entry "{text}": {self.screen().standing_out()}')
+
+    def choose(self, text: str) -> Terminal:
+        self.go_to(text)
+        return self.press("ret")
+
+    def open_pages(self) -> None:
+        """From the firmware's first page to the setup's."""
+        self.choose("Device Manager")
+        self.choose("Boardscope setup")
+        self.wait_for("Board view")
+
+    def open_view(self, entry: str = "Board view") -> int:
+        """Start the view from an entry; returns the number of the visit's first log line."""
+        self.go_to(entry)
+        first = len(self.machine.log_lines())
+        self.machine.input.tap("ret", KEY_GAP_MS)
+        self.machine.wait_for_log(VIEW_IS_UP, PATIENCE, first)
+        self.machine.still_picture(timeout=PATIENCE)
+        return first
+
+    def leave_view(self, first: int, *keys: str) -> list[str]:
+        """Press the keys that end the view; returns the visit's log lines."""
+        for key in keys:
+            self.machine.input.tap(key, KEY_GAP_MS)
+        self.machine.wait_for_log("[Host] Application ended", PATIENCE, first)
+        self.screen()
+        return self.machine.log_lines()[first:]
+
+
+@contextmanager
+def setup(
+    folder: Path,
+    programs: Path,
+    resolution: tuple[int, int] = (1024, 768),
+    more: Mapping[str, Path | bytes] | None = None,
+) -> Iterator[Setup]:
+    """Power a computer on that goes to its firmware's setup; `more` are files on its disk."""
+    folder.mkdir(parents=True, exist_ok=True)
+    disk = folder / "esp.img"
+    make_boot_disk(disk, programs, [*driver_commands(), *setup_commands("en-US")], more)
+    options = Options(esp=disk, folder=folder, resolution=resolution, pointers=("tablet",))
+    with Machine(options) as machine:
+        machine.wait_for_shell()
+        at = Setup(machine)
+        at.wait_for("Device Manager")
+        yield at

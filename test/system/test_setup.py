@@ -1,0 +1,167 @@
+"""The setup of the firmware: the view from its entries, the jump to the very question, and the look
+and the language that its user chooses."""
+
+import subprocess
+from collections import Counter
+from collections.abc import Iterator
+from pathlib import Path
+
+import pytest
+
+from conftest import CLONE, FOLDER, programs
+from pictures import Picture
+from setup_pages import Setup, setup
+from support.qemu_boot import BOARD
+
+# Components of three pages: the page, the component, its question, its token.
+PLACES = [
+    ("PCI Express slots", "PCIEX16_1", "PCIEX16_1: link speed", 0x2201),
+    ("M.2 sockets", "M2_2", "M2_2: link speed", 0x2302),
+    ("Fans", "SYS_FAN1", "SYS_FAN1: mode", 0x2703),
+]
+SIZES = [(1024, 768), (1920, 1080)]
+SCREEN = (44, 44, 44)
+
+
+@pytest.fixture(scope="module", params=SIZES, ids=lambda size: f"{size[0]}x{size[1]}")
+def pages(request: pytest.FixtureRequest) -> Iterator[Setup]:
+    """The setup's first page; each test leaves it as it found it."""
+    size = request.param
+    with setup(FOLDER / f"setup-{size[0]}", programs(), size) as at:
+        at.open_pages()
+        yield at
+
+
+def visit_component(at: Setup, page: str, name: str, *keys: str) -> list[str]:
+    """From the first page, show a component of a page on the board, and leave with the keys."""
+    at.choose(page)
+    first = at.open_view(name)
+    return at.leave_view(first, *keys)
+
+
+def focus_of(lines: list[str]) -> int:
+    (ended,) = [line for line in lines if "[Host] Application ended" in line]
+    return int(ended.split("focus ")[1].split(",")[0])
+
+
+@pytest.mark.parametrize(("page", "name", "question", "token"), PLACES)
+def test_a_jump_lands_on_the_very_question(
+    pages: Setup, page: str, name: str, question: str, token: int
+) -> None:
+    lines = visit_component(pages, page, name, "ret")
+    assert any(f"[Host] Setup shows option 0x{token:X} " in line for line in lines), lines
+    pages.wait_for(page)
+    assert pages.is_at(question), pages.screen().standing_out()
+    pages.press("esc")
+    pages.wait_for("Board view")
+
+
+@pytest.mark.parametrize(("page", "name", "question", "token"), PLACES)
+def test_the_view_stands_as_it_was_left_and_jumps_to_another_page(
+    pages: Setup, page: str, name: str, question: str, token: int
+) -> None:
+    left = focus_of(visit_component(pages, page, name, "esc"))
+    assert left != 0
+    pages.press("esc")
+    first = pages.open_view()
+    lines = pages.leave_view(first, "ret")
+    assert focus_of(lines) == left
+    assert any(f"[Host] Setup shows option 0x{token:X} " in line for line in lines), lines
+    assert pages.is_at(question), pages.screen().standing_out()
+    pages.press("esc")
+    pages.wait_for("Board view")
+
+
+def test_a_visit_without_a_choice_stays_on_its_page(pages: Setup) -> None:
+    before = Picture(pages.machine.still_picture())
+    lines = pages.leave_view(pages.open_view(), "esc")
+    assert not any("Setup shows option" in line for line in lines)
+    pages.wait_for("Board view")
+    assert Picture(pages.machine.still_picture()).pixels.shape == before.pixels.shape
+
+
+def test_the_language_is_the_views_at_once(pages: Setup) -> None:
+    english = view_of(pages)
+    pages.choose("Language")
+    pages.press("down", "ret")
+    pages.wait_for("Platinenansicht")
+    german = view_of(pages, "Platinenansicht")
+    assert (english.pixels != german.pixels).any()
+    pages.choose("Sprache")
+    pages.press("up", "ret")
+    pages.wait_for("Board view")
+
+
+def test_high_contrast_and_large_text_reach_the_next_view(pages: Setup) -> None:
+    usual = view_of(pages)
+    change(pages, "Contrast of the board view", "down")
+    assert contrast_of_key_help(usual) >= 4.5
+    high = view_of(pages)
+    assert contrast_of_key_help(high) >= 7
+    change(pages, "Contrast of the board view", "up")
+    change(pages, "Text of the board view", "down")
+    large = view_of(pages)
+    assert rows_of_key_help(large) > rows_of_key_help(usual)
+    change(pages, "Text of the board view", "up")
+
+
+def change(pages: Setup, option: str, key: str) -> None:
+    pages.choose(option)
+    pages.press(key, "ret")
+
+
+def view_of(pages: Setup, entry: str = "Board view") -> Picture:
+    first = pages.open_view(entry)
+    picture = Picture(pages.machine.still_picture())
+    pages.leave_view(first, "esc")
+    pages.wait_for(entry)
+    return picture
+
+
+def key_help(picture: Picture) -> list[list[tuple[int, int, int]]]:
+    """The lines of the screen below the lower rule."""
+    height = picture.pixels.shape[0]
+    strip = picture.pixels[int(height * 0.9375) + 3 :]
+    return [[(int(red), int(green), int(blue)) for red, green, blue in row] for row in strip]
+
+
+def contrast_of_key_help(picture: Picture) -> float:
+    """The least contrast of the commonest colours of its texts on the screen's ground."""
+    colors = Counter(pixel for row in key_help(picture) for pixel in row)
+    del colors[SCREEN]
+    return min(contrast(color, SCREEN) for color, _ in colors.most_common(2))
+
+
+def rows_of_key_help(picture: Picture) -> int:
+    return sum(any(pixel != SCREEN for pixel in row) for row in key_help(picture))
+
+
+def contrast(first: tuple[int, int, int], second: tuple[int, int, int]) -> float:
+    bright, dark = sorted((luminance(first), luminance(second)), reverse=True)
+    return (bright + 0.05) / (dark + 0.05)
+
+
+def luminance(color: tuple[int, int, int]) -> float:
+    shares = [channel / 255 for channel in color]
+    red, green, blue = (
+        share / 12.92 if share <= 0.04045 else ((share + 0.055) / 1.055) ** 2.4 for share in shares
+    )
+    return 0.2126 * red + 0.7152 * green + 0.0722 * blue
+
+
+def test_an_option_of_no_formset_is_told(tmp_path: Path) -> None:
+    source = CLONE / "assets" / "board"
+    text = (source / "board.yaml").read_text(encoding="utf-8")
+    assert "token: 0x2001" in text
+    (tmp_path / "board.yaml").write_text(text.replace("token: 0x2001", "token: 0x6abc"))
+    (tmp_path / "board.png").write_bytes((source / "board.png").read_bytes())
+    made = tmp_path / "board.bin"
+    tool = CLONE / "tool" / "board"
+    subprocess.run([tool, "build", tmp_path / "board.yaml", "-o", made], check=True)
+    with setup(FOLDER / "setup-none", programs(), more={BOARD: made}) as at:
+        at.open_pages()
+        lines = visit_component(at, "Processor", "CPU", "ret")
+        assert any("Option 0x6ABC" in line and "Not Found" in line for line in lines), lines
+        assert "No page of this setup" in at.screen().text()
+        at.press("ret")
+        assert at.is_at("CPU"), at.screen().standing_out()
