@@ -22,9 +22,12 @@
 #define OBV_MARKER_RED    1
 #define OBV_MARKER_AMBER  2
 
-/// Values of OBV_CONFIG.TextRoom; any other value is OBV_ROOM_FIXED.
-#define OBV_ROOM_FIXED  0      ///< Title, key help, footer and summary have a fixed room.
-#define OBV_ROOM_GROWS  0x47   ///< It grows with the font, for sizes well above the usual.
+/// Room for OBV_CONFIG.TextRoom.
+#define OBV_TEXT_ROOM_SIZE  16
+/// With exactly this text there, the room of title, key help, footer and summary grows with their
+/// fonts, for sizes well above the usual. With anything else it is fixed: the bytes are no field of
+/// older hosts, which may have left anything there.
+#define OBV_TEXT_ROOM_GROWS  "room that grows"
 
 typedef struct {
   CHAR8    Name[OBV_FONT_NAME_SIZE];
@@ -61,8 +64,8 @@ typedef struct {
   CHAR8                     FocusLeaderColor[OBV_COLOR_TEXT_SIZE];
   CHAR8                     HotspotColor[OBV_COLOR_TEXT_SIZE];
   UINT8                     MarkerTheme;                            ///< OBV_MARKER_*.
-  UINT8                     TextRoom;                               ///< OBV_ROOM_*.
-  UINT8                     Reserved0CE[81];
+  CHAR8                     TextRoom[OBV_TEXT_ROOM_SIZE];           ///< OBV_TEXT_ROOM_GROWS, or anything.
+  UINT8                     Reserved0DD[66];
   OBV_FONT_CHOICE           CalloutFont;                            ///< Callouts and the close button.
   UINT8                     Reserved134[82];
   OBV_FONT_CHOICE           CloseFocusFont;                         ///< Close button with keyboard focus.
