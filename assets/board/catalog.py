@@ -11,7 +11,7 @@ Hardware = tuple[str, str]  # kind, name
 
 XHCI = "PciRoot(0x0)/Pci(0x14,0x0)"
 # The USB host controller counts its 3.x ports first, then the 2.0 ones.
-USB_PORTS = 6
+USB_PORTS = 15
 AHCI = "PciRoot(0x0)/Pci(0x1F,0x2)"
 
 

@@ -22,8 +22,8 @@ _PRESS_A_KEY = "startup.nsh"
 # Where boards find them; the first screen and the USB host controller of a common PC.
 SCREEN_ADDRESS = 0x02
 USB_ADDRESS = 0x14
-# Of each kind: the controller's first ports are 3.x, the others 2.0.
-USB_PORTS = 6
+# Of each kind: the controller's first ports are 3.x, the others 2.0. As many as there can be.
+USB_PORTS = 15
 
 
 class MachineError(Failure):

@@ -7,7 +7,7 @@ from contextlib import contextmanager
 from dataclasses import dataclass, field
 from pathlib import Path
 
-from support.qemu_machine import Machine
+from support.qemu_machine import USB_PORTS, Machine
 from support.qemu_qmp import QmpError
 
 _SECTOR = 512
@@ -17,6 +17,7 @@ _FAT16 = 0x0E
 _ENOMEDIUM = 123
 # The firmware's USB bus looks at its ports once a second.
 SEEN_BY_THE_FIRMWARE = 2.5
+_OTHER_PORTS = range(7, USB_PORTS + 1)
 
 
 @dataclass
@@ -125,9 +126,27 @@ def plug_in(machine: Machine, stick: Stick, read_only: bool = False) -> None:
     machine.qmp.command(
         "blockdev-add", driver="raw", node_name=stick.name, read_only=read_only, file=file
     )
-    machine.qmp.command(
-        "device_add", driver="usb-storage", id=stick.name, bus="usb.0", drive=stick.name
-    )
+    _put_in(machine, stick)
+
+
+def _put_in(machine: Machine, stick: Stick, **more: str) -> None:
+    """Into the first free port of which the default board tells nothing."""
+    for port in _OTHER_PORTS:
+        try:
+            machine.qmp.command(
+                "device_add",
+                driver="usb-storage",
+                id=stick.name,
+                bus="usb.0",
+                port=str(port),
+                drive=stick.name,
+                **more,
+            )
+            return
+        except QmpError as error:
+            if "in use" not in str(error):
+                raise
+    raise AssertionError(f"There is no free port for {stick.name}.")
 
 
 def pull_out(machine: Machine, stick: Stick) -> None:
@@ -179,14 +198,7 @@ def plug_in_to_break(machine: Machine, stick: Stick, writes: int) -> None:
         "inject-error": [{"event": event, "state": writes + 1, "errno": _ENOMEDIUM}],
     }
     machine.qmp.command("blockdev-add", driver="raw", node_name=stick.name, file=file)
-    machine.qmp.command(
-        "device_add",
-        driver="usb-storage",
-        id=stick.name,
-        bus="usb.0",
-        drive=stick.name,
-        werror="report",
-    )
+    _put_in(machine, stick, werror="report")
 
 
 def writes_to(machine: Machine, stick: Stick) -> int:
