@@ -63,15 +63,16 @@ void ShowViewOn(EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
   gHotPlug.RedrawDue = true;
 }
 
-/// Keeps the view on an output that can show it, or ends the application.
-void MoveView() {
+/// Keeps the view on an output that can show it, or ends the application. False when there is no
+/// output at all.
+bool MoveView() {
   // Logged by the operation; the enumeration below decides.
   (void)ClearAllScreen();
   GopList list = {};
   if (EFI_ERROR(GetAllGopPrrotocol(&list))) {
     LogError("Get Gop Protocol failed!\n");
     gRun.ExitRequested = true;
-    return;
+    return false;
   }
   EFI_GRAPHICS_OUTPUT_PROTOCOL *chosen = ChooseOutput(list);
   gHost.Gop = chosen;
@@ -81,10 +82,11 @@ void MoveView() {
   if (chosen != nullptr) {
     gHotPlug.Lost = false;
     ShowViewOn(chosen);
-    return;
+    return true;
   }
   LogError("No Gop support current resolution!\nNow app exit...\n");
   gRun.ExitRequested = true;
+  return true;
 }
 
 }  // namespace
@@ -120,7 +122,7 @@ void CloseHotPlugDetector() {
 
 VOID EFIAPI DisplayHotPlugNotify(EFI_EVENT, VOID *) {
   LogError("New monitor interface detected!\n");
-  MoveView();
+  (void)MoveView();
 }
 
 bool IsOutputThere() {
@@ -145,8 +147,7 @@ void LeaveLostOutput() {
   LogError(kOutputGone);
   // Also when no other is found it must not be called any more.
   gHost.Gop = nullptr;
-  gHotPlug.Lost = true;
-  MoveView();
+  gHotPlug.Lost = MoveView() && gHost.Gop == nullptr;
   gBS->RestoreTPL(tpl);
 }
 
