@@ -15,9 +15,10 @@ KEY_GAP_MS = 100
 VIEW_IS_UP = "Preparation cost"
 END_OF_RUN = "User used APP for"
 MOST_STEPS = 60
-# Behind an entry's name: its value, after a bracket or a wide gap.
-_VALUE = re.compile(r"[<\[]| {3,}")
-REST = 0.7  # seconds without a new character; the page stands then
+# An entry's row: an arrow before a page's, the name, and behind a bracket or a wide gap its value
+# and its help.
+_NAME = re.compile(r"(?:> +)?(.*?) *(?:[<\[]| {3}|$)")
+REST = 0.35  # seconds without a new character; the page stands then
 
 
 class Setup:
@@ -54,8 +55,8 @@ class Setup:
 
     def is_at(self, text: str) -> bool:
         """Whether the bar of the form browser is on the entry of this name, whatever its value."""
-        parts = self.screen().standing_out()
-        return any(_VALUE.split(part)[0].strip() == text for part in parts)
+        rows = self.screen().standing_out()
+        return any((name := _NAME.match(row)) and name[1] == text for row in rows)
 
     def go_to(self, text: str) -> None:
         """Move the bar to an entry."""

@@ -10,6 +10,11 @@ _ROWS = 80
 _COLUMNS = 250
 
 
+def ground_of(look: str) -> str:
+    """The colour behind a character; empty where nothing was written yet."""
+    return next((part for part in look.split(",") if part.startswith("ground")), "")
+
+
 class Terminal:
     """Follows what a console writes."""
 
@@ -38,26 +43,17 @@ class Terminal:
         return next((row for row, line in enumerate(self.lines()) if text in line), None)
 
     def standing_out(self) -> list[str]:
-        """What stands in colours that few characters of the screen have: the entry under the bar of
-        a form browser is among it."""
-        looks = Counter(
-            look
-            for signs, row in zip(self._signs, self._looks, strict=True)
-            for sign, look in zip(signs, row, strict=True)
-            if sign.strip()
-        )
+        """The rows in which words stand on another ground than most of the row: the entry under the
+        bar of a form browser is among them, whether the bar is on its name or on its value."""
         found = []
         for signs, row in zip(self._signs, self._looks, strict=True):
-            rare = {
-                look
-                for sign, look in zip(signs, row, strict=True)
-                if sign.strip() and looks[look] < 0.15 * looks.total()
-            }
-            for look in sorted(rare):
-                part = "".join(
-                    sign if own == look else " " for sign, own in zip(signs, row, strict=True)
-                )
-                found.append(part.strip())
+            grounds = [ground_of(look) for look in row]
+            counts = Counter(ground for ground in grounds if ground)
+            others = [ground for ground, _ in counts.most_common()[1:]]
+            if any(
+                sign.isalnum() for sign, own in zip(signs, grounds, strict=True) if own in others
+            ):
+                found.append("".join(signs).strip())
         return found
 
     def _clear(self) -> None:
