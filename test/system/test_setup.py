@@ -26,8 +26,10 @@ GREY_SPREAD = 8
 
 @pytest.fixture(scope="module")
 def pages() -> Iterator[Setup]:
-    """The setup's first page; each test leaves it as it found it. OVMF shows it at 640x480, whatever
-    the screen's size."""
+    """The setup's first page; each test leaves it as it found it.
+
+    OVMF shows it at 640x480, whatever the screen's size.
+    """
     with setup(FOLDER / "setup", programs()) as at:
         at.open_pages()
         yield at
