@@ -26,6 +26,8 @@ void ShowTrouble(EFI_HII_HANDLE pages, Trouble trouble) {
   EFI_STATUS status =
       gBS->LocateProtocol(&gEfiHiiPopupProtocolGuid, nullptr, reinterpret_cast<VOID **>(&popup));
   if (!EFI_ERROR(status)) {
+    // The key that ended the view may still repeat, and would answer the message unread.
+    (void)gST->ConIn->Reset(gST->ConIn, FALSE);
     (void)popup->CreatePopup(popup, EfiHiiPopupStyleError, EfiHiiPopupTypeOk, pages,
                              MessageOf(trouble), nullptr);
   }

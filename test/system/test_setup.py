@@ -181,6 +181,6 @@ def test_an_option_of_no_formset_is_told(tmp_path: Path) -> None:
         at.open_pages()
         lines = visit_component(at, "Processor", "CPU", "ret")
         assert any("Option 0x6ABC" in line and "Not Found" in line for line in lines), lines
-        assert "No page of this setup" in at.screen().text()
+        at.wait_for("No page of this setup")
         at.press("ret")
         assert at.is_at("CPU"), at.screen().standing_out()
