@@ -29,6 +29,11 @@ class FakeUsb : public FakeDevice {
     Place(machine, gEfiUsbIoProtocolGuid, &io_.Protocol, std::move(path));
     return *this;
   }
+  /// With a path that may be none.
+  FakeUsb &AtRaw(fake::Firmware &machine, VOID *path) {
+    PlaceRaw(machine, gEfiUsbIoProtocolGuid, &io_.Protocol, path);
+    return *this;
+  }
 
   /// Makes it another product; a hub with a class.
   FakeUsb &Named(const std::u16string &product, UINT8 deviceClass = 0) {
