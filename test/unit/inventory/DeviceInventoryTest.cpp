@@ -135,6 +135,8 @@ TEST_F(DeviceInventory, LeavesOutPathsThatABoardHasNoRoomFor) {
   Card.At(Machine, Deep(19));
   Disk.At(Machine, Deep(18));
   Keyboard.At(Machine, Deep(18).Usb(1));
+  FakePci deeper(0x8086, 0x15F3, 0x0200);
+  deeper.At(Machine, Deep(150));
   EXPECT_THAT(Written(), Not(HasSubstr("PciRoot")));
 }
 

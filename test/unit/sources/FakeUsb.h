@@ -46,6 +46,8 @@ class FakeUsb : public FakeDevice {
   EFI_USB_INTERFACE_DESCRIPTOR InterfaceDescriptor;
   std::map<UINT8, std::u16string> Texts;
   std::vector<UINT16> Languages = {0x0409, 0x0407};
+  /// Told of the table of languages instead of its size, when set.
+  std::optional<UINT16> LanguageBytes;
   EFI_STATUS Failure = EFI_SUCCESS;
   EFI_STATUS InterfaceFailure = EFI_SUCCESS;
   EFI_STATUS TextFailure = EFI_SUCCESS;
@@ -90,7 +92,8 @@ class FakeUsb : public FakeDevice {
     EFI_STATUS status = usb->Result(usb->LanguageFailure);
     if (!EFI_ERROR(status)) {
       *table = usb->Languages.empty() ? nullptr : usb->Languages.data();
-      *size = static_cast<UINT16>(usb->Languages.size() * sizeof(UINT16));
+      UINT16 whole = static_cast<UINT16>(usb->Languages.size() * sizeof(UINT16));
+      *size = usb->LanguageBytes.value_or(whole);
     }
     return status;
   }

@@ -150,6 +150,14 @@ TEST_F(Usb, DeviceWithoutTextsTellsTheRest) {
   EXPECT_EQ(AskPort().Told.Count, 3U);
 }
 
+TEST_F(Usb, TableOfLanguagesThatIsTooShortForOneHasNone) {
+  Device.At(Machine, Controller().Usb(3));
+  Device.LanguageBytes = 1;
+  EXPECT_EQ(AskPort().Line("Product"), "(none)");
+  Device.LanguageBytes = 2;
+  EXPECT_EQ(AskPort().Line("Product"), "USB Keyboard");
+}
+
 TEST_F(Usb, DeviceThatLeavesInTheMiddleStillHasASoundAnswer) {
   for (int leaving = 1; leaving <= 7; leaving++) {
     Device.At(Machine, Controller().Usb(3));
