@@ -50,7 +50,8 @@ void ForEachDevice(EFI_GUID *protocol, WriteDevice write, InventoryWork *work,
   }
   for (UINTN i = 0; i < count; ++i) {
     Presence device = {.Handle = handles[i], .Protocol = protocol, .Interface = nullptr};
-    if (!EFI_ERROR(gBS->HandleProtocol(handles[i], protocol, &device.Interface))) {
+    EFI_STATUS status = gBS->HandleProtocol(handles[i], protocol, &device.Interface);
+    if (!EFI_ERROR(status) && device.Interface != nullptr) {
       write(device, work, text);
     }
   }
@@ -121,10 +122,13 @@ void WriteSata(const Presence &device, InventoryWork *work, InventoryText *text)
 
 void WriteSensor(const Presence &device, InventoryWork *work, InventoryText *text) {
   const auto *sensor = static_cast<const OBV_SENSOR_PROTOCOL *>(device.Interface);
+  UINTN length = AsciiStrnLenS(sensor->Name, sizeof(sensor->Name));
+  if (length == sizeof(sensor->Name)) {
+    return;  // Without an end: no board can name it.
+  }
   ZeroMem(&work->Hardware, sizeof(work->Hardware));
   work->Hardware.Kind = kHardwareSensor;
-  // The last byte of the name is its end, whatever the driver left there.
-  CopyMem(work->Hardware.Name, sensor->Name, sizeof(sensor->Name) - 1);
+  CopyMem(work->Hardware.Name, sensor->Name, length);
   WriteHardware("sensor", Places::kAll, work, text);
 }
 

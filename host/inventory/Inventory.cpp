@@ -8,7 +8,10 @@ namespace {
 /// Told of each piece; more would be a panel, not a comment.
 constexpr UINTN kFactsInComment = 4;
 constexpr UINTN kCommentSize = 300;
-constexpr UINTN kQuotedSize = 2 * kHardwareNameSize;
+/// For the longest path, whose text has nothing to escape, and for the longest name, of
+/// which every character may have to be escaped.
+constexpr UINTN kQuotedSize = kPathTextSize;
+static_assert(kQuotedSize > 2 * kHardwareNameSize);
 
 bool IsPathKind(UINT16 kind) { return kind >= kHardwarePcie && kind <= kHardwareDisplay; }
 

@@ -1,13 +1,9 @@
 // The inventory: what it lists, and in which words.
 
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
-
+#include "test/unit/inventory/InventoryStage.h"
 #include "test/unit/sources/DeviceAnswer.h"
 #include "test/unit/sources/FakePci.h"
-#include "test/unit/sources/SmbiosStage.h"
 
-#include "host/inventory/Inventory.h"
 #include "host/inventory/PathText.h"
 
 namespace obv_host {
@@ -15,36 +11,7 @@ namespace {
 
 using testing::HasSubstr;
 
-class Inventory : public SmbiosStage {
- protected:
-  std::string Written(size_t room = 64 * 1024) {
-    Table.Install(Machine);
-    return WrittenAgain(room);
-  }
-
-  /// Without publishing the table.
-  std::string WrittenAgain(size_t room = 64 * 1024) {
-    bytes_.assign(room, '~');
-    text_ = {.Bytes = bytes_.data(), .Size = room, .Length = 0, .Full = false};
-    WriteInventory(&work_, &text_);
-    return {bytes_.data(), text_.Length};
-  }
-
-  bool Full() const { return text_.Full; }
-
-  void AddModule(UINT16 megabytes, const std::string &locator, const std::string &bank) {
-    SMBIOS_TABLE_TYPE17 module = {};
-    module.Size = megabytes;
-    module.DeviceLocator = 1;
-    module.BankLocator = 2;
-    Table.Add(17, module, {locator, bank});
-  }
-
- private:
-  std::vector<char> bytes_;
-  InventoryText text_ = {};
-  InventoryWork work_ = {};
-};
+class Inventory : public InventoryStage {};
 
 TEST_F(Inventory, ListsMemorySlotsWithTheirBanks) {
   AddModule(8192, "DIMM 0", "BANK 0");
@@ -73,6 +40,26 @@ TEST_F(Inventory, LeavesOutWhatHasNoName) {
 
 TEST_F(Inventory, SaysThatThereAreNoTables) {
   EXPECT_THAT(WrittenAgain(), HasSubstr("hardware:\n  # The firmware has no SMBIOS tables.\n"));
+}
+
+TEST_F(Inventory, LeavesOutABankThatABoardHasNoRoomFor) {
+  AddModule(8192, "DIMM 0", std::string(kHardwareBankSize, 'B'));
+  AddModule(8192, "DIMM 1", std::string(kHardwareBankSize - 1, 'B'));
+  std::string written = Written();
+  EXPECT_THAT(written, HasSubstr("\n  - memory: \"DIMM 0\"\n"));
+  EXPECT_THAT(written, HasSubstr("\n  - memory: {locator: \"DIMM 1\", bank: \"BBBB"));
+}
+
+TEST_F(Inventory, ListsOtherHardwareOfTheTablesByItsName) {
+  SMBIOS_TABLE_TYPE27 fan = {};
+  fan.Description = 1;
+  fan.NominalSpeed = 1200;
+  Table.Add(27, fan, {"CPU_FAN"});
+  fan.NominalSpeed = 0;
+  Table.Add(27, fan, {"CHA_FAN"});
+  EXPECT_THAT(Written(), HasSubstr("\n  # Nominal speed 1200 RPM\n"
+                                   "  - fan: \"CPU_FAN\"\n"
+                                   "  - fan: \"CHA_FAN\"\n"));
 }
 
 TEST_F(Inventory, ListsPciDevicesByWhatTheyAre) {
@@ -113,6 +100,47 @@ TEST(PathText, IsTheOneThatADescriptionTakes) {
   fake::DevicePath usb = fake::DevicePath().PciRoot().Pci(0x14, 0).Usb(9, 0);
   ASSERT_TRUE(WritePathText(NodesOf(usb.Get()), text));
   EXPECT_STREQ(text, "PciRoot(0x0)/Pci(0x14,0x0)/USB(0x9,0x0)");
+}
+
+TEST(PathText, NamesSataPorts) {
+  CHAR8 text[kPathTextSize];
+  fake::DevicePath sata = fake::DevicePath().PciRoot(1).Pci(0x17, 0).Sata(5);
+  ASSERT_TRUE(WritePathText(NodesOf(sata.Get()), text));
+  EXPECT_STREQ(text, "PciRoot(0x1)/Pci(0x17,0x0)/Sata(0x5,0xFFFF,0x0)");
+}
+
+/// An ACPI node of this hardware ID, of the first of its kind.
+fake::DevicePath Acpi(UINT32 hid) {
+  std::vector<uint8_t> body(8);
+  std::memcpy(body.data(), &hid, sizeof hid);
+  return fake::DevicePath().Node(ACPI_DEVICE_PATH, ACPI_DP, body);
+}
+
+TEST(PathText, TellsRootsOfPciExpressFromThoseOfPci) {
+  CHAR8 text[kPathTextSize];
+  fake::DevicePath express = Acpi(EISA_PNP_ID(0x0A08)).Pci(2);
+  ASSERT_TRUE(WritePathText(NodesOf(express.Get()), text));
+  EXPECT_STREQ(text, "PcieRoot(0x0)/Pci(0x2,0x0)");
+  fake::DevicePath floppy = Acpi(EISA_PNP_ID(0x0604)).Pci(2);
+  EXPECT_FALSE(WritePathText(NodesOf(floppy.Get()), text));
+}
+
+TEST(PathText, ThereIsNoneForAPartition) {
+  CHAR8 text[kPathTextSize];
+  fake::DevicePath partition = fake::DevicePath().PciRoot().Pci(0x17).Sata(1).HardDrive(1);
+  EXPECT_FALSE(WritePathText(NodesOf(partition.Get()), text));
+}
+
+TEST(QuotedName, IsThereForPrintableTextThatFits) {
+  CHAR8 quoted[8];
+  EXPECT_TRUE(QuoteName("fan ~", quoted, sizeof quoted));
+  EXPECT_STREQ(quoted, "fan ~");
+  EXPECT_FALSE(QuoteName("fan\t1", quoted, sizeof quoted));
+  EXPECT_FALSE(QuoteName("fan\x7F", quoted, sizeof quoted));
+  EXPECT_FALSE(QuoteName("L\xC3\xBC", quoted, sizeof quoted)) << "not ASCII";
+  EXPECT_FALSE(QuoteName("", quoted, sizeof quoted));
+  EXPECT_FALSE(QuoteName("fan number one", quoted, sizeof quoted));
+  EXPECT_FALSE(QuoteName("\"\"\"\"", quoted, sizeof quoted)) << "twice as long, and an end";
 }
 
 TEST(PathText, ThereIsNoneForNodesThatABoardCannotName) {

@@ -137,6 +137,28 @@ TEST_F(Connecting, NamesThatAreNoDevicePathsAreLeftAlone) {
   EXPECT_EQ(Machine.Calls.CountOf(fake::Service::LocateDevicePath), 0U);
 }
 
+TEST_F(Connecting, EachOfManyControllersIsConnected) {
+  constexpr UINT8 kMany = 40;
+  std::deque<FakePci> controllers;
+  std::vector<BoardHardware> names;
+  for (UINT8 i = 0; i < kMany; i++) {
+    fake::DevicePath path = fake::DevicePath().PciRoot(1).Pci(i);
+    controllers.emplace_back(0x8086, i, 0x0C03).At(Machine, path);
+    Firmware.Names[&controllers.back()] = std::to_string(i);
+    names.push_back(HardwareAtPath(kHardwareUsb, path.Usb(1)));
+  }
+  Connect(names);
+  ASSERT_EQ(Firmware.Log.size(), kMany);
+  EXPECT_EQ(Firmware.Log.front(), "0*");
+  EXPECT_EQ(Firmware.Log.back(), "39*");
+}
+
+TEST_F(Connecting, PathWithoutNodesLeadsNowhere) {
+  Connect({HardwareAtPath(kHardwarePcie, fake::DevicePath())});
+  EXPECT_EQ(Machine.Calls.CountOf(fake::Service::LocateDevicePath), 0U);
+  EXPECT_EQ(Machine.Calls.CountOf(fake::Service::ConnectController), 0U);
+}
+
 TEST_F(Connecting, FailingServicesAreNotAskedForEver) {
   Machine.FailCall(fake::Service::ConnectController, 1, EFI_OUT_OF_RESOURCES, fake::kForever);
   Connect({HardwareAtPath(kHardwareNetwork, Root().Pci(0x1C).Pci(0)),

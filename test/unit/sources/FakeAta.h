@@ -39,6 +39,11 @@ class FakeAta : public FakeDevice {
     Place(machine, gEfiAtaPassThruProtocolGuid, &io_.Protocol, std::move(path));
     return *this;
   }
+  /// With a path that may be none.
+  FakeAta &AtRaw(fake::Firmware &machine, VOID *path) {
+    PlaceRaw(machine, gEfiAtaPassThruProtocolGuid, &io_.Protocol, path);
+    return *this;
+  }
 
   void Text(size_t word, size_t count, const std::string &text) {
     for (size_t i = 0; i < 2 * count; i++) {
@@ -55,6 +60,8 @@ class FakeAta : public FakeDevice {
 
   Kind Device = Kind::Disk;
   UINT16 Port = 2;
+  /// Behind which the device hangs; all ones without one.
+  UINT16 Multiplier = 0xFFFF;
   std::array<UINT16, 256> Words = {};
   /// Of every command.
   EFI_STATUS Failure = EFI_SUCCESS;
@@ -131,7 +138,7 @@ class FakeAta : public FakeDevice {
       fake::Firmware::Current().Problem("a command packet that the driver refuses");
       return EFI_INVALID_PARAMETER;
     }
-    if (port != ata->Port || multiplier != 0xFFFF || ata->Device == Kind::Nothing) {
+    if (port != ata->Port || multiplier != ata->Multiplier || ata->Device == Kind::Nothing) {
       return EFI_INVALID_PARAMETER;
     }
     if (!ata->IsThere()) {
@@ -169,7 +176,7 @@ class FakeAta : public FakeDevice {
     if (*multiplier != 0xFFFF || port != ata->Port || ata->Device != Kind::Disk) {
       return EFI_NOT_FOUND;
     }
-    ata->lastMultiplier_ = 0xFFFF;
+    ata->lastMultiplier_ = *multiplier = ata->Multiplier;
     return EFI_SUCCESS;
   }
 

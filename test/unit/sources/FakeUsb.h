@@ -29,6 +29,11 @@ class FakeUsb : public FakeDevice {
     Place(machine, gEfiUsbIoProtocolGuid, &io_.Protocol, std::move(path));
     return *this;
   }
+  /// With a path that may be none.
+  FakeUsb &AtRaw(fake::Firmware &machine, VOID *path) {
+    PlaceRaw(machine, gEfiUsbIoProtocolGuid, &io_.Protocol, path);
+    return *this;
+  }
 
   /// Makes it another product; a hub with a class.
   FakeUsb &Named(const std::u16string &product, UINT8 deviceClass = 0) {
@@ -41,6 +46,8 @@ class FakeUsb : public FakeDevice {
   EFI_USB_INTERFACE_DESCRIPTOR InterfaceDescriptor;
   std::map<UINT8, std::u16string> Texts;
   std::vector<UINT16> Languages = {0x0409, 0x0407};
+  /// Told of the table of languages instead of its size, when set.
+  std::optional<UINT16> LanguageBytes;
   EFI_STATUS Failure = EFI_SUCCESS;
   EFI_STATUS InterfaceFailure = EFI_SUCCESS;
   EFI_STATUS TextFailure = EFI_SUCCESS;
@@ -85,7 +92,8 @@ class FakeUsb : public FakeDevice {
     EFI_STATUS status = usb->Result(usb->LanguageFailure);
     if (!EFI_ERROR(status)) {
       *table = usb->Languages.empty() ? nullptr : usb->Languages.data();
-      *size = static_cast<UINT16>(usb->Languages.size() * sizeof(UINT16));
+      UINT16 whole = static_cast<UINT16>(usb->Languages.size() * sizeof(UINT16));
+      *size = usb->LanguageBytes.value_or(whole);
     }
     return status;
   }

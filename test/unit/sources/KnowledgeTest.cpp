@@ -81,6 +81,15 @@ TEST_F(HostKnowledge, ReadingOnceReadsWhatWasNotReadYet) {
   EXPECT_EQ(sensor.Readings, 1);
 }
 
+TEST_F(HostKnowledge, ComponentWithoutHardwareIsNotReadBeforeItIsAskedFor) {
+  Parts.AddHardware(kFan, kHardwareSensor, "FAN");
+  ASSERT_EQ(Start(), EFI_SUCCESS);
+  ReadHardwareOnce(&Known);
+  EXPECT_TRUE(Known.Components[kFan].Read);
+  EXPECT_FALSE(Known.Components[kProcessor].Read);
+  EXPECT_EQ(Ask(kProcessor), EFI_NOT_FOUND);
+}
+
 TEST_F(HostKnowledge, ArrivalIsNoticedAtTheNextQuestion) {
   Parts.AddHardware(kFan, kHardwareSensor, "FAN");
   ASSERT_EQ(Start(), EFI_SUCCESS);

@@ -189,6 +189,17 @@ TEST_F(HostMemoryTotal, ModulesOfUnknownSizeAndSpeedAreCounted) {
   EXPECT_EQ(Line("Modules"), "2 in 2 slots");
 }
 
+TEST_F(HostMemoryTotal, SpeedThatNoModuleTellsIsLeftOut) {
+  Record unknown = Usual();
+  unknown.Speed = 0;
+  unknown.ConfiguredMemoryClockSpeed = 0;
+  unknown.MemoryType = MemoryTypeDram;
+  AddModule(unknown, "DIMM");
+  EXPECT_EQ(Read(ReadMemoryTotal), EFI_SUCCESS);
+  EXPECT_EQ(Line("Total Memory"), "16 GB");
+  EXPECT_EQ(Line("Frequency"), "-");
+}
+
 TEST_F(HostMemoryTotal, FlashOfTheFirmwareIsNoMemory) {
   AddSized(2048, 3200);
   Record flash = Usual();

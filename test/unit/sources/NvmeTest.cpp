@@ -120,6 +120,25 @@ TEST_F(Nvme, TemperatureOutsideWhatThereIsAndEndlessHoursAreLeftOut) {
   EXPECT_EQ(AskDrive().Line("Temperature"), "(none)");
 }
 
+TEST_F(Nvme, ControllerThatIsNoNvmeDriveIsNoneWithoutADriver) {
+  FakePci sata(0x8086, 0xA282, 0x0106);
+  sata.At(Machine, Controller());
+  FakePci silent(0x144D, 0xA80C, 0x0108);
+  silent.Failure = EFI_DEVICE_ERROR;
+  silent.At(Machine, Controller().Pci(1));
+  EXPECT_EQ(AskDrive().Status, EFI_NOT_FOUND);
+}
+
+TEST_F(Nvme, IdentityOfOneByteOverAndOverIsAnAnswer) {
+  Drive.At(Machine, Controller());
+  Drive.Identity.fill(' ');
+  DeviceAnswer answer = AskDrive();
+  EXPECT_EQ(answer.Status, EFI_SUCCESS);
+  EXPECT_EQ(answer.Line("Model"), "(none)");
+  EXPECT_EQ(answer.Line("Capacity"), "(none)") << "more than counts";
+  EXPECT_EQ(answer.Line("Temperature"), "41 C");
+}
+
 void ForgetCapacity(FakeNvme *drive) {
   constexpr size_t kOffset = OFFSET_OF(NVME_ADMIN_CONTROLLER_DATA, Tnvmcap);
   std::fill_n(drive->Identity.begin() + kOffset, 16, UINT8{0});

@@ -161,6 +161,16 @@ TEST_F(Display, NameIsThatOfTheFirstAdapter) {
   EXPECT_STREQ(name, "VGA");
 }
 
+TEST_F(Display, ProtocolWithoutAnInterfaceHasNoName) {
+  EFI_HANDLE mark = Machine.Install(gEfiPciIoProtocolGuid, nullptr);
+  FakePci adapter(0x10DE, 0x2504, 0x0300);
+  adapter.At(Machine, Adapter());
+  CHAR8 name[40];
+  EXPECT_EQ(DisplayName(name, sizeof name), EFI_SUCCESS);
+  EXPECT_STREQ(name, "NVIDIA VGA controller");
+  Machine.Uninstall(mark, gEfiPciIoProtocolGuid, nullptr);
+}
+
 TEST_F(Display, NameNeedsTheFirmwaresMemory) {
   FakePci adapter(0x10DE, 0x2504, 0x0300);
   adapter.At(Machine, Adapter());

@@ -123,6 +123,14 @@ TEST_F(Sensor, SensorThatLeavesDuringTheSearchIsNotThere) {
   EXPECT_EQ(AskFan().Status, EFI_NOT_FOUND);
 }
 
+TEST_F(Sensor, ProtocolWithoutAnInterfaceIsNoSensor) {
+  EFI_HANDLE mark = Machine.Install(gObvSensorProtocolGuid, nullptr);
+  EXPECT_EQ(AskFan().Status, EFI_NOT_FOUND);
+  Fan.At(Machine);
+  EXPECT_EQ(AskFan().Where.Handle, Fan.Handle);
+  Machine.Uninstall(mark, gObvSensorProtocolGuid, nullptr);
+}
+
 TEST(SensorFailures, FailingServicesGetSoundAnswers) {
   uint64_t runs = 0;
   std::string complaints = AnswersDespiteFailures(

@@ -150,6 +150,14 @@ TEST_F(Usb, DeviceWithoutTextsTellsTheRest) {
   EXPECT_EQ(AskPort().Told.Count, 3U);
 }
 
+TEST_F(Usb, TableOfLanguagesThatIsTooShortForOneHasNone) {
+  Device.At(Machine, Controller().Usb(3));
+  Device.LanguageBytes = 1;
+  EXPECT_EQ(AskPort().Line("Product"), "(none)");
+  Device.LanguageBytes = 2;
+  EXPECT_EQ(AskPort().Line("Product"), "USB Keyboard");
+}
+
 TEST_F(Usb, DeviceThatLeavesInTheMiddleStillHasASoundAnswer) {
   for (int leaving = 1; leaving <= 7; leaving++) {
     Device.At(Machine, Controller().Usb(3));
@@ -174,6 +182,33 @@ TEST_F(Usb, HubThatLeavesBeforeItsDevicesAreCountedHasNone) {
     }
   };
   EXPECT_EQ(AskPort().Line("Devices"), "0");
+}
+
+TEST_F(Usb, InputDevicesAreToldByWhatTheFirmwareCanUseThemAs) {
+  Device.At(Machine, Controller().Usb(3));
+  Device.InterfaceDescriptor.InterfaceProtocol = 2;
+  EXPECT_EQ(AskPort().Line("Type"), "Mouse");
+  Device.InterfaceDescriptor.InterfaceProtocol = 0;
+  EXPECT_EQ(AskPort().Line("Type"), "Input device");
+  Device.InterfaceDescriptor.InterfaceClass = 8;
+  Device.InterfaceDescriptor.InterfaceProtocol = 2;
+  EXPECT_EQ(AskPort().Line("Type"), "Storage device") << "the number means something else there";
+}
+
+TEST_F(Usb, CompositeDeviceIsToldByItsInterfaceAndAnotherByItself) {
+  Device.At(Machine, Controller().Usb(3));
+  Device.Descriptor.DeviceClass = 0xEF;
+  EXPECT_EQ(AskPort().Line("Type"), "Keyboard");
+  Device.Descriptor.DeviceClass = 0xE0;
+  EXPECT_EQ(AskPort().Line("Type"), "Wireless controller");
+}
+
+TEST_F(Usb, SpeedOfUsb3IsNotToldOfADeviceThatRunsSlower) {
+  Device.Descriptor.BcdUSB = 0x0300;
+  Device.At(Machine, Controller().Usb(3));
+  DeviceAnswer answer = AskPort();
+  EXPECT_EQ(answer.Line("USB version"), "3.0");
+  EXPECT_EQ(answer.Line("Speed"), "(none)");
 }
 
 TEST(UsbFailures, FailingServicesGetSoundAnswers) {
