@@ -8,7 +8,7 @@ import yaml
 
 from computer import PATIENCE, Computer, boot
 from conftest import CLONE, FOLDER, programs
-from support.qemu_boot import DEMO_SENSORS, HOST
+from support.qemu_boot import DEMO_SENSORS, HOST, SETUP
 from support.qemu_disk import read_file
 from support.qemu_hardware import BRAND, LAN_ADDRESS, Stick, demo_options
 from test_pointer import tablet_to
@@ -34,8 +34,8 @@ def demo() -> Iterator[Computer]:
 
 @pytest.fixture(scope="module")
 def cycled(demo: Computer) -> str:
-    """What loading and unloading the host twice leaves behind."""
-    return demo.probe("cycle", HOST)
+    """What loading and unloading host and setup twice leaves behind."""
+    return demo.probe("cycle", HOST, SETUP)
 
 
 @pytest.fixture(scope="module")
@@ -63,7 +63,7 @@ def ask(computer: Computer) -> Told:
     return found
 
 
-def test_unloading_the_host_leaves_nothing_behind(cycled: str) -> None:
+def test_unloading_host_and_setup_leaves_nothing_behind(cycled: str) -> None:
     found = re.search(r"handles (\d+) (\d+), pages (\d+) (\d+)", cycled)
     assert found, cycled
     handles_before, handles_after, pages_before, pages_after = map(int, found.groups())

@@ -41,32 +41,38 @@ EFI_STATUS Count(Census *census) {
   return CountPages(&census->Pages);
 }
 
-EFI_STATUS LoadAskUnload(EFI_HANDLE probe, const CHAR16 *name) {
-  EFI_HANDLE driver = nullptr;
-  EFI_STATUS status = LoadProgram(probe, name, &driver);
-  if (EFI_ERROR(status)) {
-    return status;
+EFI_STATUS Start(EFI_HANDLE probe, const CHAR16 *name, EFI_HANDLE *driver) {
+  EFI_STATUS status = LoadProgram(probe, name, driver);
+  return EFI_ERROR(status) ? status : gBS->StartImage(*driver, nullptr, nullptr);
+}
+
+EFI_STATUS LoadAskUnload(EFI_HANDLE probe, const CHAR16 *host, const CHAR16 *setup) {
+  EFI_HANDLE drivers[2] = {};
+  EFI_STATUS status = Start(probe, host, &drivers[0]);
+  if (!EFI_ERROR(status)) {
+    status = Start(probe, setup, &drivers[1]);
   }
-  status = gBS->StartImage(driver, nullptr, nullptr);
-  if (EFI_ERROR(status)) {
-    return status;
+  if (!EFI_ERROR(status)) {
+    status = LogStates();
   }
-  status = LogStates();
-  EFI_STATUS unloaded = gBS->UnloadImage(driver);
-  return EFI_ERROR(status) ? status : unloaded;
+  for (EFI_HANDLE driver : {drivers[1], drivers[0]}) {
+    EFI_STATUS unloaded = driver == nullptr ? EFI_SUCCESS : gBS->UnloadImage(driver);
+    status = EFI_ERROR(status) ? status : unloaded;
+  }
+  return status;
 }
 
 }  // namespace
 
-EFI_STATUS CycleHost(EFI_HANDLE probe, const CHAR16 *name) {
+EFI_STATUS CycleHostAndSetup(EFI_HANDLE probe, const CHAR16 *host, const CHAR16 *setup) {
   Census before = {};
   Census after = {};
-  EFI_STATUS status = LoadAskUnload(probe, name);
+  EFI_STATUS status = LoadAskUnload(probe, host, setup);
   if (!EFI_ERROR(status)) {
     status = Count(&before);
   }
   if (!EFI_ERROR(status)) {
-    status = LoadAskUnload(probe, name);
+    status = LoadAskUnload(probe, host, setup);
   }
   if (!EFI_ERROR(status)) {
     status = Count(&after);

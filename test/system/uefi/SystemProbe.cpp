@@ -81,8 +81,8 @@ EFI_STATUS Execute(EFI_HANDLE image, const Arguments &arguments) {
   if (Is(arguments, u"components", 3)) {
     return LogComponents(Number(arguments, 1), Number(arguments, 2));
   }
-  if (Is(arguments, u"cycle", 2)) {
-    return CycleHost(image, arguments.Texts[1]);
+  if (Is(arguments, u"cycle", 3)) {
+    return CycleHostAndSetup(image, arguments.Texts[1], arguments.Texts[2]);
   }
   if (Is(arguments, u"states", 1)) {
     return LogStates();
