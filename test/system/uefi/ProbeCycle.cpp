@@ -55,8 +55,8 @@ EFI_STATUS LoadAskUnload(EFI_HANDLE probe, const CHAR16 *host, const CHAR16 *set
   if (!EFI_ERROR(status)) {
     status = LogStates();
   }
-  for (EFI_HANDLE driver : {drivers[1], drivers[0]}) {
-    EFI_STATUS unloaded = driver == nullptr ? EFI_SUCCESS : gBS->UnloadImage(driver);
+  for (UINTN i = ARRAY_SIZE(drivers); i-- > 0;) {
+    EFI_STATUS unloaded = drivers[i] == nullptr ? EFI_SUCCESS : gBS->UnloadImage(drivers[i]);
     status = EFI_ERROR(status) ? status : unloaded;
   }
   return status;
