@@ -26,10 +26,10 @@ void ShowTrouble(EFI_HII_HANDLE pages, Trouble trouble) {
   EFI_STATUS status =
       gBS->LocateProtocol(&gEfiHiiPopupProtocolGuid, nullptr, reinterpret_cast<VOID **>(&popup));
   if (!EFI_ERROR(status)) {
-    // The key that ended the view may still repeat, and would answer the message unread.
-    (void)gST->ConIn->Reset(gST->ConIn, FALSE);
+    // Without a place for the answer nobody would wait for one.
+    EFI_HII_POPUP_SELECTION answer = EfiHiiPopupSelectionOk;
     (void)popup->CreatePopup(popup, EfiHiiPopupStyleError, EfiHiiPopupTypeOk, pages,
-                             MessageOf(trouble), nullptr);
+                             MessageOf(trouble), &answer);
   }
 }
 
