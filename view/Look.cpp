@@ -32,8 +32,8 @@ const lv_font_t *FontOf(const OBV_FONT_CHOICE &choice) {
 const lv_font_t *StandardFont(UINT8 size) { return GetFont(ScaledFontSize(size), kStandardFace); }
 
 bool TextRoomGrows() {
-  static_assert(sizeof(OBV_TEXT_ROOM_GROWS) == OBV_TEXT_ROOM_SIZE);
-  return CompareMem(Look().TextRoom, OBV_TEXT_ROOM_GROWS, OBV_TEXT_ROOM_SIZE) == 0;
+  static_assert(sizeof(OBV_ROOM_GROWS) == OBV_ROOM_SIZE);
+  return CompareMem(Look().TextRoom, OBV_ROOM_GROWS, OBV_ROOM_SIZE) == 0;
 }
 
 void InitializeButtonStyle(lv_style_t *style, const ButtonLook &look) {

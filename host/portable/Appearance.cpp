@@ -97,7 +97,7 @@ void RaiseContrast(OBV_CONFIG *config) {
 void Enlarge(OBV_FONT_CHOICE *font) { font->Size = static_cast<UINT8>(font->Size * 3 / 2); }
 
 void EnlargeText(OBV_CONFIG *config) {
-  SetText(config->TextRoom, OBV_TEXT_ROOM_GROWS);
+  SetText(config->TextRoom, OBV_ROOM_GROWS);
   Enlarge(&config->TitleFont);
   Enlarge(&config->KeyHelpFont);
   Enlarge(&config->FooterFont);

@@ -23,11 +23,11 @@
 #define OBV_MARKER_AMBER  2
 
 /// Room for OBV_CONFIG.TextRoom.
-#define OBV_TEXT_ROOM_SIZE  16
+#define OBV_ROOM_SIZE  16
 /// With exactly this text there, the room of title, key help, footer and summary grows with their
 /// fonts, for sizes well above the usual. With anything else it is fixed: the bytes are no field of
 /// older hosts, which may have left anything there.
-#define OBV_TEXT_ROOM_GROWS  "room that grows"
+#define OBV_ROOM_GROWS  "room that grows"
 
 typedef struct {
   CHAR8    Name[OBV_FONT_NAME_SIZE];
@@ -64,7 +64,7 @@ typedef struct {
   CHAR8                     FocusLeaderColor[OBV_COLOR_TEXT_SIZE];
   CHAR8                     HotspotColor[OBV_COLOR_TEXT_SIZE];
   UINT8                     MarkerTheme;                            ///< OBV_MARKER_*.
-  CHAR8                     TextRoom[OBV_TEXT_ROOM_SIZE];           ///< OBV_TEXT_ROOM_GROWS, or anything.
+  CHAR8                     TextRoom[OBV_ROOM_SIZE];           ///< OBV_ROOM_GROWS, or anything.
   UINT8                     Reserved0DD[66];
   OBV_FONT_CHOICE           CalloutFont;                            ///< Callouts and the close button.
   UINT8                     Reserved134[82];

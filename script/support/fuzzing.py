@@ -40,6 +40,7 @@ FIXED_RUNS_OF = {
     "BoardBinaryFuzz": 10_000,
     "BoardViewFuzz": 300,
     "ComponentFuzz": 200,
+    "DeviceFuzz": 2_000,
     "FaultFuzz": 200,
     "FontFuzz": 500,
     "InputFuzz": 200,

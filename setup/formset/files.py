@@ -1,9 +1,12 @@
 """The formset's other files: strings for EDK2's tools, and the tables of the driver."""
 
+import unicodedata
 from collections.abc import Iterable
 
 from formset import model
 from formset.model import Formset
+
+UNDRAWN = "\u200b"  # zero width space
 
 
 def strings(formset: Formset) -> str:
@@ -14,7 +17,8 @@ def strings(formset: Formset) -> str:
         lines.append("")
         for place, (code, word) in enumerate(text.words.items()):
             head = f"#string {text.identifier}" if place == 0 else ""
-            lines.append(f'{head:<32} #language {code:<8} "{escape(plain(word))}"')
+            marked = with_widths(escape(plain(word)))
+            lines.append(f'{head:<32} #language {code:<8} "{marked}"')
     return "\n".join([*lines, ""])
 
 
@@ -25,6 +29,17 @@ def plain(word: str) -> str:
 
 def escape(word: str) -> str:
     return word.replace("\\", "\\\\").replace('"', '\\"')
+
+
+def with_widths(word: str) -> str:
+    """With a sign that no font draws behind each sign of two columns.
+
+    EDK2's console gives a text eight pixels for each of its signs, and shows no more of it; signs
+    without a glyph count, but take no place.
+    """
+    return "".join(
+        sign + UNDRAWN if unicodedata.east_asian_width(sign) in "WF" else sign for sign in word
+    )
 
 
 def table(formset: Formset, glyphs: bytes) -> str:

@@ -3,6 +3,7 @@
 import re
 import struct
 import sys
+import unicodedata
 from dataclasses import replace
 from pathlib import Path
 
@@ -188,3 +189,14 @@ def test_a_second_run_leaves_the_files_alone(tmp_path: Path) -> None:
     assert set(before) == {generate.FORMS, generate.STRINGS, generate.TABLE}
     generate.generate(BOARD, FONT, tmp_path)
     assert before == {file.name: file.stat().st_mtime_ns for file in tmp_path.iterdir()}
+
+
+def test_a_sign_of_two_columns_counts_as_two(formset: Formset) -> None:
+    """EDK2's console gives a text a column for each of its signs, and cuts off the rest."""
+    assert files.with_widths("PCI 插槽") == "PCI 插\u200b槽\u200b"
+    assert files.with_widths("Steckplätze") == "Steckplätze"
+    written = files.strings(formset)
+    wide = [sign for sign in written if unicodedata.east_asian_width(sign) in "WF"]
+    assert wide
+    assert written.count(files.UNDRAWN) == len(wide)
+    assert files.UNDRAWN not in glyphs.characters(formset)
