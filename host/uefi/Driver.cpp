@@ -11,7 +11,7 @@
 
 namespace obv_host {
 
-Driver gDriver;
+constinit Driver gDriver = {};
 
 namespace {
 
