@@ -15,9 +15,12 @@ KEY_GAP_MS = 100
 VIEW_IS_UP = "Preparation cost"
 END_OF_RUN = "User used APP for"
 MOST_STEPS = 60
+# At the end, what may not be a whole code yet.
+_OPEN_CODE = re.compile(r"\x1b(\[[0-9;?]*)?$")
 # An entry's row: an arrow before a page's, the name, and behind a bracket or a wide gap its value
 # and its help.
 _NAME = re.compile(r"(?:> +)?(.*?) *(?:[<\[]| {3}|$)")
+PATIENCE_FOR_A_STEP = 2.0
 REST = 0.35  # seconds without a new character; the page stands then
 
 
@@ -26,6 +29,17 @@ class Setup:
 
     def __init__(self, machine: Machine) -> None:
         self.machine = machine
+        self._terminal = Terminal()
+        self._seen = 0  # characters of the console that the terminal has got
+
+    def shown(self) -> Terminal:
+        """What the console shows now."""
+        text = self.machine.console_text()
+        open_code = _OPEN_CODE.search(text, self._seen)
+        end = open_code.start() if open_code else len(text)
+        self._terminal.feed(text[self._seen : end])
+        self._seen = end
+        return self._terminal
 
     def screen(self) -> Terminal:
         """What the console shows once it has come to rest."""
@@ -40,9 +54,7 @@ class Setup:
             if time.monotonic() > deadline:
                 raise MachineError("The setup's screen does not come to rest.")
             time.sleep(0.05)
-        terminal = Terminal()
-        terminal.feed(self.machine.console_text())
-        return terminal
+        return self.shown()
 
     def wait_for(self, text: str) -> Terminal:
         self.machine.wait_for(lambda: text in self.screen().text(), f'"{text}"', PATIENCE)
@@ -55,16 +67,31 @@ class Setup:
 
     def is_at(self, text: str) -> bool:
         """Whether the bar of the form browser is on the entry of this name, whatever its value."""
-        rows = self.screen().standing_out()
+        return self._names(self.screen().standing_out(), text)
+
+    @staticmethod
+    def _names(rows: list[str], text: str) -> bool:
         return any((name := _NAME.match(row)) and name[1] == text for row in rows)
 
     def go_to(self, text: str) -> None:
         """Move the bar to an entry."""
+        at = self.screen().standing_out()
         for _ in range(MOST_STEPS):
-            if self.is_at(text):
+            if self._names(at, text):
                 return
-            self.press("down")
+            at = self._step_from(at)
         raise MachineError(f'There is no entry "{text}": {self.screen().standing_out()}')
+
+    def _step_from(self, rows: list[str]) -> list[str]:
+        """One entry down; returns where the bar is then, or still is."""
+        self.machine.input.tap("down", KEY_GAP_MS)
+        deadline = time.monotonic() + PATIENCE_FOR_A_STEP
+        while time.monotonic() < deadline:
+            now = self.shown().standing_out()
+            if len(now) == 1 and now != rows:
+                return now
+            time.sleep(0.03)
+        return self.screen().standing_out()
 
     def choose(self, text: str) -> Terminal:
         self.go_to(text)
