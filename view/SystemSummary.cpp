@@ -1,5 +1,6 @@
 #include "view/SystemSummary.h"
 
+#include "app/base/Geometry.h"
 #include "app/base/HostClient.h"
 #include "app/base/HostFormat.h"
 #include "platform/ColorText.h"
@@ -94,16 +95,19 @@ lv_coord_t NeededHeight(const lv_obj_t *label) {
   return size.y;
 }
 
-/// Gives the text all the height that it needs, above the lower rule; the panels make room.
+/// Gives the text the height that it needs, above the lower rule, and the lower half of the screen
+/// at most; the panels make room.
 void GrowUpwards(lv_obj_t *label) {
   lv_obj_update_layout(label);
   lv_coord_t height = NeededHeight(label);
   if (height <= lv_obj_get_height(label)) {
     return;
   }
-  lv_coord_t top = static_cast<lv_coord_t>(Pixels(LowerRuleY()) - height);
+  lv_coord_t rule = Pixels(LowerRuleY());
+  lv_coord_t middle = static_cast<lv_coord_t>(gGeometry.ViewHeight / 2);
+  lv_coord_t top = rule - height < middle ? middle : static_cast<lv_coord_t>(rule - height);
   lv_obj_set_pos(label, Pixels(PanelLeft()), top);
-  lv_obj_set_height(label, height);
+  lv_obj_set_height(label, static_cast<lv_coord_t>(rule - top));
   RaisePanelFoot(top);
 }
 

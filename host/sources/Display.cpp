@@ -3,31 +3,10 @@
 #include "host/sources/PciFacts.h"
 
 namespace obv_host {
-namespace {
 
-void TellMode(const PathNodes &place, Facts *facts) {
-  Presence output;
-  EFI_STATUS status =
-      FindDevice({&gEfiGraphicsOutputProtocolGuid, place, AcceptAnything, nullptr}, &output);
-  if (EFI_ERROR(status)) {
-    return;
-  }
-  const auto *gop = static_cast<const EFI_GRAPHICS_OUTPUT_PROTOCOL *>(output.Interface);
-  if (gop->Mode != nullptr && gop->Mode->Info != nullptr) {
-    TellFact(facts, OBV_INFO_DESCRIPTION, "Resolution", "%u x %u",
-             gop->Mode->Info->HorizontalResolution, gop->Mode->Info->VerticalResolution);
-  }
-}
-
-}  // namespace
-
+/// Nothing of its mode: the view changes that after it has asked.
 EFI_STATUS ReadDisplay(const BoardHardware &hardware, Facts *facts, Presence *presence) {
-  PathNodes place = NodesOf(hardware.Name);
-  EFI_STATUS status = ReadPciDeviceAt(place, facts, presence);
-  if (!EFI_ERROR(status)) {
-    TellMode(place, facts);
-  }
-  return status;
+  return ReadPciDeviceAt(NodesOf(hardware.Name), facts, presence);
 }
 
 EFI_STATUS DisplayName(CHAR8 *name, UINTN size) {

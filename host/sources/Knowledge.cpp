@@ -55,10 +55,10 @@ UINT64 Now(const Knowledge &knowledge) {
   return knowledge.Services->ReadClock(knowledge.Services->Context);
 }
 
-bool IsOld(const Knowledge &knowledge, const KnownComponent &known, UINT64 now) {
-  bool waiting = known.Status == EFI_NOT_READY;
-  return (known.Ages || waiting) && now - known.ReadTime >= kFactsAge &&
-         now - knowledge.LastForAge >= kAgePause;
+/// Whether what changes by itself, or was not ready, was looked at too long ago.
+bool IsOld(const KnownComponent &known, UINT64 now) {
+  bool changes = known.Ages || known.Status == EFI_NOT_READY;
+  return changes && now - known.ReadTime >= kFactsAge;
 }
 
 bool MeetsConditions(const Board &board, const BoardComponent &component) {
@@ -143,15 +143,17 @@ void StopKnowledge(Knowledge *knowledge) {
   ZeroMem(knowledge, sizeof(*knowledge));
 }
 
-void ReadHardwareOnce(Knowledge *knowledge) {
+void ReadHardwareAtStart(Knowledge *knowledge) {
   if (knowledge->Components == nullptr) {
     return;
   }
   const Board &board = *knowledge->ActiveBoard;
+  UINT64 now = Now(*knowledge);
   for (UINTN i = 0; i < board.Header.ComponentCount; ++i) {
     BoardComponent component = ComponentAt(board, i);
-    if (component.HardwareCount != 0 && !knowledge->Components[i].Read) {
-      ReadComponent(*knowledge, component, &knowledge->Components[i]);
+    KnownComponent *known = &knowledge->Components[i];
+    if (component.HardwareCount != 0 && (!known->Read || IsOld(*known, now))) {
+      ReadComponent(*knowledge, component, known);
     }
   }
 }
@@ -166,7 +168,7 @@ EFI_STATUS AskKnowledge(Knowledge *knowledge, UINTN component, Facts *facts) {
   if (!known->Read || known->Arrivals != ArrivalsFor(*knowledge, described) ||
       !IsStillThere(known->Where)) {
     ReadComponent(*knowledge, described, known);
-  } else if (IsOld(*knowledge, *known, now)) {
+  } else if (IsOld(*known, now) && now - knowledge->LastForAge >= kAgePause) {
     knowledge->LastForAge = now;
     ReadComponent(*knowledge, described, known);
   }

@@ -55,8 +55,9 @@ struct Knowledge {
 /// Ends it: no event, no memory is left. Harmless where nothing was begun.
 void StopKnowledge(Knowledge *knowledge);
 
-/// Reads everything that was not read yet.
-void ReadHardwareOnce(Knowledge *knowledge);
+/// At the start of a view: reads everything that was not read yet or is old, as the view asks again
+/// for some categories only.
+void ReadHardwareAtStart(Knowledge *knowledge);
 
 /// HostServices.AskHardware. component is an index into the board.
 EFI_STATUS AskKnowledge(Knowledge *knowledge, UINTN component, Facts *facts);

@@ -15,13 +15,13 @@ constexpr UINTN kLongest = OBV_SYSTEM_INFO_TEXT_LENGTH - 1;
 
 using SystemField = CHAR16[OBV_SYSTEM_INFO_TEXT_LENGTH];
 
-/// A text that is printed and coloured: '#' is doubled. In the machine's text a
-/// '%' would be a directive, too.
+/// A text that is coloured: '#' is doubled. The machine's text is not; it is printed, where a '%'
+/// would be a directive.
 void SetText(const CHAR8 *text, UINTN limit, bool isFormat, SystemField *field) {
   ZeroMem(field, sizeof(*field));
   UINTN written = 0;
   for (UINTN i = 0; text[i] != '\0'; ++i) {
-    UINTN width = text[i] == '#' ? 2 : 1;
+    UINTN width = text[i] == '#' && !isFormat ? 2 : 1;
     if (written + width > limit) {
       return;
     }

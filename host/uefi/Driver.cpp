@@ -36,7 +36,7 @@ void MeetDriverHardware(void *) {
   UINT64 start = ReadMilliseconds(gDriver.Timer);
   ConnectHardware(board);
   UINT64 connected = ReadMilliseconds(gDriver.Timer);
-  ReadHardwareOnce(&gDriver.Hardware);
+  ReadHardwareAtStart(&gDriver.Hardware);
   FillSystemTexts(board, &gDriver.Contract.Shared);
   HostDebugPrint(OBV_LOG_INFO, "[Host] Hardware connected in %ld ms, read in %ld ms\n",
                  connected - start, ReadMilliseconds(gDriver.Timer) - connected);

@@ -70,7 +70,7 @@ bool RunHostBench() {
     std::printf("The default board cannot be used\n");
     return false;
   }
-  obv_host::ReadHardwareOnce(&gKnowledge);
+  obv_host::ReadHardwareAtStart(&gKnowledge);
   auto askOften = [](obv_host::Host *host) {
     for (int i = 0; i < kQuestionsEach; i++) {
       AskForAll(host);

@@ -201,3 +201,8 @@ def test_a_sign_of_two_columns_counts_as_two(formset: Formset) -> None:
     assert wide
     assert written.count(files.UNDRAWN) == len(wide)
     assert files.UNDRAWN not in glyphs.characters(formset)
+
+
+def test_a_name_is_written_as_its_characters(components: tuple[Component, ...]) -> None:
+    odd = replace(components[0], name='A"\\n"B')
+    assert 'u"A\\"\\\\n\\"B"' in files.table(build((odd,), Texts(TEXTS)), b"")

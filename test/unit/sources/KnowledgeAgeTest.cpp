@@ -31,7 +31,7 @@ TEST_F(HostKnowledge, OneReadingASecondIsForAge) {
   Plug(&one);
   Plug(&two);
   ASSERT_EQ(Start(), EFI_SUCCESS);
-  ReadHardwareOnce(&Known);
+  ReadHardwareAtStart(&Known);
   Machine.Clock.Advance(30'000);
   Ask(kProcessor);
   Ask(kFan);
@@ -42,6 +42,26 @@ TEST_F(HostKnowledge, OneReadingASecondIsForAge) {
   EXPECT_EQ(two.Readings, 1);
   Machine.Clock.Advance(1);
   Ask(kFan);
+  EXPECT_EQ(two.Readings, 2);
+}
+
+// For most categories the view asks at its start alone.
+TEST_F(HostKnowledge, LaterViewReadsAnewWhateverIsOld) {
+  Parts.AddHardware(kProcessor, kHardwareSensor, "ONE");
+  Parts.AddHardware(kFan, kHardwareSensor, "TWO");
+  CountedSensor one("ONE");
+  CountedSensor two("TWO");
+  Plug(&one);
+  Plug(&two);
+  ASSERT_EQ(Start(), EFI_SUCCESS);
+  ReadHardwareAtStart(&Known);
+  Machine.Clock.Advance(29'999);
+  ReadHardwareAtStart(&Known);
+  EXPECT_EQ(one.Readings, 1);
+  EXPECT_EQ(two.Readings, 1);
+  Machine.Clock.Advance(1);
+  ReadHardwareAtStart(&Known);
+  EXPECT_EQ(one.Readings, 2);
   EXPECT_EQ(two.Readings, 2);
 }
 

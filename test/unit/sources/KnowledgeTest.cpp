@@ -8,7 +8,7 @@ TEST_F(HostKnowledge, BoardWithoutHardwareTakesNothing) {
   EXPECT_EQ(Start(), EFI_SUCCESS);
   EXPECT_EQ(Machine.Pool.LiveBlocks(), 0U);
   EXPECT_EQ(Machine.Events.LiveCount(), events);
-  ReadHardwareOnce(&Known);
+  ReadHardwareAtStart(&Known);
   EXPECT_EQ(Ask(), EFI_NOT_FOUND);
 }
 
@@ -75,8 +75,8 @@ TEST_F(HostKnowledge, ReadingOnceReadsWhatWasNotReadYet) {
   CountedSensor sensor("FAN");
   Plug(&sensor);
   ASSERT_EQ(Start(), EFI_SUCCESS);
-  ReadHardwareOnce(&Known);
-  ReadHardwareOnce(&Known);
+  ReadHardwareAtStart(&Known);
+  ReadHardwareAtStart(&Known);
   EXPECT_EQ(Ask(), EFI_SUCCESS);
   EXPECT_EQ(sensor.Readings, 1);
 }
@@ -84,7 +84,7 @@ TEST_F(HostKnowledge, ReadingOnceReadsWhatWasNotReadYet) {
 TEST_F(HostKnowledge, ComponentWithoutHardwareIsNotReadBeforeItIsAskedFor) {
   Parts.AddHardware(kFan, kHardwareSensor, "FAN");
   ASSERT_EQ(Start(), EFI_SUCCESS);
-  ReadHardwareOnce(&Known);
+  ReadHardwareAtStart(&Known);
   EXPECT_TRUE(Known.Components[kFan].Read);
   EXPECT_FALSE(Known.Components[kProcessor].Read);
   EXPECT_EQ(Ask(kProcessor), EFI_NOT_FOUND);

@@ -125,7 +125,7 @@ TEST_F(HostSystemTexts, LaterRecordsSpeakWhereTheFirstIsEmpty) {
 
 TEST_F(HostSystemTexts, MachineHoldsNoDirective) {
   AddBoard("100% #1", "%s%n");
-  EXPECT_EQ(Fill(kMachine), "100? ##1, S/N ?s?n");
+  EXPECT_EQ(Fill(kMachine), "100? #1, S/N ?s?n");
 }
 
 TEST_F(HostSystemTexts, FirstBootMayHoldPercentSigns) {
