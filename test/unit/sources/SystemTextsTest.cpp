@@ -139,7 +139,7 @@ TEST_F(HostSystemTexts, MachineIsCutAtItsLimit) {
   EXPECT_EQ(Fill(kMachine), std::string(49, 'x'));
   Table.Bytes.clear();
   AddBoard(std::string(48, 'x') + "#", "0815");
-  EXPECT_EQ(Fill(kMachine), std::string(48, 'x'));
+  EXPECT_EQ(Fill(kMachine), std::string(48, 'x') + "#");
   Table.Bytes.clear();
   AddBoard(std::string(127, 'x'), std::string(127, 'y'));
   EXPECT_EQ(Fill(kMachine), std::string(49, 'x'));
