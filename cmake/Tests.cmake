@@ -26,7 +26,7 @@ endfunction()
 
 # Far beyond what the longest test takes, in seconds: it is there for a test that hangs, and a busy
 # machine must not decide over a commit.
-set(test_timeout 1200)
+set(BOARDSCOPE_TEST_TIMEOUT 1200 CACHE STRING "Seconds after which a test counts as hanging")
 
 # Each case runs in a process of its own: the state of the application and of LVGL is one-shot.
 function(boardscope_test kind)
@@ -36,8 +36,8 @@ function(boardscope_test kind)
     gtest_discover_tests(
       boardscope_${kind}
       DISCOVERY_MODE PRE_TEST
-      DISCOVERY_TIMEOUT ${test_timeout}
-      PROPERTIES LABELS ${kind} TIMEOUT ${test_timeout}
+      DISCOVERY_TIMEOUT ${BOARDSCOPE_TEST_TIMEOUT}
+      PROPERTIES LABELS ${kind} TIMEOUT ${BOARDSCOPE_TEST_TIMEOUT}
     )
   endif()
 endfunction()
