@@ -66,7 +66,10 @@ def table(formset: Formset, glyphs: bytes) -> str:
             "};",
             "",
             "inline constexpr ViewEntry kViewEntries[] = {",
-            *(f'    {{{one.number:#06x}, {one.category}, u"{escape(one.name)}"}},' for one in entries),
+            *(
+                f'    {{{one.number:#06x}, {one.category}, u"{escape(one.name)}"}},'
+                for one in entries
+            ),
             "};",
             "",
             "inline constexpr const CHAR8 *kLanguageCodes[] = {",
