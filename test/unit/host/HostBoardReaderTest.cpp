@@ -254,7 +254,9 @@ TEST(HostBoardReader, PointsOutsideThePictureAreFaults) {
   };
   const std::string fault = "component 0: a point outside the picture";
   EXPECT_EQ(spoilt([](auto &c) { c.Marker = {320, 0}; }), fault);
+  EXPECT_EQ(spoilt([](auto &c) { c.Vertices[0] = {320, 0}; }), fault);
   EXPECT_EQ(spoilt([](auto &c) { c.Vertices[2] = {0, 180}; }), fault);
+  EXPECT_EQ(spoilt([](auto &c) { c.LeaderPoints[0] = {0, 180}; }), fault);
   EXPECT_EQ(spoilt([](auto &c) { c.LeaderPoints[1] = {65535, 0}; }), fault);
   EXPECT_EQ(spoilt([](auto &c) { c.Vertices[2] = {319, 179}; }), "");
   // Entries beyond the count are not used and not looked at.
