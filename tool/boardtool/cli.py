@@ -6,10 +6,11 @@ from dataclasses import dataclass
 from pathlib import Path
 
 from boardtool.binary import write_board
+from boardtool.checking import check
 from boardtool.model import Board
 from boardtool.picture import PictureError, encode_for_firmware, load_picture
 from boardtool.preview import draw_preview
-from boardtool.problems import BoardError
+from boardtool.problems import BoardError, Severity
 from boardtool.reading import read_board
 
 DESCRIPTION = "board.yaml"
@@ -59,16 +60,27 @@ def parse_arguments(arguments: list[str] | None) -> argparse.Namespace:
                 help=f"default: {command.output} beside the description",
             )
             subparser.set_defaults(default_output=command.output)
+        if command.name == "check":
+            subparser.add_argument(
+                "--strict", action="store_true", help="fail when there are warnings, too"
+            )
     return parser.parse_args(arguments)
 
 
-def run(arguments: argparse.Namespace) -> None:
+def run_check(path: Path, strict: bool) -> int:
+    problems = check(path)
+    for problem in problems:
+        print(problem, file=sys.stderr)
+    if not problems:
+        print(f"{path}: nothing to complain about")
+    return int(strict and bool(problems) or any(one.severity is Severity.ERROR for one in problems))
+
+
+def run(arguments: argparse.Namespace) -> int:
     path: Path = arguments.board / DESCRIPTION if arguments.board.is_dir() else arguments.board
-    board = read_board(path)
     if arguments.command == "check":
-        load_picture(board.picture)
-        print(f"{path}: {len(board.components)} components, nothing to complain about")
-        return
+        return run_check(path, arguments.strict)
+    board = read_board(path)
     output: Path = arguments.output or path.parent / arguments.default_output
     if arguments.command == "build":
         binary = build_board(board)
@@ -77,16 +89,16 @@ def run(arguments: argparse.Namespace) -> None:
     else:
         draw_preview(board, load_picture(board.picture)).save(output, "PNG")
         print(f"{output}: {len(board.components)} components drawn")
+    return 0
 
 
 def main(arguments: list[str] | None = None) -> int:
     parsed = parse_arguments(arguments)
     try:
-        run(parsed)
+        return run(parsed)
     except (BoardError, PictureError) as error:
         print(error, file=sys.stderr)
         return 1
     except OSError as error:
         print(f"{error.filename}: {error.strerror}", file=sys.stderr)
         return 1
-    return 0

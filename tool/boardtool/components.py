@@ -2,9 +2,10 @@
 
 from boardtool import limits
 from boardtool.cursor import Cursor, suggestion
-from boardtool.fields import read_name, read_outline, read_panel_text, read_point, read_points
+from boardtool.fields import read_name, read_panel_text
 from boardtool.hardware import read_hardware, read_needed_processor
-from boardtool.model import Component, InfoLine, Point
+from boardtool.model import Component, InfoLine
+from boardtool.points import Canvas, read_leader, read_outline, read_point
 
 REQUIRED = ("name", "category", "outline", "leader", "callout", "marker")
 OPTIONAL = (
@@ -21,7 +22,7 @@ OPTIONAL = (
 
 
 def read_components(
-    cursor: Cursor | None, picture_size: Point, style_names: list[str]
+    cursor: Cursor | None, canvas: Canvas, style_names: list[str]
 ) -> tuple[Component, ...]:
     """All components; problems are reported, and whoever asks must look for them."""
     items = (cursor.items() if cursor else None) or []
@@ -29,8 +30,9 @@ def read_components(
         cursor.report(f"{len(items)} components, at most {limits.COMPONENTS} are allowed")
     components: list[Component] = []
     lines: dict[str, int] = {}
-    for item in items:
-        component = _read_component(item, picture_size, style_names)
+    for number, item in enumerate(items):
+        _remember_name(number, item)
+        component = _read_component(item, canvas, style_names)
         if component is None:
             continue
         if component.name in lines:
@@ -41,26 +43,28 @@ def read_components(
     return tuple(components)
 
 
-def _read_component(
-    cursor: Cursor, picture_size: Point, style_names: list[str]
-) -> Component | None:
+def _remember_name(number: int, component: Cursor) -> None:
+    name = component.peek("name")
+    if name:
+        component.problems.names[number] = name
+
+
+def _read_component(cursor: Cursor, canvas: Canvas, style_names: list[str]) -> Component | None:
     fields = cursor.fields(REQUIRED, OPTIONAL)
     if any(name not in fields for name in REQUIRED):
         return None
     name = read_name(fields["name"])
     category = fields["category"].choice(limits.CATEGORIES)
-    outline = read_outline(fields["outline"], picture_size)
-    leader = read_points(
-        fields["leader"], picture_size, 1, limits.LEADER_POINTS_MAX, "leader points"
-    )
+    outline = read_outline(fields["outline"], canvas)
+    leader = read_leader(fields["leader"], canvas)
     callout = fields["callout"].choice(limits.CALLOUT_SIDES)
-    marker = read_point(fields["marker"], picture_size)
+    marker = read_point(fields["marker"], canvas)
     align = _choice(fields, "align", limits.ALIGNMENTS, "center")
     status = _choice(fields, "status", limits.STATUSES, "available")
     token = fields["token"].integer(0, limits.WORD) if "token" in fields else 0
     selectable = fields["selectable"].boolean() if "selectable" in fields else True
     special = fields["special_group"].boolean() if "special_group" in fields else False
-    style = _read_style_choice(cursor, fields.get("style"), style_names)
+    style = _read_style_choice(fields.get("style"), style_names)
     info = _read_info(fields.get("info"))
     if "hardware" in fields and "status" in fields:
         fields["status"].report("stands beside 'hardware', which tells the status; keep one")
@@ -94,16 +98,14 @@ def _choice(
     return fields[name].choice(values) if name in fields else values[default]
 
 
-def _read_style_choice(component: Cursor, cursor: Cursor | None, names: list[str]) -> int:
-    if cursor is None:
-        if not names:
-            component.report("there is no style for it; describe one under 'styles'")
+def _read_style_choice(cursor: Cursor | None, names: list[str]) -> int:
+    if cursor is None or not names:  # Without names, the styles are what is wrong.
         return 0
     name = cursor.text(limits.WORD)
     if name is None:
         return 0
     if name not in names:
-        cursor.report(f"there is no style {name!r}{suggestion(name, names) if names else ''}")
+        cursor.report(f"there is no style {name!r}{suggestion(name, names)}")
         return 0
     return names.index(name)
 

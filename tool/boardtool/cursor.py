@@ -5,12 +5,13 @@ finds the next problem too.
 """
 
 import difflib
+import re
 from collections.abc import Iterable, Mapping
 from dataclasses import dataclass
 
 import yaml
 
-from boardtool.problems import Problems
+from boardtool.problems import Problems, Severity
 
 KINDS = {
     "tag:yaml.org,2002:str": "text",
@@ -42,12 +43,17 @@ class Cursor:
     def report(self, text: str) -> None:
         self.problems.add(self.line, self.field, text)
 
+    def warn(self, text: str) -> None:
+        self.problems.add(self.line, self.field, text, Severity.WARNING)
+
     @property
     def line(self) -> int:
         return int(self.node.start_mark.line) + 1
 
     def at(self, node: yaml.Node, step: str) -> "Cursor":
-        return Cursor(node, f"{self.field}{step}", self.problems)
+        below = Cursor(node, f"{self.field}{step}", self.problems)
+        self.problems.lines.setdefault(below.field, below.line)
+        return below
 
     def found(self) -> str:
         kind = KINDS.get(self.node.tag, f"a {self.node.tag}")
@@ -63,8 +69,23 @@ class Cursor:
             return str(self.node.value)
         return None
 
+    def comment(self) -> str | None:
+        """What stands behind an unquoted value and looks as if it were meant: " #9", not " # 9"."""
+        if not isinstance(self.node, yaml.ScalarNode) or self.node.style is not None:
+            return None
+        mark = self.node.end_mark
+        rest = str(mark.buffer)[mark.pointer :].partition("\n")[0]
+        match = re.match(r"[ \t]+(#+[^\s#].*?)[\s\0]*$", rest)
+        return match[1] if match else None
+
     def is_mapping(self) -> bool:
         return isinstance(self.node, yaml.MappingNode)
+
+    def peek(self, name: str) -> str | None:
+        """The text of a field, whatever else is wrong; reports nothing."""
+        pairs = self.node.value if isinstance(self.node, yaml.MappingNode) else []
+        texts = (value.value for key, value in pairs if key.value == name)
+        return next((text for text in texts if isinstance(text, str)), None)
 
     def items(self) -> list["Cursor"] | None:
         """The entries of a list."""
@@ -109,7 +130,8 @@ class Cursor:
         """Text of at most limit UTF-16 code units, all of them whole characters."""
         value = self.scalar("str")
         if value is None:
-            self.expected('text (put it between "quotes")')
+            number = isinstance(self.node, yaml.ScalarNode) and self.node.value
+            self.expected('text (put it between "quotes")' if number else "text")
             return None
         wide = next((c for c in value if ord(c) > 0xFFFF or c == "\0"), None)
         if wide is not None:
@@ -130,6 +152,14 @@ class Cursor:
             self.report(f"{value}, {low} to {high} are allowed")
             return None
         return number
+
+    def integers(self) -> list[int] | None:
+        """The numbers of a list that holds nothing else; reports nothing."""
+        if not isinstance(self.node, yaml.SequenceNode):
+            return None
+        if any(node.tag != "tag:yaml.org,2002:int" for node in self.node.value):
+            return None
+        return [int(yaml.safe_load(node.value)) for node in self.node.value]
 
     def boolean(self) -> bool | None:
         value = self.scalar("bool")

@@ -1,67 +1,7 @@
-"""Fields with a meaning of their own: points, colours, names, panel texts."""
-
-import re
+"""Texts with a meaning of their own: names and what panels show."""
 
 from boardtool import limits
 from boardtool.cursor import Cursor
-from boardtool.model import Point
-
-
-def read_point(cursor: Cursor, picture_size: Point) -> Point | None:
-    """A point [x, y] inside the picture."""
-    items = cursor.items()
-    if items is None:
-        return None
-    if len(items) != 2:
-        cursor.report(f"a point is [x, y], found {len(items)} numbers")
-        return None
-    x = items[0].integer(-limits.WORD, limits.WORD)
-    y = items[1].integer(-limits.WORD, limits.WORD)
-    if x is None or y is None:
-        return None
-    width, height = picture_size
-    if not (0 <= x < width and 0 <= y < height):
-        cursor.report(f"({x}, {y}) is outside the picture of {width} x {height} pixels")
-        return None
-    return x, y
-
-
-def read_points(
-    cursor: Cursor, picture_size: Point, low: int, high: int, what: str
-) -> tuple[Point, ...]:
-    """A list of low to high points."""
-    items = cursor.items()
-    if items is None:
-        return ()
-    if len(items) > high:
-        cursor.report(f"{len(items)} {what}, at most {high} are allowed")
-    elif len(items) < low:
-        cursor.report(f"{len(items)} {what}, at least {low} are needed")
-    points = [read_point(item, picture_size) for item in items]
-    return tuple(point for point in points if point is not None)
-
-
-def read_outline(cursor: Cursor, picture_size: Point) -> tuple[Point, ...]:
-    points = read_points(cursor, picture_size, limits.VERTICES_MIN, limits.VERTICES_MAX, "vertices")
-    if len(points) >= limits.VERTICES_MIN:
-        columns = {x for x, _ in points}
-        rows = {y for _, y in points}
-        if len(columns) == 1 or len(rows) == 1:
-            cursor.report("all vertices lie on one line, so the outline has no area")
-    return points
-
-
-def read_color(cursor: Cursor) -> str | None:
-    """ "r,g,b" with numbers from 0 to 255; blanks are dropped."""
-    text = cursor.text(limits.COLOR_TEXT)
-    if text is None:
-        return None
-    match = re.fullmatch(r"\s*(\d{1,3})\s*,\s*(\d{1,3})\s*,\s*(\d{1,3})\s*", text, re.ASCII)
-    channels = [int(channel) for channel in match.groups()] if match else []
-    if not channels or max(channels) > limits.BYTE:
-        cursor.report(f'{text!r} is not a colour; write "red,green,blue", each 0 to 255')
-        return None
-    return ",".join(str(channel) for channel in channels)
 
 
 def read_name(cursor: Cursor) -> str | None:
@@ -69,6 +9,7 @@ def read_name(cursor: Cursor) -> str | None:
     name = cursor.text(limits.NAME)
     if name is None:
         return None
+    warn_of_comment(cursor, "a name cannot hold '#'")
     if not name:
         cursor.report("is empty")
         return None
@@ -79,11 +20,22 @@ def read_name(cursor: Cursor) -> str | None:
     return name
 
 
+def warn_of_comment(cursor: Cursor, advice: str) -> None:
+    """Warns when a '#' may have ended the text without its author's knowing."""
+    comment = cursor.comment()
+    if comment is not None:
+        cursor.warn(f"the text ends before {comment!r}, which YAML takes for a comment; {advice}")
+
+
 def read_panel_text(cursor: Cursor, limit: int) -> str | None:
     """A text that a panel draws with recolouring."""
     text = cursor.text(limit)
+    comment = cursor.comment()
     if text is None:
         return None
+    if comment is not None:
+        doubled = comment.replace("##", "#").replace("#", "##")
+        warn_of_comment(cursor, f'if it belongs to the text, write "{text} {doubled}"')
     bad = next((c for c in text if not " " <= c <= "~" and c != "\n"), None)
     if bad is not None:
         # The application narrows these texts to bytes.

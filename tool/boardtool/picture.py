@@ -6,6 +6,7 @@ from pathlib import Path
 from PIL import Image, UnidentifiedImageError
 
 from boardtool import limits
+from boardtool.cursor import suggestion
 from boardtool.model import Point
 
 
@@ -13,35 +14,39 @@ class PictureError(Exception):
     """A picture that cannot be used; the text says why."""
 
 
-def probe_picture(path: Path) -> Point:
-    """Width and height of a usable PNG; raises PictureError for any other file."""
+def load_picture(path: Path) -> Image.Image:
+    """The picture as 8-bit RGBA; raises PictureError for any file that is no sound PNG."""
     try:
+        # Decoding alone does not compare the checksums of the picture's data.
         with Image.open(path, formats=("PNG",)) as image:
-            width, height = image.size
+            _check_size(path, image.size)
+            image.verify()
+        with Image.open(path, formats=("PNG",)) as image:
+            return image.convert("RGBA")
     except FileNotFoundError:
-        raise PictureError(f"there is no file {path}") from None
+        raise PictureError(f"there is no file {path}{_meant(path)}") from None
     except UnidentifiedImageError:
         raise PictureError(f"{path} is not a PNG picture") from None
     except (OSError, ValueError, SyntaxError, Image.DecompressionBombError) as error:
-        raise PictureError(f"{path} cannot be read: {error}") from None
-    if width > limits.PICTURE_PIXELS or height > limits.PICTURE_PIXELS:
+        raise PictureError(f"{path} is damaged or cut off: {error}") from None
+
+
+def _check_size(path: Path, size: Point) -> None:
+    width, height = size
+    if max(size) > limits.PICTURE_PIXELS:
         raise PictureError(
             f"{path} has {width} x {height} pixels, at most {limits.PICTURE_PIXELS} in each "
             "direction are allowed"
         )
-    return width, height
 
 
-def load_picture(path: Path) -> Image.Image:
-    """The picture as 8-bit RGBA; raises PictureError when its data is damaged."""
-    try:
-        # Decoding alone does not compare the checksums of the picture's data.
-        with Image.open(path, formats=("PNG",)) as image:
-            image.verify()
-        with Image.open(path, formats=("PNG",)) as image:
-            return image.convert("RGBA")
-    except (OSError, ValueError, SyntaxError, Image.DecompressionBombError) as error:
-        raise PictureError(f"{path} cannot be decoded: {error}") from None
+def _meant(path: Path) -> str:
+    """The file beside it that has nearly this name, as the end of a sentence."""
+    names = [one.name for one in path.parent.glob("*") if one.suffix.lower() == ".png"]
+    for name in names:
+        if name.lower() == path.name.lower():
+            return f"; {name!r} is another name, as capital and small letters count"
+    return suggestion(path.name, names) if names else ""
 
 
 def encode_for_firmware(image: Image.Image) -> bytes:

@@ -1,6 +1,19 @@
-"""What is wrong with a description, said so that its author finds the place."""
+"""What is wrong with a description, said so that its author finds the place.
 
-from dataclasses import dataclass, field
+Whoever shows problems elsewhere than in a terminal takes them from `checking.check`, as `Problem`s:
+`field` is the path of the field, like "components[18].leader[1]", `component` its number and `name`
+the component's name, `text` the message without any of them, and `severity` tells an error, with
+which there is no board, from a warning.
+"""
+
+import re
+from dataclasses import dataclass, field, replace
+from enum import StrEnum
+
+
+class Severity(StrEnum):
+    ERROR = "error"
+    WARNING = "warning"
 
 
 @dataclass(frozen=True, order=True)
@@ -11,10 +24,25 @@ class Problem:
     line: int
     field: str
     text: str
+    severity: Severity = Severity.ERROR
+    name: str = ""
+
+    @property
+    def component(self) -> int | None:
+        """The number of the component that it is about, from 0; None for the rest of the board."""
+        match = re.match(r"components\[(\d+)\]", self.field)
+        return int(match[1]) if match else None
+
+    @property
+    def place(self) -> str:
+        """The field for a person, who knows components by their names."""
+        head, bracket, rest = self.field.partition("]")
+        return f"{head}{bracket} ({self.name}){rest}" if self.name else self.field
 
     def __str__(self) -> str:
-        place = f"{self.file}:{self.line}: "
-        return f"{place}{self.field}: {self.text}" if self.field else f"{place}{self.text}"
+        kind = "" if self.severity is Severity.ERROR else f"{self.severity}: "
+        field_name = f"{self.place}: " if self.field else ""
+        return f"{self.file}:{self.line}: {kind}{field_name}{self.text}"
 
 
 @dataclass
@@ -23,12 +51,34 @@ class Problems:
 
     file: str
     found: list[Problem] = field(default_factory=list)
+    lines: dict[str, int] = field(default_factory=dict)
+    """Where each field stands, for what is found after reading."""
+    names: dict[int, str] = field(default_factory=dict)
+    """The components' names, as far as they have any."""
 
-    def add(self, line: int, field_name: str, text: str) -> None:
-        self.found.append(Problem(file=self.file, line=line, field=field_name, text=text))
+    def add(
+        self, line: int, field_name: str, text: str, severity: Severity = Severity.ERROR
+    ) -> None:
+        self.found.append(Problem(self.file, line, field_name, text, severity))
+
+    def warn(self, field_name: str, text: str) -> None:
+        """Warns of a field that was read, or that is missing where it belongs."""
+        self.add(self._line_of(field_name), field_name, text, Severity.WARNING)
+
+    def has_errors(self) -> bool:
+        return any(problem.severity is Severity.ERROR for problem in self.found)
 
     def sorted(self) -> list[Problem]:
-        return sorted(self.found)
+        return sorted(self._named(problem) for problem in self.found)
+
+    def _line_of(self, field_name: str) -> int:
+        while field_name and field_name not in self.lines:
+            field_name = field_name[: max(field_name.rfind("."), field_name.rfind("["), 0)]
+        return self.lines.get(field_name, 1)
+
+    def _named(self, problem: Problem) -> Problem:
+        name = "" if problem.component is None else self.names.get(problem.component, "")
+        return replace(problem, name=name)
 
 
 class BoardError(Exception):

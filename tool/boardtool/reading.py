@@ -2,57 +2,43 @@
 
 from pathlib import Path
 
-import yaml
-
 from boardtool import limits
+from boardtool.colors import LEGIBLE, contrast, read_color
 from boardtool.components import read_components
 from boardtool.cursor import Cursor
-from boardtool.fields import read_color, read_panel_text
+from boardtool.fields import read_panel_text, warn_of_comment
 from boardtool.model import Board, Look, Point, Style
-from boardtool.picture import PictureError, probe_picture
-from boardtool.problems import BoardError, Problems
+from boardtool.picture import PictureError, load_picture
+from boardtool.points import Canvas
+from boardtool.problems import BoardError, Problems, Severity
+from boardtool.syntax import compose
 
 # Points are checked against this when the picture cannot be read.
 UNKNOWN_PICTURE: Point = (limits.PICTURE_PIXELS, limits.PICTURE_PIXELS)
 
 
 def read_board(path: Path) -> Board:
-    """Reads and checks the description. Raises BoardError with every problem found."""
+    """Reads the description. Raises BoardError with everything that keeps it from being a board."""
     problems = Problems(str(path))
-    root = _compose(path, problems)
-    board = _read_root(Cursor(root, "", problems), path.parent) if root is not None else None
-    if problems.found or board is None:
-        raise BoardError(problems.sorted())
+    board = read_into(path, problems)
+    if board is None:
+        errors = [one for one in problems.sorted() if one.severity is Severity.ERROR]
+        raise BoardError(errors)
     return board
 
 
-def _compose(path: Path, problems: Problems) -> yaml.Node | None:
-    try:
-        text = path.read_text(encoding="utf-8")
-        node = yaml.compose(text, Loader=yaml.SafeLoader)
-    except OSError as error:
-        problems.add(1, "", f"cannot be read: {error.strerror}")
-    except UnicodeDecodeError:
-        problems.add(1, "", "is not UTF-8 text")
-    except RecursionError:
-        problems.add(1, "", "is nested too deeply")
-    except yaml.MarkedYAMLError as error:
-        line = error.problem_mark.line + 1 if error.problem_mark else 1
-        problems.add(line, "", f"is not YAML: {error.problem}")
-    except yaml.YAMLError as error:
-        problems.add(1, "", f"is not YAML: {error}")
-    else:
-        if node is not None:
-            return node
-        problems.add(1, "", "is empty")
-    return None
+def read_into(path: Path, problems: Problems) -> Board | None:
+    """Reads the description; None when there are errors among the problems."""
+    root = compose(path, problems)
+    board = _read_root(Cursor(root, "", problems), path.parent) if root is not None else None
+    return None if problems.has_errors() else board
 
 
 def _read_root(cursor: Cursor, folder: Path) -> Board | None:
     fields = cursor.fields(
         ("picture", "styles", "components"), ("board", "logo", "marker", "system_info")
     )
-    title = fields["board"].text(limits.TITLE) if "board" in fields else ""
+    title = _read_title(fields.get("board"))
     picture, size = _read_picture(fields.get("picture"), folder)
     logo = fields["logo"].choice(limits.LOGOS) if "logo" in fields else limits.LOGOS["A"]
     marker = (
@@ -60,7 +46,9 @@ def _read_root(cursor: Cursor, folder: Path) -> Board | None:
     )
     style_names, styles = _read_styles(fields.get("styles"))
     texts = _read_system_info(fields.get("system_info"))
-    components = read_components(fields.get("components"), size, style_names)
+    canvas = Canvas(size)
+    components = read_components(fields.get("components"), canvas, style_names)
+    canvas.report_outside(fields.get("picture"))
     if title is None or picture is None or logo is None or marker is None:
         return None
     return Board(
@@ -75,19 +63,33 @@ def _read_root(cursor: Cursor, folder: Path) -> Board | None:
     )
 
 
+def _read_title(cursor: Cursor | None) -> str | None:
+    if cursor is None:
+        return ""
+    warn_of_comment(cursor, 'put it between "quotes" if it belongs to the text')
+    title = cursor.text(limits.TITLE)
+    strange = next((c for c in title or "" if not " " <= c <= "~"), None)
+    if strange is not None:
+        cursor.warn(f"the log cannot show {strange!r}; use printable ASCII characters")
+    return title
+
+
 def _read_picture(cursor: Cursor | None, folder: Path) -> tuple[Path | None, Point]:
     name = cursor.text(limits.WORD) if cursor else None
     if cursor is None or name is None:
         return None, UNKNOWN_PICTURE
     try:
-        return folder / name, probe_picture(folder / name)
+        return folder / name, load_picture(folder / name).size
     except PictureError as error:
         cursor.report(str(error))
         return None, UNKNOWN_PICTURE
 
 
 def _read_styles(cursor: Cursor | None) -> tuple[list[str], tuple[Style, ...]]:
+    """The styles and their names; no names when what is wrong is said already."""
     entries = (cursor.entries() if cursor else None) or {}
+    if cursor is not None and cursor.is_mapping() and not entries:
+        cursor.report("is empty; describe at least one style")
     if cursor is not None and len(entries) > limits.STYLES:
         cursor.report(f"{len(entries)} styles, at most {limits.STYLES} are allowed")
     styles = [_read_style(entry) for entry in entries.values()]
@@ -115,6 +117,7 @@ def _read_look(cursor: Cursor | None) -> Look | None:
     }
     if "border" not in fields and numbers["border_width"]:
         cursor.report("field 'border' is missing: the border has a width but no colour")
+    _warn_of_contrast(fields, colors)
     return Look(
         text=colors["text"] or "",
         background=colors["background"] or "",
@@ -123,6 +126,20 @@ def _read_look(cursor: Cursor | None) -> Look | None:
         border_width=numbers["border_width"] or 0,
         radius=numbers["radius"] or 0,
     )
+
+
+def _warn_of_contrast(fields: dict[str, Cursor], colors: dict[str, str | None]) -> None:
+    background = colors["background"]
+    for name in ("text", "mark"):
+        color = colors[name]
+        if name not in fields or "background" not in fields or not color or not background:
+            continue
+        share = contrast(color, background)
+        if share < LEGIBLE:
+            fields[name].warn(
+                f"hard to read: its contrast to the background is {share:.1f}, from {LEGIBLE} on "
+                "texts are legible"
+            )
 
 
 def _read_system_info(cursor: Cursor | None) -> tuple[str, ...]:

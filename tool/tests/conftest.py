@@ -14,8 +14,8 @@ board: Bench
 picture: board.png
 styles:
   normal:
-    default: {text: "1,2,3", background: "4,5,6", mark: "7,8,9"}
-    focus: {text: "1,2,3", background: "4,5,6", mark: "7,8,9"}
+    default: {text: "1,2,3", background: "204,205,206", mark: "7,8,9"}
+    focus: {text: "1,2,3", background: "204,205,206", mark: "7,8,9"}
 components:
   - name: FAN 1
     category: fan

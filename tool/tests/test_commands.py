@@ -17,7 +17,7 @@ CLONE = Path(__file__).resolve().parents[2]
 def test_check_of_a_sound_board(make_board: MakeBoard, capsys: pytest.CaptureFixture[str]) -> None:
     path = make_board()
     assert main(["check", str(path)]) == 0
-    assert capsys.readouterr().out == f"{path}: 1 components, nothing to complain about\n"
+    assert capsys.readouterr().out == f"{path}: nothing to complain about\n"
 
 
 def test_check_takes_a_folder(make_board: MakeBoard) -> None:
@@ -31,6 +31,22 @@ def test_problems_go_to_stderr(make_board: MakeBoard, capsys: pytest.CaptureFixt
     assert output.out == ""
     assert f"{path}:" in output.err
     assert not (path.parent / "board.bin").exists()
+
+
+def test_warnings_fail_only_a_strict_check(
+    make_board: MakeBoard, capsys: pytest.CaptureFixture[str]
+) -> None:
+    path = make_board(("board: Bench", "board: Prüfbank"))
+    assert main(["check", str(path)]) == 0
+    output = capsys.readouterr()
+    assert output.out == ""
+    assert output.err.startswith(f"{path}:1: warning: board: ")
+    assert main(["check", "--strict", str(path)]) == 1
+    assert main(["build", str(path)]) == 0
+
+
+def test_strict_check_of_a_sound_board(make_board: MakeBoard) -> None:
+    assert main(["check", "--strict", str(make_board())]) == 0
 
 
 def test_build_writes_beside_the_description(make_board: MakeBoard) -> None:
@@ -60,7 +76,7 @@ def test_damaged_picture_is_found(
     data[len(data) // 2] ^= 0xFF
     picture.write_bytes(data)
     assert main(["check", str(path)]) == 1
-    assert "cannot be" in capsys.readouterr().err
+    assert f"{path}:2: picture: {picture} is damaged" in capsys.readouterr().err
 
 
 def test_preview_draws_over_the_picture(make_board: MakeBoard) -> None:
@@ -181,5 +197,5 @@ def test_embed_reports_what_is_wrong(make_board: MakeBoard, tmp_path: Path) -> N
     path = make_board(("category: fan", "category: x"))
     result = embed(tmp_path / "out", path.parent)
     assert result.returncode == 1
-    assert "components[0].category" in result.stderr
+    assert "components[0] (FAN 1).category" in result.stderr
     assert embed(tmp_path / "out", path.parent, fonts=2).returncode == 2

@@ -13,7 +13,7 @@ from conftest import MakeBoard
 
 
 def complaints(path: Path) -> list[str]:
-    """The messages without the folder."""
+    """The errors without the folder."""
     with pytest.raises(BoardError) as caught:
         read_board(path)
     return [str(problem).removeprefix(f"{path.parent}/") for problem in caught.value.problems]
@@ -64,7 +64,7 @@ def test_one_spoilt_field(make_board: MakeBoard, case: dict[str, str]) -> None:
 def test_message_names_the_line(make_board: MakeBoard) -> None:
     path = make_board(("token: 0x1001", "token: abc"))
     line = path.read_text().splitlines().index("    token: abc") + 1
-    assert complaint(path).startswith(f"board.yaml:{line}: components[0].token: ")
+    assert complaint(path).startswith(f"board.yaml:{line}: components[0] (FAN 1).token: ")
 
 
 def test_every_problem_is_reported_in_the_order_of_lines(make_board: MakeBoard) -> None:
@@ -72,7 +72,7 @@ def test_every_problem_is_reported_in_the_order_of_lines(make_board: MakeBoard) 
         ("category: fan", "category: x"), ("callout: left", "callout: x"), ("board:", "bord:")
     )
     fields = [message.split(": ")[1] for message in complaints(path)]
-    assert fields == ["bord", "components[0].category", "components[0].callout"]
+    assert fields == ["bord", "components[0] (FAN 1).category", "components[0] (FAN 1).callout"]
 
 
 @pytest.mark.parametrize("field", ["name", "category", "outline", "leader", "callout", "marker"])
@@ -83,7 +83,8 @@ def test_missing_field_of_a_component(make_board: MakeBoard, field: str) -> None
     rest = "  - selectable: true" if lines[start].startswith("  - ") else None
     lines[start : start + 1] = [rest] if rest else []
     path.write_text("\n".join(lines))
-    assert f"components[0]: field '{field}' is missing" in complaint(path)
+    place = "components[0]" if field == "name" else "components[0] (FAN 1)"
+    assert f"{place}: field '{field}' is missing" in complaint(path)
 
 
 @pytest.mark.parametrize("field", ["picture", "styles", "components"])
@@ -97,17 +98,17 @@ def test_counts_at_and_beyond_the_limits(make_board: MakeBoard) -> None:
     old = "[[10, 10], [20, 10], [20, 20], [10, 20]]"
     read_board(make_board((old, str(points[:20]))))
     message = complaint(make_board((old, str(points))))
-    assert "components[0].outline: 21 vertices, at most 20 are allowed" in message
+    assert "components[0] (FAN 1).outline: 21 vertices, at most 20 are allowed" in message
 
     old = "[[15, 15], [30, 30]]"
     read_board(make_board((old, str(points[:20]))))
     message = complaint(make_board((old, str(points))))
-    assert "components[0].leader: 21 leader points, at most 20 are allowed" in message
+    assert "components[0] (FAN 1).leader: 21 leader points, at most 20 are allowed" in message
 
     line = "      - {label: Speed, value: 1200 RPM}\n"
     read_board(make_board((line, line * 20)))
     message = complaint(make_board((line, line * 21)))
-    assert "components[0].info: 21 lines, at most 20 are allowed" in message
+    assert "components[0] (FAN 1).info: 21 lines, at most 20 are allowed" in message
 
 
 @pytest.mark.parametrize(
@@ -117,7 +118,7 @@ def test_counts_at_and_beyond_the_limits(make_board: MakeBoard) -> None:
 def test_text_limits(make_board: MakeBoard, field: str, old: str, limit: int) -> None:
     read_board(make_board((old, "x" * limit)))
     message = complaint(make_board((old, "x" * (limit + 1))))
-    assert f"components[0].{field}: {limit + 1} characters, at most {limit}" in message
+    assert f").{field}: {limit + 1} characters, at most {limit}" in message
 
 
 def component_block(path: Path) -> str:
@@ -170,7 +171,7 @@ def test_doubled_hash_is_allowed_in_panel_texts(make_board: MakeBoard) -> None:
     ("content", "expected"),
     [
         (b"", "is empty"),
-        (b"a: [", "is not YAML"),
+        (b"a: [", "a value is missing behind 'a: ['"),
         (b"\xff\xfe\xfa", "is not UTF-8 text"),
         (b"- a", "expected fields, found a list"),
         (b"just text", "expected fields, found text: 'just text'"),
@@ -207,9 +208,63 @@ def test_no_components_is_a_board(make_board: MakeBoard) -> None:
     assert read_board(path).components == ()
 
 
-def test_component_without_any_style(make_board: MakeBoard) -> None:
+def test_styles_without_any_style(make_board: MakeBoard) -> None:
     path = make_board()
     text = path.read_text()
     start, end = text.index("styles:"), text.index("components:")
     path.write_text(text[:start] + "styles: {}\n" + text[end:])
-    assert "there is no style for it" in complaint(path)
+    assert "styles: is empty; describe at least one style" in complaint(path)
+
+
+def many_components(path: Path, count: int) -> None:
+    """Makes the sound board's component that many, with different names."""
+    block = component_block(path)
+    head = path.read_text().removesuffix(block)
+    path.write_text(head + "".join(block.replace("FAN 1", f"FAN {i}") for i in range(count)))
+
+
+def test_missing_styles_are_one_problem(make_board: MakeBoard) -> None:
+    path = make_board()
+    many_components(path, 25)
+    text = path.read_text()
+    start, end = text.index("styles:"), text.index("components:")
+    path.write_text(text[:start] + text[end:].replace("    category", "    style: a\n    category"))
+    assert complaint(path) == "board.yaml:1: field 'styles' is missing"
+
+
+def test_picture_of_another_size_is_one_problem(make_board: MakeBoard) -> None:
+    path = make_board()
+    many_components(path, 25)
+    Image.new("RGB", (28, 18)).save(path.parent / "board.png")
+    assert complaint(path) == (
+        "board.yaml:2: picture: has 28 x 18 pixels, and 75 points of 25 components lie outside, "
+        "as far as [30, 30]; measure them on this picture, or take the one that they were measured "
+        "on"
+    )
+
+
+def test_few_points_outside_the_picture_are_told_one_by_one(make_board: MakeBoard) -> None:
+    path = make_board(("[30, 30]", "[64, 30]"))
+    many_components(path, 3)
+    assert len(complaints(path)) == 3
+
+
+def test_picture_whose_name_differs_in_case(make_board: MakeBoard) -> None:
+    path = make_board()
+    (path.parent / "board.png").rename(path.parent / "Board.PNG")
+    message = complaint(path)
+    assert message.startswith("board.yaml:2: picture: there is no file")
+    assert "'Board.PNG' is another name, as capital and small letters count" in message
+
+
+def test_picture_whose_name_is_nearly_right(make_board: MakeBoard) -> None:
+    assert "did you mean 'board.png'?" in complaint(make_board(("board.png", "bord.png")))
+
+
+def test_picture_that_is_cut_off(make_board: MakeBoard) -> None:
+    path = make_board()
+    picture = path.parent / "board.png"
+    picture.write_bytes(picture.read_bytes()[:-20])
+    message = complaint(path)
+    assert message.startswith("board.yaml:2: picture: ")
+    assert "is damaged or cut off" in message

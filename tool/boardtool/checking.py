@@ -1,0 +1,21 @@
+"""Everything that there is to say about a description: errors, and what its author may not want.
+
+`check` is what the command check prints, and what an editor shows beside the fields.
+"""
+
+from pathlib import Path
+
+from boardtool.geometry import check_geometry
+from boardtool.problems import Problem, Problems
+from boardtool.reading import read_into
+from boardtool.wording import check_wording
+
+
+def check(path: Path) -> list[Problem]:
+    """The problems of a description, in the order of its lines."""
+    problems = Problems(str(path))
+    board = read_into(path, problems)
+    if board is not None:
+        check_wording(board, problems)
+        check_geometry(board, problems)
+    return problems.sorted()
