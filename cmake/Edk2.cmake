@@ -16,7 +16,7 @@ set(edk2_libraries
     MdeModulePkg/Library/UefiHiiLib/UefiHiiLib.inf
     MdeModulePkg/Library/UefiHiiServicesLib/UefiHiiServicesLib.inf
 )
-if(BOARDSCOPE_BENCH)
+if(BOARDSCOPE_OPTIMISED)
   # As in the firmware build.
   list(APPEND edk2_libraries MdePkg/Library/BaseMemoryLibRepStr/BaseMemoryLibRepStr.inf)
 else()

@@ -58,7 +58,7 @@ if(BOARDSCOPE_COUNTED)
 endif()
 # How a target is optimised, and how much gdb is told: for the code that ships enough of both. The
 # property BOARDSCOPE_LEVEL of a target says otherwise.
-if(BOARDSCOPE_BENCH)
+if(BOARDSCOPE_OPTIMISED)
   target_compile_options(boardscope_own INTERFACE -g -O2)
 else()
   set(level $<TARGET_PROPERTY:BOARDSCOPE_LEVEL>)

@@ -30,7 +30,7 @@ target_link_libraries(
   PUBLIC boardscope_freetype
   PRIVATE boardscope_foreign boardscope_renamed
 )
-if(BOARDSCOPE_BENCH)
+if(BOARDSCOPE_OPTIMISED)
   target_compile_options(boardscope_lvgl PRIVATE -O3)
 endif()
 include(Waived)

@@ -91,6 +91,7 @@ else()
   file(GLOB contract_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/test/contract/*.cpp)
   target_sources(boardscope_unit PRIVATE ${contract_sources})
   boardscope_test(picture)
+  target_link_libraries(boardscope_picture PRIVATE boardscope_board_view)
   # One whole run, which script/test valgrind builds without sanitizers.
   boardscope_executable(visit)
   set_target_properties(boardscope_visit PROPERTIES EXCLUDE_FROM_ALL TRUE)

@@ -7,7 +7,7 @@ from support.linking import link_dependencies
 from support.storing import locked
 from support.venv import make_venv
 
-SOURCE_PURPOSES = {"build", "native", "bench", "fuzz", "check"}
+SOURCE_PURPOSES = {"build", "native", "view", "bench", "fuzz", "check"}
 VENV_PURPOSES = SOURCE_PURPOSES | {"system"}
 
 

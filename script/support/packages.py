@@ -11,17 +11,24 @@ from support.running import run, say
 FIRMWARE = ("acpica-tools", "dpkg-dev", "g++", "gcc", "make", "nasm", "uuid-dev")
 PYTHON = ("python3-pip", "python3-venv")
 FONTS = ("fonts-droid-fallback", "fonts-open-sans")
-NATIVE = (
+# What the view of a board for its author is built with.
+VIEW = (
     "ccache",
     "cmake",
-    "fonts-dejavu-core",  # The test host's font.
     "g++",
     "gcc",
+    "libcli11-dev",
+    "libpng-dev",
+    "nasm",
+    "ninja-build",
+    "nlohmann-json3-dev",
+)
+NATIVE = (
+    "fonts-dejavu-core",  # The test host's font.
     "gcovr",
     "libgmock-dev",
     "libgtest-dev",
-    "nasm",
-    "ninja-build",
+    *VIEW,
 )
 
 PACKAGES: dict[str, tuple[str, ...]] = {
@@ -30,6 +37,7 @@ PACKAGES: dict[str, tuple[str, ...]] = {
     "build": (*FIRMWARE, *FONTS, *PYTHON),
     # The application on the development machine, against the fake firmware.
     "native": (*NATIVE, *FIRMWARE, *FONTS, *PYTHON),
+    "view": (*VIEW, *FIRMWARE, *FONTS, *PYTHON),
     # QEMU and the disks that it boots from.
     "system": (
         "dosfstools",
@@ -46,7 +54,6 @@ PACKAGES: dict[str, tuple[str, ...]] = {
         *NATIVE,
         "libopencv-imgproc-dev",
         "libpixman-1-dev",
-        "libpng-dev",
         "libspng-dev",
         "libyuv-dev",
         "pkg-config",

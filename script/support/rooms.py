@@ -16,13 +16,17 @@ ORDER = ("app/base", "platform", "resources", "view", "capture", "app")
 # other or of the application, nor the application of them.
 APART = ("host", "setup")
 
+# Above all of them: programs for this machine, which stand on the fake firmware as the tests do.
+# They may include anything, and only tests include them.
+ABOVE = ("tool/view",)
+
 INCLUDE = re.compile(r'^\s*#\s*include\s+"([^"]+)"', re.MULTILINE)
 SUFFIXES = {".c", ".cpp", ".h"}
 
 
 def room_of(name: str) -> str | None:
     """The room that a file of the repository lies in; the innermost, as app/base lies in app."""
-    inside = [room for room in (*ORDER, *APART) if name.startswith(f"{room}/")]
+    inside = [room for room in (*ORDER, *APART, *ABOVE) if name.startswith(f"{room}/")]
     return max(inside, key=len, default=None)
 
 
@@ -48,9 +52,11 @@ def climbing(includes: dict[str, list[str]]) -> Iterator[str]:
         room = room_of(name)
         for other in others:
             below = room_of(other)
-            if room == below:
+            if room == below or room in ABOVE:
                 continue
-            if room in APART or below in APART:
+            if below in ABOVE:
+                yield f"{name} includes {other}: {below} stands above everything."
+            elif room in APART or below in APART:
                 yield f"{name} includes {other}: they share include/ alone."
             elif room and below and ORDER.index(below) > ORDER.index(room):
                 yield f"{name} includes {other}: {below} stands above {room}."

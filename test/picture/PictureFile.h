@@ -8,14 +8,11 @@
 #include <string>
 #include <vector>
 
+#include "tool/view/HostedMachine.h"
+
 namespace picture {
 
-/// Rows of 0x00RRGGBB.
-struct Screen {
-  uint32_t Width = 0;
-  uint32_t Height = 0;
-  std::vector<uint32_t> Pixels;
-};
+using board_view::Screen;
 
 /// The samples of a PNG file as they stand in it, four bytes a pixel. Ends the program when the
 /// file does not decode.

@@ -1,20 +1,18 @@
 /** @file
-  A run of the application on the reference host, which shows a given board.
+  A run of the application on the reference host, which shows a given board: on the machine that
+  tool/board view shows boards on.
 **/
 
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include "test/firmware/Run.h"
 #include "test/picture/PictureFile.h"
-
-#include "host/portable/Host.h"
 
 namespace picture {
 
 /// One run per process.
-class ReferenceRun : public testing::Test {
+class ReferenceRun : public testing::Test, protected board_view::HostedMachine {
  protected:
   ReferenceRun();
   ~ReferenceRun() override;
@@ -28,9 +26,6 @@ class ReferenceRun : public testing::Test {
   void AddPointers();
   /// Plans a move of the tablet to a pixel of the view of 1920 x 1080.
   void MoveTo(fake::RunOptions *options, int turn, uint32_t x, uint32_t y, bool pressed = false);
-
-  fake::Firmware Machine;
-  obv_host::Host Host = {};
 
  private:
   std::vector<uint8_t> board_;

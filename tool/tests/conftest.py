@@ -1,5 +1,6 @@
 """Boards in a temporary folder, for tests to spoil."""
 
+import os
 import sys
 from collections.abc import Callable
 from pathlib import Path
@@ -7,7 +8,11 @@ from pathlib import Path
 import pytest
 from PIL import Image
 
-sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+CLONE = Path(__file__).resolve().parents[2]
+sys.path[:0] = [str(CLONE / "tool"), str(CLONE / "script")]
+
+# The one that the native tests are built with: its sanitizers look on.
+os.environ.setdefault("BOARDSCOPE_VIEW_PROGRAM", str(CLONE / "build" / "native" / "board-view"))
 
 BOARD = """\
 board: Bench

@@ -27,6 +27,18 @@ def test_host_and_application_share_the_contract_alone() -> None:
     assert len(list(rooms.climbing(includes))) == 2
 
 
+def test_the_view_for_authors_stands_above_everything() -> None:
+    includes = {
+        "tool/view/View.cpp": ["tool/view/View.h", "view/ViewState.h", "host/portable/Host.h"],
+        "host/portable/Host.cpp": ["tool/view/View.h"],
+        "app/Entry.cpp": ["tool/view/View.h"],
+    }
+    assert list(rooms.climbing(includes)) == [
+        "host/portable/Host.cpp includes tool/view/View.h: tool/view stands above everything.",
+        "app/Entry.cpp includes tool/view/View.h: tool/view stands above everything.",
+    ]
+
+
 def test_a_circle_between_units_is_a_problem() -> None:
     includes = {
         "view/A.cpp": ["view/A.h", "view/B.h"],
