@@ -55,10 +55,9 @@ UINT64 Now(const Knowledge &knowledge) {
   return knowledge.Services->ReadClock(knowledge.Services->Context);
 }
 
-/// Whether what changes by itself, or was not ready, was looked at too long ago.
+/// Whether what changes by itself was looked at too long ago.
 bool IsOld(const KnownComponent &known, UINT64 now) {
-  bool changes = known.Ages || known.Status == EFI_NOT_READY;
-  return changes && now - known.ReadTime >= kFactsAge;
+  return known.Ages && now - known.ReadTime >= kFactsAge;
 }
 
 bool MeetsConditions(const Board &board, const BoardComponent &component) {

@@ -95,7 +95,11 @@ EFI_STATUS OpenSetupOption(UINT16 token, OBV_SETUP_OPTION *option) {
     return EFI_UNSUPPORTED;
   }
   EFI_STATUS status = FindOption(token, setup->FormSet, option);
-  return EFI_ERROR(status) ? status : setup->OpenOption(setup, option);
+  if (EFI_ERROR(status)) {
+    (void)setup->OpenOption(setup, nullptr);
+    return status;
+  }
+  return setup->OpenOption(setup, option);
 }
 
 }  // namespace obv_host

@@ -71,10 +71,11 @@ typedef struct {
 typedef struct _OBV_SETUP_PROTOCOL OBV_SETUP_PROTOCOL;
 
 /// Opens the option once the view, which the setup has started, has ended. The
-/// option is copied. EFI_NOT_READY when no page of the setup waits for the view.
+/// option is copied; NULL says that no page has the option that the user chose.
+/// EFI_NOT_READY when no page of the setup waits for the view.
 typedef EFI_STATUS (EFIAPI *OBV_SETUP_OPEN_OPTION)(
   IN OBV_SETUP_PROTOCOL      *This,
-  IN CONST OBV_SETUP_OPTION  *Option
+  IN CONST OBV_SETUP_OPTION  *Option OPTIONAL
   );
 
 struct _OBV_SETUP_PROTOCOL {

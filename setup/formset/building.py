@@ -98,6 +98,8 @@ class _Builder:
 
 def _check(formset: Formset) -> None:
     numbers = [one.number for one in formset.questions()]
+    if not numbers:
+        raise FormsetError("No component has a token: a setup needs one option at least.")
     numbers += [one.number for one in formset.entries()]
     numbers += [page.question for page in formset.pages]
     numbers += [model.VIEW_QUESTION, model.LANGUAGE_QUESTION]

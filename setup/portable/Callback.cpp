@@ -56,7 +56,7 @@ EFI_STATUS VisitView(const CallbackServices &services, SetupLink *link, const Br
   // A view that did not come as far as to read it leaves nothing for the next one.
   ClearSelection();
   if (EFI_ERROR(status)) {
-    services.Tell(services.Context, trouble);
+    services.Tell(services.Context, link->LacksOption ? Trouble::kNoOption : trouble);
     return EFI_ABORTED;
   }
   if (!jumps) {

@@ -6,15 +6,20 @@ namespace {
 static_assert(OFFSET_OF(SetupLink, Protocol) == 0, "OpenOption relies on it");
 
 EFI_STATUS EFIAPI OpenOption(OBV_SETUP_PROTOCOL *This, CONST OBV_SETUP_OPTION *option) {
-  if (This == nullptr || option == nullptr || option->FormId == 0 || option->QuestionId == 0) {
+  bool names = option != nullptr && option->FormId != 0 && option->QuestionId != 0;
+  if (This == nullptr || (option != nullptr && !names)) {
     return EFI_INVALID_PARAMETER;
   }
   auto *link = reinterpret_cast<SetupLink *>(This);
   if (!link->Waits) {
     return EFI_NOT_READY;
   }
+  link->LacksOption = option == nullptr;
+  link->HasOption = option != nullptr;
+  if (option == nullptr) {
+    return EFI_SUCCESS;
+  }
   CopyMem(&link->Option, option, sizeof(link->Option));
-  link->HasOption = true;
   return EFI_SUCCESS;
 }
 
@@ -29,6 +34,7 @@ void InitializeSetupLink(SetupLink *link) {
 void BeginVisit(SetupLink *link) {
   link->Waits = true;
   link->HasOption = false;
+  link->LacksOption = false;
 }
 
 bool EndVisit(SetupLink *link, OBV_SETUP_OPTION *option) {

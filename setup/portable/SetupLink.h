@@ -13,8 +13,9 @@ namespace obv_setup {
 struct SetupLink {
   OBV_SETUP_PROTOCOL Protocol;
   OBV_SETUP_OPTION Option;
-  bool Waits;      ///< A page waits for the view.
-  bool HasOption;  ///< Option is where the user wants to go.
+  bool Waits;        ///< A page waits for the view.
+  bool HasOption;    ///< Option is where the user wants to go.
+  bool LacksOption;  ///< No page has what the user chose in the latest visit.
 };
 
 void InitializeSetupLink(SetupLink *link);

@@ -145,8 +145,7 @@ EFI_STATUS ShowView(EFI_HANDLE driverImage, Trouble *trouble) {
   // The setup may run as a boot option, under a watchdog that knows nothing of users who look on.
   (void)gBS->SetWatchdogTimer(0, 0, 0, nullptr);
   status = gBS->StartImage(view, nullptr, nullptr);
-  // With a host there, this is what a search without result ends in.
-  *trouble = status == EFI_NOT_FOUND ? Trouble::kNoOption : Trouble::kFailed;
+  *trouble = Trouble::kFailed;
   return status;
 }
 

@@ -6,7 +6,14 @@ from collections.abc import Iterator, Mapping
 from contextlib import contextmanager
 from pathlib import Path
 
-from support.qemu_boot import driver_commands, make_boot_disk, setup_commands
+from support.qemu_boot import (
+    PROBE,
+    SETUP,
+    driver_commands,
+    host_commands,
+    make_boot_disk,
+    setup_commands,
+)
 from support.qemu_machine import Machine, MachineError, Options
 from terminal import Terminal
 
@@ -129,12 +136,33 @@ def setup(
     more: Mapping[str, Path | bytes] | None = None,
 ) -> Iterator[Setup]:
     """Power a computer on that goes to its firmware's setup; `more` are files on its disk."""
+    with _started(folder, programs, resolution, setup_commands("en-US"), more) as at:
+        at.wait_for("Device Manager")
+        yield at
+
+
+@contextmanager
+def pages_at(folder: Path, programs: Path, resolution: tuple[int, int]) -> Iterator[Setup]:
+    """Power a computer on that opens the setup's pages on a screen of this size, and opens them
+    again when they are left."""
+    commands = [*host_commands("en-US"), f"load {SETUP}", ":again", f"{PROBE} pages", "goto again"]
+    with _started(folder, programs, resolution, commands) as at:
+        at.wait_for("Board view")
+        yield at
+
+
+@contextmanager
+def _started(
+    folder: Path,
+    programs: Path,
+    resolution: tuple[int, int],
+    commands: list[str],
+    more: Mapping[str, Path | bytes] | None = None,
+) -> Iterator[Setup]:
     folder.mkdir(parents=True, exist_ok=True)
     disk = folder / "esp.img"
-    make_boot_disk(disk, programs, [*driver_commands(), *setup_commands("en-US")], more)
+    make_boot_disk(disk, programs, [*driver_commands(), *commands], more)
     options = Options(esp=disk, folder=folder, resolution=resolution, pointers=("tablet",))
     with Machine(options) as machine:
         machine.wait_for_shell()
-        at = Setup(machine)
-        at.wait_for("Device Manager")
-        yield at
+        yield Setup(machine)

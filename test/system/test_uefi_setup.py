@@ -10,7 +10,7 @@ import pytest
 
 from conftest import CLONE, FOLDER, programs
 from pictures import Picture
-from setup_pages import Setup, setup
+from setup_pages import Setup, pages_at, setup
 from support.qemu_boot import BOARD
 
 # Components of three pages: the page, the component, its question, its token.
@@ -57,6 +57,24 @@ def test_a_jump_lands_on_the_very_question(
     assert pages.is_at(question), pages.screen().standing_out()
     pages.press("esc")
     pages.wait_for("Board view")
+
+
+@pytest.mark.parametrize("size", [(1024, 768), (1920, 1080)])
+def test_the_pages_come_back_on_a_screen_of_any_size(size: tuple[int, int]) -> None:
+    page, name, question, token = PLACES[2]
+    with pages_at(FOLDER / f"setup-{size[0]}", programs(), size) as at:
+        for _ in range(2):
+            before = Picture(at.machine.still_picture())
+            assert before.pixels.shape[:2] == size[::-1]
+            lines = at.leave_view(at.open_view(), "esc")
+            assert any(f"current resolution: {size[0]} {size[1]}" in line for line in lines), lines
+            after = Picture(at.machine.still_picture())
+            assert (after.pixels == before.pixels).all()
+            lines = visit_component(at, page, name, "ret")
+            assert any(f"[Host] Setup shows option 0x{token:X} " in line for line in lines), lines
+            assert at.is_at(question), at.screen().standing_out()
+            at.press("esc")
+            at.wait_for("Board view")
 
 
 def test_the_view_stands_as_it_was_left_and_jumps_to_another_page(pages: Setup) -> None:

@@ -146,6 +146,11 @@ def test_tokens_of_the_setups_own_questions_are_refused(
         build([replace(components[0], token=token)], Texts(TEXTS))
 
 
+def test_a_board_without_options_has_no_setup(components: tuple[Component, ...]) -> None:
+    with pytest.raises(FormsetError, match="one option at least"):
+        build([replace(one, token=0) for one in components], Texts(TEXTS))
+
+
 def test_a_token_of_two_categories_is_refused(components: tuple[Component, ...]) -> None:
     usb = next(one for one in components if one.name == "USB_12")
     lan = next(one for one in components if one.name == "LAN")

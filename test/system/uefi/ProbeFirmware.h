@@ -11,15 +11,18 @@ extern "C" {
 #include <Library/BaseLib.h>
 #include <Library/BaseMemoryLib.h>
 #include <Library/DevicePathLib.h>
+#include <Library/HiiLib.h>
 #include <Library/HobLib.h>
 #include <Library/PrintLib.h>
 #include <Library/UefiBootServicesTableLib.h>
 #include <Library/UefiLib.h>
 #include <Protocol/Cpu.h>
+#include <Protocol/FormBrowser2.h>
 #include <Protocol/GraphicsOutput.h>
 #include <Protocol/LoadedImage.h>
 #include <Protocol/ObvComponent.h>
 #include <Protocol/ObvProtocol.h>
+#include <Protocol/ObvSetup.h>
 #include <Protocol/ShellParameters.h>
 }
 

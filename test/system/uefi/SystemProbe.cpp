@@ -9,6 +9,7 @@
 #include "ProbeGuards.h"
 #include "ProbeHardware.h"
 #include "ProbeHost.h"
+#include "ProbePages.h"
 #include "ProbeScreens.h"
 #include "ProbeStack.h"
 
@@ -86,6 +87,9 @@ EFI_STATUS Execute(EFI_HANDLE image, const Arguments &arguments) {
   }
   if (Is(arguments, u"states", 1)) {
     return LogStates();
+  }
+  if (Is(arguments, u"pages", 1)) {
+    return OpenSetupPages();
   }
   return EFI_INVALID_PARAMETER;
 }

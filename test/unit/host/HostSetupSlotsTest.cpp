@@ -3,8 +3,6 @@
 namespace obv_host {
 namespace {
 
-class HostSetupSlots : public HostStage {};
-
 /// What the setup says to the host, and what the host asked it for.
 struct SetupAnswer {
   EFI_STATUS Status;
@@ -18,16 +16,31 @@ EFI_STATUS FindOption(void *, UINT16 token, OBV_SETUP_OPTION *option) {
   return gSetup.Status;
 }
 
+class HostSetupSlots : public HostStage {
+ protected:
+  void SetUp() override {
+    HostStage::SetUp();
+    ASSERT_EQ(Use(bytes_), EFI_SUCCESS);
+    ASSERT_EQ(Parse(&Components), EFI_SUCCESS);
+  }
+
+  /// The user chose this component; the setup answers with the status.
+  EFI_STATUS Jump(UINT16 component, EFI_STATUS answer) {
+    TheHost.Services.FindOption = FindOption;
+    Shared->JumpComponentIndex = component;
+    Shared->JumpSearchTokenId = 0xBEEF;
+    gSetup = {.Status = answer, .Asked = 0};
+    return Protocol->FindBiosOption(Protocol);
+  }
+
+  OBV_COMPONENT *Components = nullptr;
+
+ private:
+  const std::vector<UINT8> bytes_ = BoardParts::Sound().Bytes();
+};
+
 TEST_F(HostSetupSlots, OptionSearchIsTheSetups) {
-  std::vector<UINT8> bytes = BoardParts::Sound().Bytes();
-  ASSERT_EQ(Use(bytes), EFI_SUCCESS);
-  OBV_COMPONENT *components = nullptr;
-  ASSERT_EQ(Parse(&components), EFI_SUCCESS);
-  TheHost.Services.FindOption = FindOption;
-  Shared->JumpComponentIndex = 1;
-  Shared->JumpSearchTokenId = 0xBEEF;
-  gSetup = {.Status = EFI_SUCCESS, .Asked = 0};
-  EXPECT_EQ(Protocol->FindBiosOption(Protocol), EFI_SUCCESS);
+  EXPECT_EQ(Jump(1, EFI_SUCCESS), EFI_SUCCESS);
   EXPECT_EQ(gSetup.Asked, 0xBEEF);
   EXPECT_EQ(Log,
             "[Host] Setup shows option 0xBEEF of component 1, FAN 1: form 0x12 of "
@@ -35,48 +48,30 @@ TEST_F(HostSetupSlots, OptionSearchIsTheSetups) {
 }
 
 TEST_F(HostSetupSlots, OptionThatNoFormsetHasIsNotFound) {
-  std::vector<UINT8> bytes = BoardParts::Sound().Bytes();
-  ASSERT_EQ(Use(bytes), EFI_SUCCESS);
-  OBV_COMPONENT *components = nullptr;
-  ASSERT_EQ(Parse(&components), EFI_SUCCESS);
-  TheHost.Services.FindOption = FindOption;
-  Shared->JumpSearchTokenId = 0xBEEF;
-  gSetup = {.Status = EFI_NOT_FOUND, .Asked = 0};
-  EXPECT_EQ(Protocol->FindBiosOption(Protocol), EFI_NOT_FOUND);
+  EXPECT_EQ(Jump(0, EFI_NOT_FOUND), EFI_NOT_FOUND);
   EXPECT_NE(Log.find("Option 0xBEEF of component 0"), std::string::npos) << Log;
   EXPECT_NE(Log.find("cannot be shown: Not Found"), std::string::npos) << Log;
 }
 
 TEST_F(HostSetupSlots, WithoutASetupTheOptionIsNamed) {
-  std::vector<UINT8> bytes = BoardParts::Sound().Bytes();
-  ASSERT_EQ(Use(bytes), EFI_SUCCESS);
-  OBV_COMPONENT *components = nullptr;
-  ASSERT_EQ(Parse(&components), EFI_SUCCESS);
-  TheHost.Services.FindOption = FindOption;
-  Shared->JumpComponentIndex = 1;
-  Shared->JumpSearchTokenId = 0xBEEF;
-  gSetup = {.Status = EFI_UNSUPPORTED, .Asked = 0};
-  EXPECT_EQ(Protocol->FindBiosOption(Protocol), EFI_SUCCESS);
+  EXPECT_EQ(Jump(1, EFI_UNSUPPORTED), EFI_SUCCESS);
   EXPECT_EQ(Log, "[Host] Setup would show option 0xBEEF of component 1, FAN 1\n");
 }
 
 LookChoice gLook;
 
 TEST_F(HostSetupSlots, LookIsTheUsersAtEachStart) {
-  std::vector<UINT8> bytes = BoardParts::Sound().Bytes();
-  ASSERT_EQ(Use(bytes), EFI_SUCCESS);
   OBV_CONFIG usual;
   CopyMem(&usual, Shared->Config, sizeof(usual));
   TheHost.Services.ReadLook = [](void *) { return gLook; };
-  OBV_COMPONENT *components = nullptr;
   gLook = {.HighContrast = true, .LargeText = true};
-  ASSERT_EQ(Parse(&components), EFI_SUCCESS);
+  ASSERT_EQ(Parse(&Components), EFI_SUCCESS);
   EXPECT_EQ(+Shared->Config->CalloutFont.Size, usual.CalloutFont.Size * 3 / 2);
-  EXPECT_STREQ(components[0].DefaultStyle->BackgroundColor, "0,0,0");
+  EXPECT_STREQ(Components[0].DefaultStyle->BackgroundColor, "0,0,0");
   gLook = {};
-  ASSERT_EQ(Parse(&components), EFI_SUCCESS);
+  ASSERT_EQ(Parse(&Components), EFI_SUCCESS);
   EXPECT_EQ(CompareMem(Shared->Config, &usual, sizeof(usual)), 0);
-  EXPECT_STRNE(components[0].DefaultStyle->BackgroundColor, "0,0,0");
+  EXPECT_STRNE(Components[0].DefaultStyle->BackgroundColor, "0,0,0");
 }
 
 }  // namespace

@@ -161,6 +161,10 @@ TEST(HostTexts, PackagesHoldEveryTextUnderItsIdentifier) {
     EXPECT_EQ(header.Header.Type, EFI_HII_PACKAGE_STRINGS);
     EXPECT_EQ(header.HdrSize, header.StringInfoOffset);
     EXPECT_EQ(header.LanguageName, 1);
+    // Windows of a compression that no text here uses.
+    for (CHAR16 window : header.LanguageWindow) {
+      EXPECT_EQ(window, 0);
+    }
     const char *code = reinterpret_cast<const char *>(&buffer[at]) +
                        OFFSET_OF(EFI_HII_STRING_PACKAGE_HDR, Language);
     EXPECT_STREQ(code, language.Code);

@@ -43,6 +43,9 @@ class CallbackTest : public testing::Test {
     return Link.Protocol.OpenOption(&Link.Protocol, &option);
   }
 
+  /// What it does when no formset has that component's option.
+  EFI_STATUS JumpToNoPage() { return Link.Protocol.OpenOption(&Link.Protocol, nullptr); }
+
   SetupLink Link;
   std::function<EFI_STATUS(Trouble *)> View = [](Trouble *) { return EFI_SUCCESS; };
   int Visits = 0;
@@ -103,11 +106,10 @@ TEST_F(CallbackTest, JumpsOutsideOfAVisitAreRefused) {
 }
 
 TEST_F(CallbackTest, JumpsToNowhereAreRefused) {
-  EFI_STATUS answers[3] = {};
+  EFI_STATUS answers[2] = {};
   View = [&](Trouble *) {
     answers[0] = Jump({OBV_SETUP_FORMSET_GUID, 0, 1});
     answers[1] = Jump({OBV_SETUP_FORMSET_GUID, 1, 0});
-    answers[2] = Link.Protocol.OpenOption(&Link.Protocol, nullptr);
     return EFI_SUCCESS;
   };
   EXPECT_EQ(Choose(kViewQuestion), EFI_ABORTED);
@@ -125,6 +127,30 @@ TEST_F(CallbackTest, AFailedViewIsToldAndStaysOnThePage) {
   };
   EXPECT_EQ(Choose(kViewQuestion), EFI_ABORTED);
   EXPECT_EQ(Told, std::vector<Trouble>{Trouble::kNoFile});
+}
+
+TEST_F(CallbackTest, AnOptionOnNoPageIsToldAsThat) {
+  View = [this](Trouble *trouble) {
+    EXPECT_EQ(JumpToNoPage(), EFI_SUCCESS);
+    *trouble = Trouble::kFailed;
+    return EFI_NOT_FOUND;
+  };
+  EXPECT_EQ(Choose(kViewQuestion), EFI_ABORTED);
+  EXPECT_EQ(Told, std::vector<Trouble>{Trouble::kNoOption});
+}
+
+TEST_F(CallbackTest, AnOptionOnNoPageIsForgottenByTheNextVisit) {
+  View = [this](Trouble *) {
+    EXPECT_EQ(JumpToNoPage(), EFI_SUCCESS);
+    return EFI_SUCCESS;
+  };
+  EXPECT_EQ(Choose(kViewQuestion), EFI_ABORTED);
+  EXPECT_TRUE(Told.empty());
+  // As a host without texts ends the view.
+  View = [](Trouble *) { return EFI_NOT_FOUND; };
+  EXPECT_EQ(Choose(kViewQuestion), EFI_ABORTED);
+  EXPECT_EQ(Told, std::vector<Trouble>{Trouble::kFailed});
+  EXPECT_EQ(JumpToNoPage(), EFI_NOT_READY);
 }
 
 TEST_F(CallbackTest, OnlyTheChoiceOfTheEntryStartsTheView) {
