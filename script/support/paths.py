@@ -1,10 +1,12 @@
 """Where things are: the clone, its build output, the shared cache and what was fetched into it."""
 
+import hashlib
 import os
 from pathlib import Path
 
 CLONE = Path(__file__).resolve().parents[2]
 BUILD = CLONE / "build"
+REQUIREMENTS = CLONE / "script" / "requirements.txt"
 
 # The three font faces in the order in which a host hands them over. Face 1 is the one that the
 # other two fall back to: it has the East Asian glyphs, but no Latin ones.
@@ -47,8 +49,10 @@ def freetype_dir() -> Path:
 
 
 def venv_dir() -> Path:
-    """The Python environment that tests and checks run in."""
-    return cache() / "venv"
+    """The Python environment that tests and checks run in: one for each list of requirements, so
+    that clones of different revisions leave each other's alone."""
+    digest = hashlib.sha256(REQUIREMENTS.read_bytes()).hexdigest()
+    return cache() / f"venv-{digest[:12]}"
 
 
 def all_paths() -> dict[str, str]:

@@ -8,8 +8,6 @@ from support import packages, paths
 from support.running import run, say
 from support.storing import checksum, locked
 
-REQUIREMENTS = paths.CLONE / "script" / "requirements.txt"
-
 
 def ensure_venv() -> None:
     """Goes on in the environment: makes it when needed, then starts the calling script again."""
@@ -39,11 +37,11 @@ def _fill() -> None:
     pip: list[str | Path] = [folder / "bin" / "python", "-m", "pip", "install"]
     run(
         "Installing the Python packages of tests and checks",
-        [*pip, "--require-hashes", "--only-binary", ":all:", "-r", REQUIREMENTS],
+        [*pip, "--require-hashes", "--only-binary", ":all:", "-r", paths.REQUIREMENTS],
         environment={"PIP_DISABLE_PIP_VERSION_CHECK": "1"},
         hint="Is the network up? Then run this again.",
     )
-    _stamp().write_text(checksum(REQUIREMENTS))
+    _stamp().write_text(checksum(paths.REQUIREMENTS))
     say("The Python environment is ready")
 
 
@@ -56,6 +54,6 @@ def _is_current() -> bool:
     if not (paths.venv_dir() / "bin" / "python").exists():
         return False
     try:
-        return _stamp().read_text() == checksum(REQUIREMENTS)
+        return _stamp().read_text() == checksum(paths.REQUIREMENTS)
     except OSError:
         return False
