@@ -145,7 +145,8 @@ def setup(
 def pages_at(folder: Path, programs: Path, resolution: tuple[int, int]) -> Iterator[Setup]:
     """Power a computer on that opens the setup's pages on a screen of this size, and opens them
     again when they are left."""
-    commands = [*host_commands("en-US"), f"load {SETUP}", ":again", f"{PROBE} pages", "goto again"]
+    commands = [*host_commands("en-US"), f"load {SETUP}"]
+    commands += [":again", "cls", f"{PROBE} pages", "goto again"]
     with _started(folder, programs, resolution, commands) as at:
         at.wait_for("Board view")
         yield at

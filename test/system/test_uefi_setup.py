@@ -64,6 +64,7 @@ def test_the_pages_come_back_on_a_screen_of_any_size(size: tuple[int, int]) -> N
     page, name, question, token = PLACES[2]
     with pages_at(FOLDER / f"setup-{size[0]}", programs(), size) as at:
         for _ in range(2):
+            at.go_to("Board view")
             before = Picture(at.machine.still_picture())
             assert before.pixels.shape[:2] == size[::-1]
             lines = at.leave_view(at.open_view(), "esc")
