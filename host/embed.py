@@ -11,7 +11,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tool"))
 
-from boardtool.cli import DESCRIPTION, build_board
+from boardtool.building import DESCRIPTION, build_board
 from boardtool.picture import PictureError
 from boardtool.problems import BoardError
 from boardtool.reading import read_board

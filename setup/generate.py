@@ -13,7 +13,7 @@ from pathlib import Path
 HERE = Path(__file__).resolve().parent
 sys.path[:0] = [str(HERE), str(HERE.parent / "tool")]
 
-from boardtool.cli import DESCRIPTION
+from boardtool.building import DESCRIPTION
 from boardtool.problems import BoardError
 from boardtool.reading import read_board
 from formset import files, glyphs, vfr

@@ -11,10 +11,11 @@ from boardtool.reading import read_into
 from boardtool.wording import check_wording
 
 
-def check(path: Path) -> list[Problem]:
-    """The problems of a description, in the order of its lines."""
+def check(path: Path, text: str | None = None) -> list[Problem]:
+    """The problems of a description, or of a text that is to be the file's, in the order of its
+    lines."""
     problems = Problems(str(path))
-    board = read_into(path, problems)
+    board = read_into(problems, path, text)
     if board is not None:
         check_wording(board, problems)
         check_geometry(board, problems)

@@ -5,15 +5,12 @@ import sys
 from dataclasses import dataclass
 from pathlib import Path
 
-from boardtool.binary import write_board
+from boardtool.building import DESCRIPTION, build_board
 from boardtool.checking import check
-from boardtool.model import Board
-from boardtool.picture import PictureError, encode_for_firmware, load_picture
+from boardtool.picture import PictureError, load_picture
 from boardtool.preview import draw_preview
 from boardtool.problems import BoardError, Severity
 from boardtool.reading import read_board
-
-DESCRIPTION = "board.yaml"
 
 
 @dataclass(frozen=True, kw_only=True)
@@ -37,11 +34,6 @@ COMMANDS = (
         output="preview.png",
     ),
 )
-
-
-def build_board(board: Board) -> bytes:
-    """The binary of a checked board; raises PictureError when its picture is damaged."""
-    return write_board(board, encode_for_firmware(load_picture(board.picture)))
 
 
 def parse_arguments(arguments: list[str] | None) -> argparse.Namespace:

@@ -17,19 +17,20 @@ from boardtool.syntax import compose
 UNKNOWN_PICTURE: Point = (limits.PICTURE_PIXELS, limits.PICTURE_PIXELS)
 
 
-def read_board(path: Path) -> Board:
-    """Reads the description. Raises BoardError with everything that keeps it from being a board."""
+def read_board(path: Path, text: str | None = None) -> Board:
+    """Reads the description, or a text that is to be the file's. Raises BoardError with everything
+    that keeps it from being a board."""
     problems = Problems(str(path))
-    board = read_into(path, problems)
+    board = read_into(problems, path, text)
     if board is None:
         errors = [one for one in problems.sorted() if one.severity is Severity.ERROR]
         raise BoardError(errors)
     return board
 
 
-def read_into(path: Path, problems: Problems) -> Board | None:
-    """Reads the description; None when there are errors among the problems."""
-    root = compose(path, problems)
+def read_into(problems: Problems, path: Path, text: str | None = None) -> Board | None:
+    """The same, with all problems, warnings as well; None when there are errors among them."""
+    root = compose(problems, path, text)
     board = _read_root(Cursor(root, "", problems), path.parent) if root is not None else None
     return None if problems.has_errors() else board
 

@@ -18,10 +18,11 @@ STRAY_COMMENT = re.compile(
 )
 
 
-def compose(path: Path, problems: Problems) -> yaml.Node | None:
-    """The file's root node; what is wrong with the file is reported."""
+def compose(problems: Problems, path: Path, text: str | None = None) -> yaml.Node | None:
+    """The root node of the file, or of a text in its place; what is wrong with it is reported."""
     try:
-        text = path.read_text(encoding="utf-8")
+        if text is None:
+            text = path.read_text(encoding="utf-8")
         node = yaml.compose(text, Loader=yaml.SafeLoader)
     except OSError as error:
         problems.add(1, "", f"cannot be read: {error.strerror}")
@@ -30,7 +31,7 @@ def compose(path: Path, problems: Problems) -> yaml.Node | None:
     except RecursionError:
         problems.add(1, "", "is nested too deeply")
     except yaml.MarkedYAMLError as error:
-        line, message = explain(error, text.splitlines())
+        line, message = explain(error, (text or "").splitlines())
         problems.add(line + 1, "", message)
     except yaml.YAMLError as error:
         problems.add(1, "", f"is not YAML: {error}")

@@ -8,6 +8,7 @@ import yaml
 
 from boardtool.checking import check
 from boardtool.problems import Severity
+from boardtool.reading import read_board
 from conftest import MakeBoard
 
 WARNINGS = yaml.safe_load(Path(__file__).with_name("warnings.yaml").read_text("utf-8"))
@@ -73,6 +74,14 @@ def test_problem_tells_an_editor_where_it_belongs(make_board: MakeBoard) -> None
     assert (problem.name, problem.severity) == ("FAN 1", Severity.ERROR)
     (problem,) = check(make_board(("board: Bench", "board: Prüfbank")))
     assert (problem.line, problem.field, problem.component) == (1, "board", None)
+
+
+def test_text_that_is_not_saved_yet(make_board: MakeBoard) -> None:
+    path = make_board()
+    text = path.read_text().replace("board: Bench", "board: Prüfbank")
+    assert [problem.field for problem in check(path, text)] == ["board"]
+    assert check(path) == []
+    assert read_board(path, text).title == "Prüfbank"
 
 
 def test_names_that_differ_in_case(warnings_of: WarningsOf) -> None:

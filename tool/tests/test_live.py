@@ -12,7 +12,7 @@ from typing import Any
 import pytest
 from PIL import Image, ImageChops
 
-from boardtool.cli import build_board
+from boardtool.building import build_board
 from boardtool.live import PROGRAM, LiveView, Measures, ViewError, ViewOptions
 from boardtool.reading import read_board
 
