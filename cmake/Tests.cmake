@@ -95,4 +95,13 @@ else()
   # One whole run, which script/test valgrind builds without sanitizers.
   boardscope_executable(visit)
   set_target_properties(boardscope_visit PROPERTIES EXCLUDE_FROM_ALL TRUE)
+  # Whatever of the benchmarks needs no peer is compiled here, too, as nothing else would notice
+  # that it has ceased to build.
+  file(GLOB bench_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/test/bench/*.cpp)
+  list(FILTER bench_sources EXCLUDE REGEX "(Peers|EncodeBench|ResamplerBench|Main)\\.cpp$")
+  add_library(boardscope_bench_parts OBJECT ${bench_sources})
+  set_target_properties(boardscope_bench_parts PROPERTIES BOARDSCOPE_LEVEL "-g1;-O0")
+  target_link_libraries(
+    boardscope_bench_parts PRIVATE boardscope_own boardscope_fake boardscope_host boardscope_app
+  )
 endif()

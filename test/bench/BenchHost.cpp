@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "host/portable/Blobs.h"
+#include "host/portable/BoardReader.h"
 
 namespace bench {
 

@@ -1,4 +1,3 @@
-#include <ft2build.h>
 #include <cstdio>
 
 #include "test/bench/BenchHost.h"
@@ -9,6 +8,9 @@
 
 #include "platform/FontTable.h"
 #include "platform/LvglMemory.h"
+
+#include <ft2build.h>
+#include FT_FREETYPE_H
 
 #define LODEPNG_NO_COMPILE_CPP
 extern "C" {
