@@ -1,4 +1,4 @@
-"""The commands check, build and preview."""
+"""The commands check, build, preview and edit."""
 
 import argparse
 import sys
@@ -56,7 +56,17 @@ def parse_arguments(arguments: list[str] | None) -> argparse.Namespace:
             subparser.add_argument(
                 "--strict", action="store_true", help="fail when there are warnings, too"
             )
+    _add_edit(commands)
     return parser.parse_args(arguments)
+
+
+def _add_edit(commands: "argparse._SubParsersAction[argparse.ArgumentParser]") -> None:
+    text = "show a page in the browser on which the board is drawn and described"
+    subparser = commands.add_parser("edit", help=text, description=text)
+    what = f"the folder with the {DESCRIPTION}, or with nothing but a picture"
+    subparser.add_argument("board", metavar="FOLDER", type=Path, help=what)
+    subparser.add_argument("--port", type=int, default=0, help="default: one that is free")
+    subparser.add_argument("--no-browser", action="store_true", help="only print the address")
 
 
 def run_check(path: Path, strict: bool) -> int:
@@ -68,7 +78,19 @@ def run_check(path: Path, strict: bool) -> int:
     return int(strict and bool(problems) or any(one.severity is Severity.ERROR for one in problems))
 
 
+def run_edit(folder: Path, port: int, browser: bool) -> int:
+    # Here, as the other commands need no server.
+    from boardtool.edit.server import edit
+
+    if not folder.is_dir():
+        print(f"{folder} is not a folder; the page needs one with a picture", file=sys.stderr)
+        return 1
+    return edit(folder, port, browser)
+
+
 def run(arguments: argparse.Namespace) -> int:
+    if arguments.command == "edit":
+        return run_edit(arguments.board, arguments.port, not arguments.no_browser)
     path: Path = arguments.board / DESCRIPTION if arguments.board.is_dir() else arguments.board
     if arguments.command == "check":
         return run_check(path, arguments.strict)

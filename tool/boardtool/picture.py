@@ -1,5 +1,6 @@
 """The board picture: what may go in, and what goes into the binary."""
 
+import functools
 import io
 from pathlib import Path
 
@@ -14,8 +15,25 @@ class PictureError(Exception):
     """A picture that cannot be used; the text says why."""
 
 
+State = tuple[int, int]
+"""When a file was written, and its size: as long as it stays so, it is read once."""
+
+
+def state_of(path: Path) -> State:
+    try:
+        stat = path.stat()
+    except OSError:
+        return 0, 0
+    return stat.st_mtime_ns, stat.st_size
+
+
 def load_picture(path: Path) -> Image.Image:
     """The picture as 8-bit RGBA; raises PictureError for any file that is no sound PNG."""
+    return _load(path, state_of(path))
+
+
+@functools.lru_cache(maxsize=2)
+def _load(path: Path, state: State) -> Image.Image:
     try:
         # Decoding alone does not compare the checksums of the picture's data.
         with Image.open(path, formats=("PNG",)) as image:
@@ -47,6 +65,16 @@ def _meant(path: Path) -> str:
         if name.lower() == path.name.lower():
             return f"; {name!r} is another name, as capital and small letters count"
     return suggestion(path.name, names) if names else ""
+
+
+def picture_for_firmware(path: Path) -> bytes:
+    """The picture as it goes into the binary; raises PictureError."""
+    return _encoded(path, state_of(path))
+
+
+@functools.lru_cache(maxsize=2)
+def _encoded(path: Path, state: State) -> bytes:
+    return encode_for_firmware(load_picture(path))
 
 
 def encode_for_firmware(image: Image.Image) -> bytes:

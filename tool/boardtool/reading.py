@@ -2,6 +2,8 @@
 
 from pathlib import Path
 
+import yaml
+
 from boardtool import limits
 from boardtool.colors import LEGIBLE, contrast, read_color
 from boardtool.components import read_components
@@ -31,7 +33,12 @@ def read_board(path: Path, text: str | None = None) -> Board:
 def read_into(problems: Problems, path: Path, text: str | None = None) -> Board | None:
     """The same, with all problems, warnings as well; None when there are errors among them."""
     root = compose(problems, path, text)
-    board = _read_root(Cursor(root, "", problems), path.parent) if root is not None else None
+    return read_node(problems, path.parent, root) if root is not None else None
+
+
+def read_node(problems: Problems, folder: Path, root: yaml.Node) -> Board | None:
+    """The same for a description that is parsed; its picture lies in the folder."""
+    board = _read_root(Cursor(root, "", problems), folder)
     return None if problems.has_errors() else board
 
 

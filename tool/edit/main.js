@@ -1,0 +1,22 @@
+/** Starts the page. */
+
+import { h, render } from "preact";
+import * as api from "./api.js";
+import { makeActions } from "./actions.js";
+import { App } from "./forms/app.js";
+import { Store } from "./store.js";
+import { watch } from "./watching.js";
+
+const store = new Store({
+  document: null, base: null, saved: null, selected: null, handle: null, hovered: null, draft: null,
+  fresh: null, dialog: null, tab: "component", said: "", error: "", problems: [], faulty: new Map(),
+  inventory: [], measures: null, resolution: "1920x1080", largeView: false, saving: false,
+  live: { address: "", error: "", busy: false }, pictures: [], folder: "", size: [1, 1],
+});
+const actions = makeActions(store);
+
+await actions.load();
+const page = document.querySelector("#page");
+page.replaceChildren();
+render(h(App, { store, actions }), page);
+watch(store, api, actions);

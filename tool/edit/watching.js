@@ -1,0 +1,150 @@
+/** What follows from a change by itself: the tool's checks, the live view, keys of the whole page. */
+
+/** The tool's checks wait for a pause of that length, in milliseconds. */
+const PAUSE = 150;
+
+export function watch(store, api, actions) {
+  watchChecks(store, api);
+  watchView(store, api);
+  watchMeasures(store, api);
+  watchWindow(store, actions);
+}
+
+/** Runs `ask` for the latest state, one at a time: what changes meanwhile is asked for afterwards. */
+function latest(ask) {
+  let running = false;
+  let again = false;
+  return async function run() {
+    if (running) {
+      again = true;
+      return;
+    }
+    running = true;
+    do {
+      again = false;
+      await ask();
+    } while (again);
+    running = false;
+  };
+}
+
+/** Calls `act` when one of the state's named parts has changed, and once at the start. */
+function whenChanged(store, parts, act) {
+  let before = [];
+  const look = (state) => {
+    const now = parts.map((part) => state[part]);
+    if (!state.document || now.every((value, i) => value === before[i])) return;
+    before = now;
+    act();
+  };
+  store.subscribe(look);
+  look(store.state);
+}
+
+function watchChecks(store, api) {
+  let timer = 0;
+  const ask = latest(async () => {
+    const { document } = store.state;
+    try {
+      const { problems } = await api.check(store.state);
+      if (document === store.state.document) store.set({ problems, faulty: countFaults(problems, document) });
+    } catch (error) {
+      store.set({ error: error.message });
+    }
+  });
+  whenChanged(store, ["document", "base"], () => {
+    clearTimeout(timer);
+    timer = setTimeout(ask, PAUSE);
+  });
+}
+
+function countFaults(problems, document) {
+  const counts = new Map();
+  for (const { component } of problems) {
+    const id = document.components[component]?.id;
+    if (id !== undefined) counts.set(id, (counts.get(id) ?? 0) + 1);
+  }
+  return counts;
+}
+
+const hovered = ({ document, hovered: id, selected }) =>
+  document.components.find((one) => one.id === (id ?? selected))?.name;
+
+function watchView(store, api) {
+  const ask = latest(async () => {
+    const { live, resolution } = store.state;
+    store.set({ live: { ...live, busy: true } });
+    try {
+      const picture = await api.view(store.state, { resolution, hover: hovered(store.state) });
+      if (live.address) URL.revokeObjectURL(live.address);
+      store.set({ live: { address: URL.createObjectURL(picture), error: "", busy: false } });
+    } catch (error) {
+      store.set({ live: { ...live, error: error.message, busy: false } });
+    }
+  });
+  whenChanged(store, ["document", "base", "selected", "hovered", "resolution"], ask);
+}
+
+/** Callouts stand at their true size: what the view has measured, in pixels of the picture. */
+function watchMeasures(store, api) {
+  let asked = "";
+  const ask = latest(async () => {
+    const { resolution, size } = store.state;
+    try {
+      const { picture, components } = await api.measures(store.state, { resolution });
+      const scale = [size[0] / picture[2], size[1] / picture[3]];
+      const sizes = new Map(
+        components.map(({ name, callout }) => [name, [callout[2] * scale[0], callout[3] * scale[1]]]),
+      );
+      store.set({ measures: { sizes } });
+    } catch {
+      // There is no view, as its own place on the page tells; callouts keep their guessed size.
+    }
+  });
+  whenChanged(store, ["document", "base", "resolution", "size"], () => {
+    const { document, resolution } = store.state;
+    const looks = document.components.map(({ name, style, status, hardware }) => [name, style, status, hardware]);
+    const question = JSON.stringify([resolution, document.styles, looks]);
+    if (question === asked) return;
+    asked = question;
+    ask();
+  });
+}
+
+function watchWindow(store, actions) {
+  addEventListener("keydown", (event) => pageKey(event, store, actions));
+  addEventListener("beforeunload", (event) => {
+    const { document, saved } = store.state;
+    if (document && document !== saved) event.preventDefault();
+  });
+  addEventListener("dragover", (event) => event.preventDefault());
+  addEventListener("drop", (event) => {
+    event.preventDefault();
+    actions.takeFiles(event.dataTransfer.files);
+  });
+}
+
+const isTyping = ({ target }) => target.matches?.("input, select, textarea");
+
+function pageKey(event, store, actions) {
+  if (!store.state.document || store.state.dialog) return;
+  const key = event.key.toLowerCase();
+  const control = event.ctrlKey || event.metaKey;
+  const act = control ? CONTROL_KEYS[event.shiftKey ? `shift+${key}` : key] : !isTyping(event) && KEYS[key];
+  if (!act) return;
+  event.preventDefault();
+  act(store, actions);
+}
+
+const CONTROL_KEYS = {
+  s: (_, actions) => actions.save(),
+  z: (store) => store.undo(),
+  y: (store) => store.redo(),
+  "shift+z": (store) => store.redo(),
+  d: (_, actions) => actions.copies(),
+};
+
+const KEYS = {
+  n: (_, actions) => actions.draw(),
+  "?": (store) => store.set({ dialog: { kind: "help" } }),
+};
