@@ -18,6 +18,7 @@ IMAGES = (
     "Boardscope",
     "ObvHost",
     "ObvDemoSensors",
+    "MinimalHost",
     "BoardscopeInventory",
     "ObvSetup",
     "SystemProbe",
@@ -48,6 +49,7 @@ def build(target: str) -> None:
 def _build(target: str) -> None:
     make_workspace()
     embed_host_files()
+    embed_minimal_host_files()
     generate_setup_files()
     run_edk2(f"Building the EFI files ({target})", "Boardscope/Boardscope.dsc", target)
     output = output_folder(target)
@@ -113,6 +115,14 @@ def embed_host_files() -> None:
     for font in paths.FONT_FILES:
         command += ["--font", font]
     run("Embedding the default board and the fonts in the reference host", command)
+
+
+def embed_minimal_host_files() -> None:
+    """Writes picture and font as the minimal host's driver embeds them."""
+    python = paths.venv_dir() / "bin" / "python"
+    command: list[str | Path] = [python, paths.CLONE / "host" / "minimal" / "embed.py"]
+    command += ["--font", paths.FONT_FILES[0], "--out", paths.BUILD / "minimal"]
+    run("Drawing the minimal host's picture", command)
 
 
 def generate_setup_files() -> None:
