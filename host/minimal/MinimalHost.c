@@ -24,7 +24,7 @@
 /// How long the processor's clock is watched to learn its speed.
 #define CALIBRATION_MILLISECONDS 10
 
-// In MinimalFiles.nasm, which host/minimal/embed.py writes.
+// In MinimalFiles.nasm, which host/minimal/files.py writes.
 extern UINT8 MinimalHostPictureStart[], MinimalHostPictureEnd[];
 extern UINT8 MinimalHostFontStart[], MinimalHostFontEnd[];
 

@@ -120,7 +120,7 @@ def embed_host_files() -> None:
 def embed_minimal_host_files() -> None:
     """Writes picture and font as the minimal host's driver embeds them."""
     python = paths.venv_dir() / "bin" / "python"
-    command: list[str | Path] = [python, paths.CLONE / "host" / "minimal" / "embed.py"]
+    command: list[str | Path] = [python, paths.CLONE / "host" / "minimal" / "files.py"]
     command += ["--font", paths.FONT_FILES[0], "--out", paths.BUILD / "minimal"]
     run("Drawing the minimal host's picture", command)
 

@@ -12,8 +12,9 @@ from PIL import Image, ImageDraw
 ROOT = Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tool"), str(ROOT / "host")]
 
-from boardtool.picture import encode_for_firmware
 from embed import NASM_FILE, NASM_HEAD, assembler, write_if_changed
+
+from boardtool.picture import encode_for_firmware
 
 SIZE = (960, 540)
 BOARD = (26, 70, 52)
@@ -40,9 +41,7 @@ def main() -> int:
     picture = arguments.out.resolve() / "picture.png"
     write_if_changed(picture, encode_for_firmware(draw_board()))
     files = {"MinimalHostPicture": picture, "MinimalHostFont": arguments.font.resolve()}
-    write_if_changed(
-        arguments.out / "MinimalFiles.nasm", assembler(NASM_HEAD, NASM_FILE, files)
-    )
+    write_if_changed(arguments.out / "MinimalFiles.nasm", assembler(NASM_HEAD, NASM_FILE, files))
     return 0
 
 
