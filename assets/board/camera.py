@@ -52,6 +52,12 @@ class Camera:
             float(0.5 * PICTURE_HEIGHT - y * PICTURE_WIDTH),
         )
 
+    def depth(self, points: list[Vector]) -> float:
+        """How far the middle of some points is from the camera, along its direction."""
+        location, _, _, forward = self._basis()
+        middle = (np.min(points, axis=0) + np.max(points, axis=0)) / 2
+        return float((middle - location) @ forward)
+
     def declaration(self) -> str:
         """The camera in the ray tracer's language."""
         location, right, up, forward = self._basis()

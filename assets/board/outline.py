@@ -1,4 +1,9 @@
-"""Silhouettes: convex hulls of projected points, thinned to the vertex limit of a hotspot."""
+"""Silhouettes: what is seen of a part, thinned to the vertex limit of a hotspot."""
+
+from collections.abc import Iterable
+
+import shapely
+from shapely import Polygon
 
 from camera import Pixel
 
@@ -39,6 +44,16 @@ def thin(hull: list[Pixel], limit: int = MAX_VERTICES, slack: float = 3.0) -> li
     return vertices
 
 
-def silhouette(points: list[Pixel]) -> list[tuple[int, int]]:
-    """The hotspot outline of a part in whole picture pixels."""
-    return [(round(x), round(y)) for x, y in thin(convex_hull(points))]
+def hull_of(points: list[Pixel]) -> Polygon:
+    """What a part would cover with nothing before it."""
+    return Polygon(convex_hull(points))
+
+
+def silhouette(hull: Polygon, nearer: Iterable[Polygon]) -> list[tuple[int, int]]:
+    """The hotspot outline in whole picture pixels: of what the nearer parts leave, the largest
+    piece."""
+    left = shapely.difference(hull, shapely.union_all(list(nearer)))
+    pieces = [piece for piece in shapely.get_parts(left) if isinstance(piece, Polygon)]
+    largest = max(pieces, key=lambda piece: piece.area)
+    vertices = [(x, y) for x, y, *_ in largest.exterior.coords[:-1]]
+    return [(round(x), round(y)) for x, y in thin(vertices)]

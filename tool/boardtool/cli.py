@@ -7,9 +7,10 @@ from pathlib import Path
 
 from boardtool.building import DESCRIPTION, build_board
 from boardtool.checking import check
+from boardtool.live import LiveView, ViewError
 from boardtool.picture import PictureError, load_picture
 from boardtool.preview import draw_preview
-from boardtool.problems import BoardError, Severity
+from boardtool.problems import BoardError, has_errors
 from boardtool.reading import read_board
 
 
@@ -71,11 +72,15 @@ def _add_edit(commands: "argparse._SubParsersAction[argparse.ArgumentParser]") -
 
 def run_check(path: Path, strict: bool) -> int:
     problems = check(path)
+    if not has_errors(problems):
+        # Only now, as the view may have to be built first.
+        with LiveView() as view:
+            problems = check(path, view=view)
     for problem in problems:
         print(problem, file=sys.stderr)
     if not problems:
         print(f"{path}: nothing to complain about")
-    return int(strict and bool(problems) or any(one.severity is Severity.ERROR for one in problems))
+    return int(has_errors(problems) or (strict and bool(problems)))
 
 
 def run_edit(folder: Path, port: int, browser: bool) -> int:
@@ -110,7 +115,7 @@ def main(arguments: list[str] | None = None) -> int:
     parsed = parse_arguments(arguments)
     try:
         return run(parsed)
-    except (BoardError, PictureError) as error:
+    except (BoardError, PictureError, ViewError) as error:
         print(error, file=sys.stderr)
         return 1
     except OSError as error:

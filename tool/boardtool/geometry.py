@@ -11,6 +11,7 @@ from shapely.geometry.base import BaseGeometry
 from boardtool import limits
 from boardtool.model import Board, Component, Point
 from boardtool.problems import Problems
+from boardtool.wording import listed
 
 # In pixels of a screen of 1920 x 1080, on which the picture is 1440 wide.
 SHOWN_WIDTH = 1440
@@ -21,7 +22,6 @@ LEADER_GAP = 30
 SLIVER = 0.01
 # How much shorter a line gets when the one point whose x and y were exchanged is mended.
 EXCHANGED = 0.5
-NAMED = 3
 
 
 def check_geometry(board: Board, problems: Problems) -> None:
@@ -30,7 +30,7 @@ def check_geometry(board: Board, problems: Problems) -> None:
         field = f"components[{i}]"
         if _check_outline(component, f"{field}.outline", problems):
             _check_places(component, field, scale, problems)
-    _check_covered(board.components, problems)
+    _check_found(board.components, problems)
     _check_leaders(board.components, problems)
 
 
@@ -90,29 +90,44 @@ def _gap(shape: BaseGeometry, point: Point) -> float:
     return shape.distance(shapely.Point(point))
 
 
-def _check_covered(components: Sequence[Component], problems: Problems) -> None:
-    """Warns of outlines that the pointer cannot find, as others come before them everywhere."""
+def _check_found(components: Sequence[Component], problems: Problems) -> None:
+    """Whether the pointer finds each component: of outlines that overlap, the first gets it."""
     shapes = [area(component.outline) for component in components]
     covered_by: dict[int, list[str]] = {}
     for i, component in enumerate(components):
-        before = [k for k in range(i) if components[k].selectable]
-        if not component.selectable or not _is_covered(shapes[i], [shapes[k] for k in before]):
+        before = [
+            k for k in range(i) if components[k].selectable and shapes[k].intersects(shapes[i])
+        ]
+        if not component.selectable or not before:
             continue
         alone = [k for k in before if _is_covered(shapes[i], [shapes[k]])]
         if alone:
             covered_by.setdefault(alone[0], []).append(component.name)
-            continue
-        names = [components[k].name for k in before if shapes[k].intersects(shapes[i])]
-        problems.warn(
-            f"components[{i}].outline",
-            f"lies whole under the outlines of {listed(names)}, which come before it and take the "
-            "pointer; give it a place of its own",
-        )
+        elif _is_covered(shapes[i], [shapes[k] for k in before]):
+            problems.warn(
+                f"components[{i}].outline",
+                f"lies whole under the outlines of {listed([components[k].name for k in before])}, "
+                "which come before it and take the pointer; give it a place of its own",
+            )
+        else:
+            _check_dot(i, component, [(components[k].name, shapes[k]) for k in before], problems)
     for k, names in covered_by.items():
         problems.warn(
             f"components[{k}].outline",
             f"covers {listed(names)} whole and takes the pointer from there; put it behind, or "
             "make it smaller",
+        )
+
+
+def _check_dot(
+    i: int, component: Component, before: Sequence[tuple[str, BaseGeometry]], problems: Problems
+) -> None:
+    dot = shapely.Point(component.marker)
+    name = next((name for name, shape in before if shape.contains(dot)), None)
+    if name is not None and component.category != limits.CATEGORIES["none"]:
+        problems.warn(
+            f"components[{i}].marker",
+            f"the dot lies on {name}, which comes before it and takes the pointer there",
         )
 
 
@@ -135,10 +150,3 @@ def _check_leaders(components: Sequence[Component], problems: Problems) -> None:
         problems.warn(
             f"components[{k}].leader", f"crosses the leader line{plural} of {listed(names)}"
         )
-
-
-def listed(names: Sequence[str]) -> str:
-    """ "A, B and 7 more"; what few names say whole, many say in part."""
-    if len(names) <= NAMED + 1:
-        return " and ".join([", ".join(names[:-1]), names[-1]] if len(names) > 1 else names)
-    return f"{', '.join(names[:NAMED])} and {len(names) - NAMED} more"

@@ -7,6 +7,7 @@ which there is no board, from a warning.
 """
 
 import re
+from collections.abc import Iterable
 from dataclasses import dataclass, field, replace
 from enum import StrEnum
 
@@ -45,6 +46,10 @@ class Problem:
         return f"{self.file}:{self.line}: {kind}{field_name}{self.text}"
 
 
+def has_errors(problems: Iterable[Problem]) -> bool:
+    return any(problem.severity is Severity.ERROR for problem in problems)
+
+
 @dataclass
 class Problems:
     """Collects every problem of one file, so that one run shows them all."""
@@ -64,9 +69,6 @@ class Problems:
     def warn(self, field_name: str, text: str) -> None:
         """Warns of a field that was read, or that is missing where it belongs."""
         self.add(self._line_of(field_name), field_name, text, Severity.WARNING)
-
-    def has_errors(self) -> bool:
-        return any(problem.severity is Severity.ERROR for problem in self.found)
 
     def sorted(self) -> list[Problem]:
         return sorted(self._named(problem) for problem in self.found)

@@ -12,7 +12,7 @@ from boardtool.fields import read_panel_text, warn_of_comment
 from boardtool.model import Board, Look, Point, Style
 from boardtool.picture import PictureError, load_picture
 from boardtool.points import Canvas
-from boardtool.problems import BoardError, Problems, Severity
+from boardtool.problems import BoardError, Problems, Severity, has_errors
 from boardtool.syntax import compose
 
 # Points are checked against this when the picture cannot be read.
@@ -39,7 +39,7 @@ def read_into(problems: Problems, path: Path, text: str | None = None) -> Board 
 def read_node(problems: Problems, folder: Path, root: yaml.Node) -> Board | None:
     """The same for a description that is parsed; its picture lies in the folder."""
     board = _read_root(Cursor(root, "", problems), folder)
-    return None if problems.has_errors() else board
+    return None if has_errors(problems.found) else board
 
 
 def _read_root(cursor: Cursor, folder: Path) -> Board | None:

@@ -1,6 +1,7 @@
 """Warns of names and labels that the view takes otherwise than their author meant."""
 
 import difflib
+from collections.abc import Sequence
 
 from boardtool import limits
 from boardtool.model import Board
@@ -17,6 +18,8 @@ NAMESAKES = {
     "cpu": ("name", "model", "processor", "cpu", "type", "clock", "frequency"),
     "memory": ("total", "memory", "capacity", "size", "speed", "clock"),
 }
+
+NAMED = 3
 
 
 def check_wording(board: Board, problems: Problems) -> None:
@@ -65,3 +68,10 @@ def _check_summary(board: Board, category: str, problems: Problems) -> None:
 def _is_meant(label: str, known: tuple[str, ...]) -> bool:
     words = [word.lower() for word in known]
     return bool(difflib.get_close_matches(label.strip(" :").lower(), words, n=1, cutoff=0.8))
+
+
+def listed(names: Sequence[str]) -> str:
+    """ "A, B and 7 more"; what few names say whole, many say in part."""
+    if len(names) <= NAMED + 1:
+        return " and ".join([", ".join(names[:-1]), names[-1]] if len(names) > 1 else names)
+    return f"{', '.join(names[:NAMED])} and {len(names) - NAMED} more"

@@ -167,6 +167,19 @@ def test_outline_under_several_others(warnings_of: WarningsOf) -> None:
     assert warnings_of(top, bottom, part("MIDDLE", 15, 10, 6)) == []
 
 
+def test_dot_on_another_component(warnings_of: WarningsOf) -> None:
+    one, other = part("ONE", 10, 10, 5), part("TWO", 18, 10, 5)
+    assert warnings_of(one, other) == []
+    other = other.replace("marker: [18, 10]", "marker: [14, 10]")
+    assert warnings_of(one, other) == [
+        "board.yaml:20: warning: components[1] (TWO).marker: the dot lies on ONE, which comes "
+        "before it and takes the pointer there"
+    ]
+    assert warnings_of(other, one) == []
+    assert warnings_of(one, other.replace("category: fan", "category: none")) == []
+    assert warnings_of(f"{one}    selectable: false\n", other) == []
+
+
 def test_leader_lines_that_cross(warnings_of: WarningsOf) -> None:
     one = part("ONE", 10, 10).replace("[10, 45]", "[40, 30]")
     other = part("TWO", 40, 10).replace("[40, 45]", "[10, 30]")
