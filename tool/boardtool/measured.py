@@ -49,10 +49,13 @@ class Findings:
                 problems.warn(field_name, f"{deed} {listed(whom)} {_at(sizes)}")
 
 
+def build_plain(board: Board) -> bytes:
+    """The board with one colour for a picture: what it shows moves nothing, and that is quicker."""
+    return write_board(board, encode_for_firmware(Image.new("RGBA", board.picture_size)))
+
+
 def check_measured(board: Board, view: LiveView, problems: Problems) -> None:
-    # What the picture shows moves nothing, and one colour is read faster.
-    plain = encode_for_firmware(Image.new("RGBA", board.picture_size))
-    binary = write_board(board, plain)
+    binary = build_plain(board)
     findings = Findings()
     for size, options in SIZES.items():
         measures = view.measure(binary, options)

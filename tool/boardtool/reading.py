@@ -145,7 +145,7 @@ def _warn_of_contrast(fields: dict[str, Cursor], colors: dict[str, str | None]) 
         share = contrast(color, background)
         if share < LEGIBLE:
             fields[name].warn(
-                f"hard to read: its contrast to the background is {share:.1f}, from {LEGIBLE} on "
+                f"hard to read: its contrast to the background is {share:.2f}, from {LEGIBLE} on "
                 "texts are legible"
             )
 

@@ -16,5 +16,5 @@ def test_example_works(tmp_path: Path) -> None:
     assert len(examples) == 1
     (tmp_path / "board.yaml").write_text(examples[0], encoding="utf-8")
     Image.new("RGB", (640, 360)).save(tmp_path / "board.png")
-    assert main(["build", str(tmp_path)]) == 0
+    assert main(["check", "--strict", str(tmp_path)]) == 0
     assert len(read_board(tmp_path / "board.yaml").components) == 2

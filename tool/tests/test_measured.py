@@ -8,9 +8,12 @@ import pytest
 from boardtool.checking import check
 from boardtool.cli import main
 from boardtool.live import LiveView
+from boardtool.measured import SIZES, build_plain
+from boardtool.reading import read_board
 from conftest import MakeBoard
 
 CLONE = Path(__file__).resolve().parents[2]
+DEFAULT_BOARD = CLONE / "assets" / "board"
 
 # On a screen of 1024 x 768, a pixel of the sound board's picture is 12 wide and high.
 PART = """\
@@ -134,5 +137,19 @@ def test_nothing_is_measured_of_a_board_with_errors(
     assert main(["check", str(make_board(("category: fan", "category: fam")))]) == 1
 
 
+@pytest.mark.parametrize("size", SIZES)
+def test_size_of_callouts_is_documented(view: LiveView, size: str) -> None:
+    rows = (CLONE / "docs" / "board.md").read_text(encoding="utf-8").splitlines()
+    (row,) = [row for row in rows if row.startswith(f"| {size} |")]
+    documented = [int(cell) for cell in row.split("|")[2:-1]]
+    board = build_plain(read_board(DEFAULT_BOARD / "board.yaml"))
+    measures = view.measure(board, SIZES[size])
+    callouts = {one.name: one.callout for one in measures.components}
+    across, down = 2880 / measures.picture.width, 1620 / measures.picture.height
+    measured = [callouts["CPU"].height * down]
+    measured += [callouts[name].width * across for name in ("CPU", "DIMM_A1", "U32G1_1213")]
+    assert documented == pytest.approx(measured, abs=1)
+
+
 def test_default_board_passes_the_strict_check() -> None:
-    assert main(["check", "--strict", str(CLONE / "assets" / "board")]) == 0
+    assert main(["check", "--strict", str(DEFAULT_BOARD)]) == 0
