@@ -12,6 +12,7 @@ from boardtool.picture import PictureError, load_picture
 from boardtool.preview import draw_preview
 from boardtool.problems import BoardError, has_errors
 from boardtool.reading import read_board
+from support.failure import Failure
 
 
 @dataclass(frozen=True, kw_only=True)
@@ -72,12 +73,14 @@ def _add_edit(commands: "argparse._SubParsersAction[argparse.ArgumentParser]") -
 
 def run_check(path: Path, strict: bool) -> int:
     problems = check(path)
-    if not has_errors(problems):
-        # Only now, as the view may have to be built first.
-        with LiveView() as view:
-            problems = check(path, view=view)
-    for problem in problems:
-        print(problem, file=sys.stderr)
+    try:
+        if not has_errors(problems):
+            # Only now, as the view may have to be built first.
+            with LiveView() as view:
+                problems = check(path, view=view)
+    finally:
+        for problem in problems:
+            print(problem, file=sys.stderr)
     if not problems:
         print(f"{path}: nothing to complain about")
     return int(has_errors(problems) or (strict and bool(problems)))
@@ -115,7 +118,7 @@ def main(arguments: list[str] | None = None) -> int:
     parsed = parse_arguments(arguments)
     try:
         return run(parsed)
-    except (BoardError, PictureError, ViewError) as error:
+    except (BoardError, PictureError, ViewError, Failure) as error:
         print(error, file=sys.stderr)
         return 1
     except OSError as error:

@@ -28,10 +28,14 @@ KINDS = {
 def suggestion(word: str, known: Iterable[str]) -> str:
     """What the author may have meant, as the end of a sentence."""
     names = list(known)
-    close = difflib.get_close_matches(word.lower(), names, n=1)
-    if close:
-        return f"; did you mean {close[0]!r}?"
+    for name in nearest(word, names):
+        return f"; did you mean {name!r}?"
     return f"; there are: {', '.join(names)}"
+
+
+def nearest(word: str, known: Iterable[str]) -> set[str]:
+    """The one that the author may have meant, if there is one."""
+    return set(difflib.get_close_matches(word.lower(), list(known), n=1))
 
 
 @dataclass(frozen=True)
@@ -111,18 +115,21 @@ class Cursor:
         return result
 
     def fields(self, required: Iterable[str], optional: Iterable[str]) -> dict[str, "Cursor"]:
-        """The known fields that are there; missing and unknown ones are reported."""
+        """The known fields that are there; missing and unknown ones are reported, and a misspelt
+        one once."""
         entries = self.entries()
         if entries is None:
             return {}
         needed = list(required)
         known = [*needed, *optional]
+        meant = set()
         for name, entry in entries.items():
             if name not in known:
                 free = [field for field in known if field not in entries]
                 entry.report(f"unknown field{suggestion(name, free or known)}")
+                meant |= nearest(name, free)
         for name in needed:
-            if name not in entries:
+            if name not in entries and name not in meant:
                 self.report(f"field {name!r} is missing")
         return {name: entry for name, entry in entries.items() if name in known}
 

@@ -20,7 +20,10 @@ def read_name(cursor: Cursor) -> str | None:
     return name
 
 
-def warn_of_comment(cursor: Cursor, advice: str) -> None:
+QUOTE = 'put it between "quotes" if it belongs to the text'
+
+
+def warn_of_comment(cursor: Cursor, advice: str = QUOTE) -> None:
     """Warns when a '#' may have ended the text without its author's knowing."""
     comment = cursor.comment()
     if comment is not None:

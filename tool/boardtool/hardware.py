@@ -3,6 +3,7 @@
 from boardtool import limits
 from boardtool.cursor import Cursor, suggestion
 from boardtool.device_path import DevicePathError, parse_device_path
+from boardtool.fields import warn_of_comment
 from boardtool.model import Hardware
 
 # What the value of these two says of itself.
@@ -94,6 +95,7 @@ def _read_ascii(cursor: Cursor | None, limit: int) -> str | None:
     text = cursor.text(limit) if cursor else None
     if cursor is None or text is None:
         return None
+    warn_of_comment(cursor)
     if not text or not all(" " <= character <= "~" for character in text):
         cursor.report(f"{text!r} is not a name; use printable ASCII characters")
         return None

@@ -74,7 +74,7 @@ def _read_root(cursor: Cursor, folder: Path) -> Board | None:
 def _read_title(cursor: Cursor | None) -> str | None:
     if cursor is None:
         return ""
-    warn_of_comment(cursor, 'put it between "quotes" if it belongs to the text')
+    warn_of_comment(cursor)
     title = cursor.text(limits.TITLE)
     strange = next((c for c in title or "" if not " " <= c <= "~"), None)
     if strange is not None:
@@ -86,6 +86,7 @@ def _read_picture(cursor: Cursor | None, folder: Path) -> tuple[Path | None, Poi
     name = cursor.text(limits.WORD) if cursor else None
     if cursor is None or name is None:
         return None, UNKNOWN_PICTURE
+    warn_of_comment(cursor)
     try:
         return folder / name, load_picture(folder / name).size
     except PictureError as error:

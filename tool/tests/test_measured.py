@@ -11,6 +11,7 @@ from boardtool.live import LiveView
 from boardtool.measured import SIZES, build_plain
 from boardtool.reading import read_board
 from conftest import MakeBoard
+from support.failure import Failure
 
 CLONE = Path(__file__).resolve().parents[2]
 DEFAULT_BOARD = CLONE / "assets" / "board"
@@ -135,6 +136,19 @@ def test_nothing_is_measured_of_a_board_with_errors(
 ) -> None:
     monkeypatch.setenv("BOARDSCOPE_VIEW_PROGRAM", "/none")
     assert main(["check", str(make_board(("category: fan", "category: fam")))]) == 1
+
+
+def test_what_is_known_is_told_when_nothing_can_be_measured(
+    make_board: MakeBoard, monkeypatch: pytest.MonkeyPatch, capsys: pytest.CaptureFixture[str]
+) -> None:
+    def missing() -> Path:
+        raise Failure("there is no compiler")
+
+    monkeypatch.setattr("boardtool.live.program", missing)
+    assert main(["check", str(make_board(("board: Bench", "board: Prüfbank")))]) == 1
+    warning, failure = capsys.readouterr().err.splitlines()
+    assert "warning: board: the log cannot show" in warning
+    assert failure == "there is no compiler"
 
 
 @pytest.mark.parametrize("size", SIZES)

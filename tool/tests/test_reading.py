@@ -89,8 +89,14 @@ def test_missing_field_of_a_component(make_board: MakeBoard, field: str) -> None
 
 @pytest.mark.parametrize("field", ["picture", "styles", "components"])
 def test_missing_field_of_the_board(make_board: MakeBoard, field: str) -> None:
-    path = make_board((f"{field}:", f"x{field}:"))
+    path = make_board((f"{field}:", "other:"))
     assert any(f"field '{field}' is missing" in message for message in complaints(path))
+
+
+@pytest.mark.parametrize("field", ["picture", "styles", "components"])
+def test_misspelt_field_is_one_problem(make_board: MakeBoard, field: str) -> None:
+    path = make_board((f"{field}:", f"x{field}:"))
+    assert complaint(path).endswith(f"x{field}: unknown field; did you mean '{field}'?")
 
 
 def test_counts_at_and_beyond_the_limits(make_board: MakeBoard) -> None:
