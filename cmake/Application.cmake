@@ -65,7 +65,8 @@ add_custom_command(
     ${FONT_FILE_2} --out ${CMAKE_BINARY_DIR}/host
   # The file is left alone when nothing in it changes.
   COMMAND ${CMAKE_COMMAND} -E touch ${blobs}
-  DEPENDS ${PROJECT_SOURCE_DIR}/host/embed.py ${board_files} ${tool_files}
+  DEPENDS ${PROJECT_SOURCE_DIR}/host/embed.py ${PROJECT_SOURCE_DIR}/host/fallback_font.py
+          ${PROJECT_SOURCE_DIR}/host/portable/Texts.cpp ${board_files} ${tool_files}
   VERBATIM
 )
 add_library(boardscope_host_blobs STATIC ${blobs})

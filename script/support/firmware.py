@@ -125,6 +125,16 @@ def embed_minimal_host_files() -> None:
     run("Drawing the minimal host's picture", command)
 
 
+def embedded_files() -> dict[str, Path]:
+    """What the reference host's driver embeds, by what it is; embed_host_files has written it."""
+    return {
+        "default board": paths.BUILD / "host" / "board.bin",
+        "font, regular": paths.FONT_FILES[0],
+        "font, East Asian part": paths.BUILD / "host" / "fallback.ttf",
+        "font, bold": paths.FONT_FILES[2],
+    }
+
+
 def generate_setup_files() -> None:
     """Writes the setup's pages, their texts and the tables of its driver."""
     python = paths.venv_dir() / "bin" / "python"

@@ -54,6 +54,13 @@ def parse_arguments(arguments: list[str] | None) -> argparse.Namespace:
                 help=f"default: {command.output} beside the description",
             )
             subparser.set_defaults(default_output=command.output)
+        if command.name == "build":
+            subparser.add_argument(
+                "--picture-width",
+                type=int,
+                metavar="PIXELS",
+                help="make the picture narrower, and move all points with it",
+            )
         if command.name == "check":
             subparser.add_argument(
                 "--strict", action="store_true", help="fail when there are warnings, too"
@@ -105,7 +112,7 @@ def run(arguments: argparse.Namespace) -> int:
     board = read_board(path)
     output: Path = arguments.output or path.parent / arguments.default_output
     if arguments.command == "build":
-        binary = build_board(board)
+        binary = build_board(board, arguments.picture_width)
         output.write_bytes(binary)
         print(f"{output}: {len(board.components)} components, {len(binary)} bytes")
     else:

@@ -12,6 +12,7 @@ from boardtool.preview import AMBER, place_callout
 from conftest import MakeBoard
 
 CLONE = Path(__file__).resolve().parents[2]
+FONT = Path("/usr/share/fonts/truetype/droid/DroidSansFallbackFull.ttf")
 
 
 def test_check_of_a_sound_board(make_board: MakeBoard, capsys: pytest.CaptureFixture[str]) -> None:
@@ -167,10 +168,11 @@ def test_callout_places(side: int, box: tuple[int, int, int, int]) -> None:
     assert place_callout(side, (100, 50), (10, 6)) == box
 
 
-def embed(out: Path, board: Path, fonts: int = 3) -> subprocess.CompletedProcess[str]:
-    font = out.parent / "font.ttf"
-    font.write_bytes(b"font")
-    arguments = ["--board-dir", str(board), *["--font", str(font)] * fonts, "--out", str(out)]
+def embed(
+    out: Path, board: Path, *options: str, fonts: int = 3
+) -> subprocess.CompletedProcess[str]:
+    faces = ["--font", str(FONT)] * fonts
+    arguments = ["--board-dir", str(board), *faces, "--out", str(out), *options]
     script = CLONE / "host" / "embed.py"
     return subprocess.run(
         [sys.executable, script, *arguments], capture_output=True, text=True, check=False
@@ -184,13 +186,31 @@ def test_embed_writes_once_and_again_only_after_changes(
     out = tmp_path / "out"
     assert embed(out, path.parent).returncode == 0
     files = [out / name for name in ("board.bin", "HostBlobs.nasm", "HostBlobs.S")]
-    before = [file.stat().st_mtime_ns for file in files]
+    every = [*files, out / "fallback.ttf"]
+    before = [file.stat().st_mtime_ns for file in every]
     assert embed(out, path.parent).returncode == 0
-    assert [file.stat().st_mtime_ns for file in files] == before
+    assert [file.stat().st_mtime_ns for file in every] == before
     # Another board of the same size must make the assembler run again, too.
     path.write_text(path.read_text().replace("FAN 1", "FAN 2"))
     assert embed(out, path.parent).returncode == 0
-    assert all(file.stat().st_mtime_ns > old for file, old in zip(files, before, strict=True))
+    assert all(file.stat().st_mtime_ns > old for file, old in zip(files, before[:3], strict=True))
+
+
+def test_embed_takes_the_fallback_font_whole_or_for_other_texts(
+    make_board: MakeBoard, tmp_path: Path
+) -> None:
+    board = make_board().parent
+    listing = tmp_path / "out" / "HostBlobs.S"
+    assert embed(tmp_path / "out", board).returncode == 0
+    usual = (tmp_path / "out" / "fallback.ttf").stat().st_size
+    assert listing.read_text().count("fallback.ttf") == 1
+    (tmp_path / "texts.txt").write_text("電", encoding="utf-8")
+    texts = ["--texts", str(tmp_path / "texts.txt")]
+    assert embed(tmp_path / "out", board, *texts).returncode == 0
+    assert (tmp_path / "out" / "fallback.ttf").stat().st_size < usual
+    assert embed(tmp_path / "out", board, "--whole-font").returncode == 0
+    assert listing.read_text().count(str(FONT)) == 3
+    assert embed(tmp_path / "out", board, "--whole-font", *texts).returncode == 2
 
 
 def test_embed_reports_what_is_wrong(make_board: MakeBoard, tmp_path: Path) -> None:
@@ -199,3 +219,7 @@ def test_embed_reports_what_is_wrong(make_board: MakeBoard, tmp_path: Path) -> N
     assert result.returncode == 1
     assert "components[0] (FAN 1).category" in result.stderr
     assert embed(tmp_path / "out", path.parent, fonts=2).returncode == 2
+    path = make_board()
+    result = embed(tmp_path / "out", path.parent, "--picture-width", "65")
+    assert result.returncode == 1
+    assert "65 is no width for it" in result.stderr
