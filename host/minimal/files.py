@@ -12,9 +12,8 @@ from PIL import Image, ImageDraw
 ROOT = Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(ROOT / "tool"), str(ROOT / "host")]
 
-from embed import NASM_FILE, NASM_HEAD, assembler, write_if_changed
-
 from boardtool.picture import encode_for_firmware
+from embed import NASM_FILE, NASM_HEAD, assembler, write_if_changed
 
 SIZE = (960, 540)
 BOARD = (26, 70, 52)
