@@ -5,6 +5,7 @@
 
 from pathlib import Path
 
+from boardtool.background import check_background
 from boardtool.geometry import check_geometry
 from boardtool.live import LiveView
 from boardtool.measured import check_measured
@@ -21,6 +22,7 @@ def check(path: Path, text: str | None = None, view: LiveView | None = None) -> 
     if board is not None:
         check_wording(board, problems)
         check_geometry(board, problems)
+        check_background(board, problems)
         if view is not None:
             check_measured(board, view, problems)
     return problems.sorted()

@@ -5,6 +5,7 @@ from pathlib import Path
 
 import pytest
 import yaml
+from PIL import Image
 
 from boardtool.checking import check
 from boardtool.problems import Severity
@@ -135,6 +136,38 @@ def test_exchanged_coordinates(warnings_of: WarningsOf) -> None:
     assert warnings_of(sound.replace("leader: [[40, 10]", "leader: [[10, 40]")) == [
         f"board.yaml:11: warning: components[0] (FAN).leader[0]: {line}"
     ]
+
+
+BACKGROUNDS = [("RGB", (44, 44, 44)), ("RGBA", (90, 9, 9, 0)), ("L", 255)]
+
+
+@pytest.mark.parametrize(("mode", "background"), BACKGROUNDS)
+def test_outline_around_nothing(
+    make_board: MakeBoard, mode: str, background: tuple[int, ...] | int
+) -> None:
+    def warnings_on(*drawn: tuple[int, int, int, int]) -> list[str]:
+        path = make_board(
+            ("[[10, 10], [20, 10], [20, 20], [10, 20]]", "[[8, 30], [13, 30], [13, 35], [8, 35]]"),
+            ("[[15, 15],", "[[10, 32],"),
+            ("[11, 11]", "[10, 32]"),
+        )
+        picture = Image.new(mode, (64, 48), background)
+        for box in drawn:
+            picture.paste(Image.new("L", (9, 9), 99), box)
+        picture.save(path.parent / "board.png")
+        return warnings(path)
+
+    nothing = (
+        "board.yaml:10: warning: components[0] (FAN 1).outline: the picture shows nothing but its "
+        "background there"
+    )
+    mirrored = (28, 6, 37, 15)
+    assert warnings_on(mirrored) == [f"{nothing}; are x and y exchanged?"]
+    assert warnings_on((50, 30, 59, 39)) == [nothing]
+    assert warnings_on((6, 28, 15, 37)) == []
+    # Something on its rim is something.
+    assert warnings_on((13, 35, 22, 44)) == []
+    assert warnings_on() == []
 
 
 def test_component_without_a_dot_may_have_its_marker_anywhere(warnings_of: WarningsOf) -> None:
