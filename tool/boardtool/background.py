@@ -24,13 +24,14 @@ def check_background(board: Board, problems: Problems) -> None:
     if background is None:
         return
     for i, component in enumerate(board.components):
-        if not _shows_only(picture, component.outline, background):
+        field = f"components[{i}].outline"
+        if problems.about(field) or not _shows_only(picture, component.outline, background):
             continue
         exchanged = [(y, x) for x, y in component.outline]
         inside = all(x < picture.width and y < picture.height for x, y in exchanged)
         meant = inside and not _shows_only(picture, exchanged, background)
         problems.warn(
-            f"components[{i}].outline",
+            field,
             "the picture shows nothing but its background there"
             + ("; are x and y exchanged?" if meant else ""),
         )

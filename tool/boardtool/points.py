@@ -36,11 +36,27 @@ class Canvas:
                 "measure them on this picture, or take the one that they were measured on"
             )
             return
-        for cursor, (x, y) in self.outside:
-            swapped = f"; did you mean [{y}, {x}]?" if self.holds((y, x)) else ""
-            cursor.report(
-                f"({x}, {y}) is outside the picture of {width} x {height} pixels{swapped}"
-            )
+        lists: dict[str, list[tuple[Cursor, Point]]] = {}
+        for cursor, point in self.outside:
+            field_name = re.sub(r"\[\d+\]$", "", cursor.field)
+            lists.setdefault(field_name, []).append((cursor, point))
+        for found in lists.values():
+            self._report_list(found)
+
+    def _report_list(self, found: list[tuple[Cursor, Point]]) -> None:
+        """The points of one list: several are one mistake."""
+        width, height = self.size
+        cursor, (x, y) = found[0]
+        exchanged = all(self.holds((y, x)) for _, (x, y) in found)
+        if len(found) == 1:
+            meant = f"; did you mean [{y}, {x}]?" if exchanged else ""
+            cursor.report(f"({x}, {y}) is outside the picture of {width} x {height} pixels{meant}")
+            return
+        meant = "; are x and y exchanged?" if exchanged else ""
+        cursor.report(
+            f"({x}, {y}) and {len(found) - 1} more are outside the picture of {width} x {height} "
+            f"pixels{meant}"
+        )
 
 
 def read_point(cursor: Cursor, canvas: Canvas) -> Point | None:

@@ -17,7 +17,7 @@ class Severity(StrEnum):
     WARNING = "warning"
 
 
-@dataclass(frozen=True, order=True)
+@dataclass(frozen=True)
 class Problem:
     """line counts from 1; field is empty for the file as a whole."""
 
@@ -70,8 +70,14 @@ class Problems:
         """Warns of a field that was read, or that is missing where it belongs."""
         self.add(self._line_of(field_name), field_name, text, Severity.WARNING)
 
+    def about(self, field_name: str) -> bool:
+        """Whether something is said of a field already."""
+        return any(problem.field == field_name for problem in self.found)
+
     def sorted(self) -> list[Problem]:
-        return sorted(self._named(problem) for problem in self.found)
+        """In the order of the lines, and for one line in the order in which they were found."""
+        named = (self._named(problem) for problem in self.found)
+        return sorted(named, key=lambda problem: problem.line)
 
     def _line_of(self, field_name: str) -> int:
         while field_name and field_name not in self.lines:

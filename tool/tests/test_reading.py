@@ -250,9 +250,10 @@ def test_picture_of_another_size_is_one_problem(make_board: MakeBoard) -> None:
 
 
 def test_few_points_outside_the_picture_are_told_one_by_one(make_board: MakeBoard) -> None:
-    path = make_board(("[30, 30]", "[64, 30]"))
-    many_components(path, 3)
-    assert len(complaints(path)) == 3
+    for change in (("[30, 30]", "[64, 30]"), ("marker: [11, 11]", "marker: [64, 11]")):
+        path = make_board(change)
+        many_components(path, 3)
+        assert len(complaints(path)) == 3
 
 
 def test_picture_whose_name_differs_in_case(make_board: MakeBoard) -> None:
