@@ -18,13 +18,14 @@ struct HostServices {
   UINT64 (*ReadClock)(void *context);
   /// One message, size bytes long, the last of them the only line feed.
   void (*WriteLog)(void *context, const CHAR8 *line, UINTN size);
-  /// The output to draw on; an error status when there is none.
+  /// The output to draw on, and first of all the time to connect what the board
+  /// names; an error status when there is none.
   EFI_STATUS (*FindGop)(void *context, EFI_GRAPHICS_OUTPUT_PROTOCOL **gop);
   /// Memory that lives as long as the host; NULL when there is none.
   void *(*Allocate)(void *context, UINTN size);
   void (*Free)(void *context, void *memory);
-  /// A view starts: the time to connect and read what the board names. NULL
-  /// together with AskHardware, for a host that knows no hardware.
+  /// A view starts: the time to read what the board names. NULL together with
+  /// AskHardware, for a host that knows no hardware.
   void (*MeetHardware)(void *context) = nullptr;
   /// What the hardware of this component of the board says; the answer to
   /// QueryComponentStatus. Takes no longer than a look at one device.

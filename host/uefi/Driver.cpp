@@ -21,25 +21,38 @@ void WriteDriverLog(void *, const CHAR8 *line, UINTN size) {
   WriteLogPorts(&gDriver.Ports, line, size);
 }
 
-EFI_STATUS FindDriverGop(void *, EFI_GRAPHICS_OUTPUT_PROTOCOL **gop) { return FindOutput(gop); }
+/// What it took stands in the log, because the user waits for it.
+void ConnectDriverHardware() {
+  const Board &board = gDriver.Contract.ActiveBoard;
+  if (board.Header.HardwareCount != 0) {
+    UINT64 start = ReadMilliseconds(gDriver.Timer);
+    ConnectHardware(board);
+    HostDebugPrint(OBV_LOG_INFO, "[Host] Hardware connected in %ld ms\n",
+                   ReadMilliseconds(gDriver.Timer) - start);
+  }
+}
+
+/// The first thing that a view asks for. A display that is connected later could be another output
+/// than the one that the view has chosen its mode from.
+EFI_STATUS FindDriverGop(void *, EFI_GRAPHICS_OUTPUT_PROTOCOL **gop) {
+  ConnectDriverHardware();
+  return FindOutput(gop);
+}
 
 void *AllocateForDriver(void *, UINTN size) { return AllocatePool(size); }
 
 void FreeForDriver(void *, void *memory) { FreePool(memory); }
 
-/// What the hardware took stands in the log, because the user waits for it.
 void MeetDriverHardware(void *) {
   Board &board = gDriver.Contract.ActiveBoard;
   if (board.Header.HardwareCount == 0) {
     return;
   }
   UINT64 start = ReadMilliseconds(gDriver.Timer);
-  ConnectHardware(board);
-  UINT64 connected = ReadMilliseconds(gDriver.Timer);
   ReadHardwareAtStart(&gDriver.Hardware);
   FillSystemTexts(board, &gDriver.Contract.Shared);
-  HostDebugPrint(OBV_LOG_INFO, "[Host] Hardware connected in %ld ms, read in %ld ms\n",
-                 connected - start, ReadMilliseconds(gDriver.Timer) - connected);
+  HostDebugPrint(OBV_LOG_INFO, "[Host] Hardware read in %ld ms\n",
+                 ReadMilliseconds(gDriver.Timer) - start);
 }
 
 EFI_STATUS AskDriverHardware(void *, UINTN component, Facts *facts) {

@@ -110,6 +110,25 @@ TEST_F(HostDriver, OutputThatStandsForADeviceComesBeforeOneThatDoesNot) {
   Machine.Uninstall(handle, gEfiGraphicsOutputProtocolGuid, lone.Protocol());
 }
 
+TEST_F(HostDriver, WhatTheBoardNamesIsConnectedBeforeTheOutputIsChosen) {
+  fake::GraphicsOutput &output = Machine.AddOutput();
+  fake::DevicePath root = fake::DevicePath().PciRoot();
+  EFI_HANDLE bus = Machine.Install(gEfiDevicePathProtocolGuid, root.Get());
+  ASSERT_EQ(Load(), EFI_SUCCESS);
+  OBV_PROTOCOL *host = FindHost();
+  EXPECT_EQ(Machine.Calls.CountOf(fake::Service::ConnectController), 0U);
+  EFI_GRAPHICS_OUTPUT_PROTOCOL *gop = nullptr;
+  ASSERT_EQ(host->GetGop(host, &gop), EFI_SUCCESS);
+  EXPECT_EQ(gop, output.Protocol());
+  UINT64 connected = Machine.Calls.CountOf(fake::Service::ConnectController);
+  EXPECT_GT(connected, 0U);
+  OBV_COMPONENT *components = nullptr;
+  ASSERT_EQ(host->ParseComponents(host, &components, 1620, 2880, 1080, 1920, 0.75, 1.0, 1.0),
+            EFI_SUCCESS);
+  EXPECT_EQ(Machine.Calls.CountOf(fake::Service::ConnectController), connected);
+  Machine.Uninstall(bus, gEfiDevicePathProtocolGuid, root.Get());
+}
+
 TEST_F(HostDriver, NoOutputIsNotFound) {
   ASSERT_EQ(Load(), EFI_SUCCESS);
   OBV_PROTOCOL *host = FindHost();
