@@ -2,13 +2,13 @@
 
 from collections.abc import Sequence
 
-from support import crates, edk2, packages
+from support import crates, edk2, npm, packages
 from support.linking import link_dependencies
 from support.storing import locked
 from support.venv import make_venv
 
 SOURCE_PURPOSES = {"build", "native", "view", "bench", "fuzz", "check"}
-VENV_PURPOSES = SOURCE_PURPOSES | {"system"}
+VENV_PURPOSES = SOURCE_PURPOSES | {"system", "page"}
 
 
 def ensure(purposes: Sequence[str]) -> None:
@@ -19,5 +19,7 @@ def ensure(purposes: Sequence[str]) -> None:
             edk2.fetch()
             crates.fetch()
             link_dependencies()
+        if "page" in purposes:
+            npm.fetch()
     if VENV_PURPOSES & set(purposes):
         make_venv()

@@ -48,6 +48,9 @@ PACKAGES: dict[str, tuple[str, ...]] = {
         "sbsigntool",
         *PYTHON,
     ),
+    # The page on which boards are described, and a browser that tests it.
+    "page": PYTHON,
+    "browser": ("chromium", "chromium-driver", *FONTS),
     # QEMU's window on a desktop.
     "window": ("qemu-system-gui",),
     "bench": (

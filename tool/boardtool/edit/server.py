@@ -9,7 +9,7 @@ import uvicorn
 
 from boardtool.edit.app import Editor
 from boardtool.edit.live import View
-from support import npm
+from support import fetching
 
 ADDRESS = "127.0.0.1"
 SECONDS_TO_END = 2
@@ -17,7 +17,7 @@ SECONDS_TO_END = 2
 
 def edit(folder: Path, port: int, browser: bool) -> int:
     """Serves the folder's page, and shows it in the person's browser."""
-    npm.fetch()
+    fetching.ensure(["page"])
     token = secrets.token_urlsafe(24)
     with socket.create_server((ADDRESS, port)) as listener:
         port = listener.getsockname()[1]

@@ -72,6 +72,7 @@ export class Draft {
     this.corners.clear();
     for (const [x, y] of points) this.corners.circle().addClass("handle outline").attr({ cx: x, cy: y });
     const [x, y] = draft.at;
+    this.layer.node.dataset.at = draft.at;
     this.cross.attr("d", `M0 ${y}H${size[0]}M${x} 0V${size[1]}`);
   }
 }

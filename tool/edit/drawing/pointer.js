@@ -28,6 +28,7 @@ export class Pointer {
     if (event.button !== 0) return;
     const { state } = this.store;
     const start = this.surface.at(event);
+    this.surface.svg.node.focus({ preventScroll: true });
     if (state.draft) {
       this.#drag = { kind: "draft", start, event };
       event.stopPropagation();
@@ -38,7 +39,6 @@ export class Pointer {
     event.stopPropagation();
     event.preventDefault();
     this.#drag = { ...drag, start, event, before: this.store.state.document, moved: false };
-    this.surface.svg.node.focus({ preventScroll: true });
   }
 
   /** What lies under the pointer, as a drag that may begin there. */

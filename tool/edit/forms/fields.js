@@ -40,7 +40,7 @@ export function TextField({ value = "", limit, change, list, ...field }) {
     ...${attributes}
     type="text"
     autocomplete="off"
-    spellcheck="false"
+    spellcheck=${false}
     list=${list}
     maxlength=${limit}
     value=${value}

@@ -32,7 +32,7 @@ export function Hardware({ component, problems, set, state, store, text }) {
         <select aria-label=${`Kind of alternative ${index + 1}`} onChange=${(event) => change(index, event.target.value, name)}>
           ${Object.keys(HARDWARE_KINDS).map((one) => html`<option selected=${one === kind}>${one}</option>`)}
         </select>
-        <input type="text" value=${spelt(name)} list=${`inventory-${kind}`} autocomplete="off" spellcheck="false"
+        <input type="text" value=${spelt(name)} list=${`inventory-${kind}`} autocomplete="off" spellcheck=${false}
           aria-label=${`Name of alternative ${index + 1}`}
           onInput=${(event) => change(index, kind, read(kind, event.target.value), `${index} name`)}
           onBlur=${() => store.close()} />
