@@ -64,6 +64,8 @@ class Page:
     def __init__(self, driver: webdriver.Chrome, address: str) -> None:
         self.driver = driver
         self.address = address
+        self.visited: list[str] = []
+        """Other addresses that a test has gone to."""
 
     def open(self) -> None:
         self.driver.get(self.address)
@@ -162,15 +164,26 @@ class Page:
         return x, y
 
     def to_picture(self, point: Point) -> Point:
-        """The picture's pixel under a pixel of the window."""
+        """The picture's pixel that is nearest to a pixel of the window."""
+        x, y = self.place(point)
+        return round(x), round(y)
+
+    def place(self, point: Point) -> tuple[float, float]:
+        """Where a pixel of the window is on the picture, between its pixels."""
         script = """
             const svg = document.querySelector(".surface svg");
             const matrix = svg.getScreenCTM().inverse();
             const at = new DOMPoint(...arguments[0]).matrixTransform(matrix);
-            return [Math.round(at.x), Math.round(at.y)];
+            return [at.x, at.y];
         """
         x, y = self.run(script, point)
         return x, y
+
+    def drag_point(self, start: Point, end: Point, *keys: str) -> Point:
+        """Drags a point that stands at `start`; returns where it has to stand then."""
+        (x1, y1), (x2, y2) = (self.place(self.to_screen(point)) for point in (start, end))
+        self.drag(start, end, *keys)
+        return round(start[0] + x2 - x1), round(start[1] + y2 - y1)
 
     def drag(self, start: Point, end: Point, *keys: str) -> Point:
         """Drags between two places of the picture; returns where it ended."""

@@ -10,6 +10,7 @@ from selenium import webdriver
 CLONE = Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(CLONE / "script"), str(CLONE / "tool"), str(CLONE / "test" / "page")]
 
+from boards import describe_board
 from browser import Page, open_browser, served
 from pictures import draw_board
 
@@ -23,22 +24,45 @@ def driver() -> Iterator[webdriver.Chrome]:
         browser.quit()
 
 
-@pytest.fixture
-def folder(tmp_path: Path) -> Path:
-    """A folder with nothing but a picture."""
-    draw_board().save(tmp_path / "board.png")
-    return tmp_path
+@pytest.fixture(scope="session")
+def address(tmp_path_factory: pytest.TempPathFactory) -> Iterator[tuple[Path, str]]:
+    """One server, as it takes a second to start; its folder is made anew for each test."""
+    place = tmp_path_factory.mktemp("board")
+    with served(place) as found:
+        yield place, found
 
 
 @pytest.fixture
-def bare(driver: webdriver.Chrome, folder: Path) -> Iterator[Page]:
-    """The page of that folder; whatever happens on it, its scripts have no errors."""
-    with served(folder) as address:
-        page = Page(driver, address)
-        page.complaints()
-        page.requests()
-        page.open()
-        yield page
-        assert [text for text in page.complaints() if "Failed to load" not in text] == []
-        assert [url for url in page.requests() if not url.startswith((address, "blob:"))] == []
-        driver.get("about:blank")
+def folder(address: tuple[Path, str]) -> Path:
+    """The folder that is served, with nothing but a picture."""
+    place, _ = address
+    for file in place.iterdir():
+        file.unlink()
+    draw_board().save(place / "board.png")
+    return place
+
+
+@pytest.fixture
+def bare(driver: webdriver.Chrome, folder: Path, address: tuple[Path, str]) -> Iterator[Page]:
+    """The page of a folder with nothing but a picture."""
+    yield from _opened(driver, address[1])
+
+
+@pytest.fixture
+def page(driver: webdriver.Chrome, folder: Path, address: tuple[Path, str]) -> Iterator[Page]:
+    """The page of a folder with a described board."""
+    describe_board(folder)
+    yield from _opened(driver, address[1])
+
+
+def _opened(driver: webdriver.Chrome, address: str) -> Iterator[Page]:
+    """Whatever happens on it: its scripts have no errors, and it asks nobody else for anything."""
+    page = Page(driver, address)
+    page.complaints()
+    page.requests()
+    page.open()
+    yield page
+    assert [text for text in page.complaints() if "Failed to load" not in text] == []
+    foreign = [url for url in page.requests() if not url.startswith((address, "blob:http"))]
+    assert [url for url in foreign if url not in page.visited] == []
+    driver.get("about:blank")

@@ -93,10 +93,10 @@ function watchMeasures(store, api) {
     try {
       const { picture, components } = await api.measures(store.state, { resolution });
       const scale = [size[0] / picture[2], size[1] / picture[3]];
-      const sizes = new Map(
-        components.map(({ name, callout }) => [name, [callout[2] * scale[0], callout[3] * scale[1]]]),
-      );
-      store.set({ measures: { sizes } });
+      const measures = components.map(({ name, text, callout }) => {
+        return [name, { text, size: [callout[2] * scale[0], callout[3] * scale[1]] }];
+      });
+      store.set({ measures: new Map(measures) });
     } catch {
       // There is no view, as its own place on the page tells; callouts keep their guessed size.
     }

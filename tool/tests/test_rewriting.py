@@ -114,8 +114,8 @@ def test_fields_come_in_their_order_and_go() -> None:
         "  - name: FAN 1",
         "    callout: left",
         "    status: absent",
-        '      - {value: "8"}',
-        '      - {value: "a b"}',
+        '      - value: "8"',
+        '      - value: "a b"',
     ]
 
 
@@ -155,7 +155,7 @@ def test_the_first_and_the_last_component() -> None:
     new = document(empty)
     new["components"] = [{"name": "A", "info": [{"value": "x"}], "origin": None}]
     text = edited(empty, new)
-    assert "components:\n  - name: A\n    info:\n      - {value: x}  # none yet\n" in text
+    assert "components:\n  - name: A\n    info:\n      - value: x  # none yet\n" in text
     new["components"] = []
     assert "components: []" in edited(text, new)
     assert document(edited(text, new))["components"] == []

@@ -68,6 +68,9 @@ def field_lines(name: str, value: Plain, indent: int) -> list[str]:
 
 def item_lines(name: str, item: Plain, indent: int) -> list[str]:
     """An item of a list; of `components`, with a line for each field."""
+    if isinstance(item, dict) and len(item) == 1:
+        [(field, value)] = item.items()
+        return [" " * indent + f"- {flow(field)}: {value_of(field, value)}"]
     if name != "components" or not isinstance(item, dict):
         return [" " * indent + "- " + flow(item)]
     fields = in_order(item, name)

@@ -27,6 +27,7 @@ export class Drawing {
   }
 
   update(state) {
+    const hasFocus = this.surface.svg.node.contains(document.activeElement);
     const shown = `${state.document.picture} ${state.size}`;
     if (shown !== this.shown) {
       this.shown = shown;
@@ -36,13 +37,12 @@ export class Drawing {
     this.handles.update(state);
     this.draft.update(state);
     this.surface.svg.node.classList.toggle("drawing-now", Boolean(state.draft));
-    this.#keepFocus(state);
+    if (hasFocus) this.#keepFocus(state);
   }
 
-  /** The focus follows the handle that keys go to. */
+  /** The focus follows the handle that keys go to; the one before may be gone. */
   #keepFocus({ handle, draft }) {
     const { node } = this.surface.svg;
-    if (!node.contains(document.activeElement)) return;
     const target = (handle && !draft && this.handles.nodeOf(handle)) || node;
     if (target !== document.activeElement) target.focus({ preventScroll: true });
   }

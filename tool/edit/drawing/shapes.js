@@ -10,8 +10,8 @@ const SHOWN = 0.75;
 
 /** The size of a component's callout in pixels of the picture. */
 export function calloutSize(component, state) {
-  const measured = state.measures?.sizes.get(component.name);
-  if (measured) return measured;
+  const measured = state.measures?.get(component.name);
+  if (measured) return measured.size;
   const [width] = state.resolution.split("x").map(Number);
   const scale = (state.size[0] / (width * SHOWN)) * (width / 1920);
   const letters = component.name.length * LETTER + PADDING;
@@ -90,6 +90,8 @@ function draw(shape, component, state) {
   shape.leader.attr("points", component.leader.join(" "));
   shape.marker.attr({ cx: component.marker[0], cy: component.marker[1] });
   shape.callout.attr({ x: left, y: top, width: size[0], height: size[1] });
-  if (shape.component?.name !== component.name) shape.text.plain(component.name);
+  const measured = state.measures?.get(component.name);
+  shape.callout.node.classList.toggle("measured", Boolean(measured));
+  shape.text.plain(measured?.text ?? component.name);
   shape.text.attr({ x: left + size[0] / 2, y: top + size[1] / 2, "font-size": size[1] * 0.7 });
 }
