@@ -9,7 +9,19 @@ from support import paths, rooms
 # Spelt in two parts, as this file is looked at, too.
 MARKS = re.compile(r"\b(TO" r"DO|FIX" r"ME|XX" r"X|HA" r"CK)\b")
 TEXT_SUFFIXES = {".S", ".c", ".cmake", ".cpp", ".dec", ".dsc", ".h", ".inf", ".md", ".nasm"}
-TEXT_SUFFIXES |= {".css", ".html", ".js", ".pov", ".py", ".sh", ".toml", ".txt", ".yaml", ".yml", ""}
+TEXT_SUFFIXES |= {
+    ".css",
+    ".html",
+    ".js",
+    ".pov",
+    ".py",
+    ".sh",
+    ".toml",
+    ".txt",
+    ".yaml",
+    ".yml",
+    "",
+}
 
 
 # A file is read in one sitting. Functions are measured by clang-tidy.

@@ -8,6 +8,7 @@ from collections.abc import Iterator
 from contextlib import contextmanager
 from pathlib import Path
 from typing import Any
+from urllib.parse import urlsplit
 
 from selenium import webdriver
 from selenium.webdriver.common.action_chains import ActionChains
@@ -24,6 +25,11 @@ PATIENCE = 8.0
 """Seconds, on a busy machine."""
 
 Point = tuple[int, int]
+
+
+def origin_of(address: str) -> str:
+    parts = urlsplit(address)
+    return f"{parts.scheme}://{parts.netloc}"
 
 
 @contextmanager
@@ -64,8 +70,13 @@ class Page:
     def __init__(self, driver: webdriver.Chrome, address: str) -> None:
         self.driver = driver
         self.address = address
-        self.visited: list[str] = []
-        """Other addresses that a test has gone to."""
+        self.away = False
+        """Whether a test has gone to other pages."""
+
+    def leave(self, address: str) -> None:
+        """Goes to another page."""
+        self.away = True
+        self.driver.get(address)
 
     def open(self) -> None:
         self.driver.get(self.address)
@@ -135,8 +146,15 @@ class Page:
         self.one(selector).click()
 
     def button(self, text: str) -> WebElement:
+        """The button with that text, once it can be pressed."""
         path = f"//button[normalize-space()='{text}' and not(@disabled)]"
-        return self.driver.find_element(By.XPATH, path)
+
+        def look(_: object) -> WebElement | None:
+            shown = (one for one in self.driver.find_elements(By.XPATH, path) if one.is_displayed())
+            return next(shown, None)
+
+        found: WebElement = self._until(look, f"there is no button {text}")
+        return found
 
     def choose(self, name: str) -> None:
         """Clicks a component in the list."""
@@ -204,9 +222,13 @@ class Page:
         self._move(chain, point).click().perform()
         return self.to_picture(self.to_screen(point))
 
+    def point_at(self, point: Point) -> None:
+        self._move(ActionChains(self.driver), point).perform()
+
     def _move(self, chain: ActionChains, point: Point) -> ActionChains:
         x, y = self.to_screen(point)
-        chain.w3c_actions.pointer_action.move_to_location(x, y)
+        pointer: Any = chain.w3c_actions.pointer_action
+        pointer.move_to_location(x, y)
         chain.w3c_actions.key_action.pause()
         return chain
 
@@ -227,9 +249,14 @@ class Page:
 
     # What the browser has noted.
 
+    def _log(self, kind: str) -> list[dict[str, Any]]:
+        driver: Any = self.driver
+        entries: list[dict[str, Any]] = driver.get_log(kind)
+        return entries
+
     def requests(self) -> list[str]:
         """Every address that was asked for since the last time."""
-        entries = (json.loads(entry["message"]) for entry in self.driver.get_log("performance"))
+        entries = (json.loads(entry["message"]) for entry in self._log("performance"))
         messages = (entry["message"] for entry in entries)
         return [
             message["params"]["request"]["url"]
@@ -239,8 +266,4 @@ class Page:
 
     def complaints(self) -> list[str]:
         """What the browser complains of, such as errors in scripts."""
-        return [
-            entry["message"]
-            for entry in self.driver.get_log("browser")
-            if entry["level"] == "SEVERE"
-        ]
+        return [entry["message"] for entry in self._log("browser") if entry["level"] == "SEVERE"]

@@ -5,7 +5,6 @@ from pathlib import Path
 
 import numpy as np
 from PIL import Image
-from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.keys import Keys
 
 from boardtool.building import build_board

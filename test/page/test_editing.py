@@ -264,5 +264,7 @@ def test_the_view_shows_the_panel_of_what_is_pointed_at(page: Page) -> None:
     x, y = page.to_screen((600, 300))
     chain.w3c_actions.pointer_action.move_to_location(x, y)
     chain.perform()
-    script = "const now = document.querySelector('.screen img').src; return now !== arguments[0] && now"
+    script = (
+        "const now = document.querySelector('.screen img').src; return now !== arguments[0] && now"
+    )
     assert page.wait_for(script, first)
