@@ -109,7 +109,8 @@ def contrast(page: Page, selector: str) -> float:
     script = """
         const element = document.querySelector(arguments[0]);
         let under = element;
-        while (getComputedStyle(under).backgroundColor === "rgba(0, 0, 0, 0)") under = under.parentElement;
+        const clear = (one) => getComputedStyle(one).backgroundColor === "rgba(0, 0, 0, 0)";
+        while (clear(under)) under = under.parentElement;
         const of = (color) => color.match(/[\\d.]+/g).slice(0, 3).map(Number);
         return [of(getComputedStyle(element).color), of(getComputedStyle(under).backgroundColor)];
     """

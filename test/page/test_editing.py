@@ -3,7 +3,6 @@
 from pathlib import Path
 
 import pytest
-from selenium.webdriver.common.action_chains import ActionChains
 from selenium.webdriver.common.keys import Keys
 from selenium.webdriver.support.ui import Select
 
@@ -260,11 +259,9 @@ def test_callouts_have_their_true_size(page: Page, folder: Path, resolution: str
 def test_the_view_shows_the_panel_of_what_is_pointed_at(page: Page) -> None:
     shown = "return document.querySelector('.screen img')?.src"
     first = page.wait_for(shown)
-    chain = ActionChains(page.driver)
-    x, y = page.to_screen((600, 300))
-    chain.w3c_actions.pointer_action.move_to_location(x, y)
-    chain.perform()
-    script = (
-        "const now = document.querySelector('.screen img').src; return now !== arguments[0] && now"
-    )
+    page.point_at((600, 300))
+    script = """
+        const now = document.querySelector(".screen img").src;
+        return now !== arguments[0] && now;
+    """
     assert page.wait_for(script, first)

@@ -48,7 +48,10 @@ def test_a_foreign_page_can_neither_write_nor_read(page: Page, folder: Path, str
     """
     answers = page.driver.execute_async_script(script, page.address, json.dumps(ask))
     assert answers == ["TypeError", "TypeError"]
-    reading = "const [address, done] = arguments; fetch(`${address}board`).then(() => done('read'), (e) => done(e.name))"
+    reading = """
+        const [address, done] = arguments;
+        fetch(`${address}board`).then(() => done("read"), (error) => done(error.name));
+    """
     assert page.driver.execute_async_script(reading, page.address) == "TypeError"
     form = """
         const [address, body] = arguments;
