@@ -4,9 +4,11 @@ import itertools
 from collections.abc import Iterator
 from dataclasses import dataclass, field
 
+import shapely
 from PIL import Image
 
 from boardtool.binary import write_board
+from boardtool.geometry import area
 from boardtool.live import Box, LiveView, Measures, ViewOptions
 from boardtool.model import Board
 from boardtool.picture import encode_for_firmware
@@ -26,6 +28,7 @@ SIZES = {
 CUT = "is cut at the screen's"
 OVERLAPS = "overlaps the callout{s} of"
 LIES_ON = "lies on"
+TAKES_POINTER = "comes first and takes the pointer from the callout{s} of"
 PRINTS_OVER = "has more lines than the panel has room for, and they run into"
 
 
@@ -56,10 +59,16 @@ def build_plain(board: Board) -> bytes:
 
 def check_measured(board: Board, view: LiveView, problems: Problems) -> None:
     binary = build_plain(board)
+    # What is wrong with an outline otherwise has consequences that need no telling.
+    free = [
+        i for i in range(len(board.components)) if not problems.about(f"components[{i}].outline")
+    ]
     findings = Findings()
     for size, options in SIZES.items():
         measures = view.measure(binary, options)
         _check_callouts(measures, size, findings)
+        for i in free:
+            _check_pointer(i, board, measures, size, findings)
         _check_panels(measures, size, findings)
     findings.report(problems)
 
@@ -87,6 +96,20 @@ def _neighbours(measures: Measures) -> Iterator[tuple[str, Box]]:
     yield "the title", measures.title
     yield "the line at the bottom", measures.footer
     yield "the close button", measures.close
+
+
+def _check_pointer(
+    first: int, board: Board, measures: Measures, size: str, findings: Findings
+) -> None:
+    """Whether callouts of later components lie on the outline of this one, which comes first."""
+    if not board.components[first].selectable:
+        return
+    outline = area(measures.components[first].outline)
+    for later, component in list(enumerate(measures.components))[first + 1 :]:
+        x, y, width, height = component.callout
+        lies_on = outline.intersection(shapely.box(x, y, x + width, y + height)).area > 0
+        if lies_on and board.components[later].selectable:
+            findings.add(f"components[{first}].outline", TAKES_POINTER, component.name, size)
 
 
 def _edges(measures: Measures, callout: Box) -> Iterator[str]:

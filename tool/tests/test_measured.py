@@ -1,5 +1,6 @@
 """What the tool warns of after laying a board out in the application itself."""
 
+import re
 from collections.abc import Callable, Iterator
 from pathlib import Path
 
@@ -94,6 +95,23 @@ def test_callouts_beside_the_picture(measured: Measured, end: str, side: str, sa
     assert measured(part("FAN", end, side)) == [
         f"board.yaml:12: warning: components[0] (FAN).callout: {says}"
     ]
+
+
+def test_callout_on_an_outline(measured: Measured) -> None:
+    def elsewhere(name: str, end: str) -> str:
+        corners = "[[40, 30], [50, 30], [50, 40], [40, 40]]"
+        return re.sub("outline: .*", f"outline: {corners}", part(name, end))
+
+    one, two = part("ONE", "[30, 30]"), elsewhere("TWO", "[12, 15]")
+    assert measured(one, two, elsewhere("SIX", "[12, 18]")) == [
+        "board.yaml:10: warning: components[0] (ONE).outline: comes first and takes the pointer "
+        "from the callouts of TWO and SIX at every size"
+    ]
+    # A callout before it in the file gets the pointer first, as it lies on top.
+    assert measured(two, one) == []
+    assert measured(part("ONE", "[30, 30]", selectable="false"), two) == []
+    # An outline that covers others has this consequence, too.
+    assert measured(one, part("TWO", "[12, 15]")) == []
 
 
 def test_callout_in_the_margin_is_where_it_belongs(measured: Measured) -> None:
