@@ -73,8 +73,7 @@ def read_point(cursor: Cursor, canvas: Canvas) -> Point | None:
     if items is None:
         return None
     if len(items) != 2:
-        kind = "values" if cursor.integers() is None else "numbers"
-        cursor.report(f"a point is [x, y], found {len(items)} {kind}")
+        cursor.report(_instead_of_point(cursor.integers(), len(items)))
         return None
     x = items[0].integer(-limits.WORD, limits.WORD)
     y = items[1].integer(-limits.WORD, limits.WORD)
@@ -94,6 +93,8 @@ def read_points(
     if items is None:
         return ()
     numbers = cursor.integers()
+    if len(items) == 1 and len(items[0].integers() or ()) > 2:
+        numbers = items[0].integers()  # Brackets around all numbers.
     if numbers:
         cursor.report(_points_from(numbers, outline=low >= limits.VERTICES_MIN))
         return ()
@@ -117,6 +118,16 @@ def read_outline(cursor: Cursor, canvas: Canvas) -> tuple[Point, ...]:
 
 def read_leader(cursor: Cursor, canvas: Canvas) -> tuple[Point, ...]:
     return read_points(cursor, canvas, 1, limits.LEADER_POINTS_MAX, "leader points")
+
+
+def _instead_of_point(numbers: list[int] | None, count: int) -> str:
+    if numbers is None or count != 4:
+        return f"a point is [x, y], found {count} values"
+    x, y, width, height = numbers
+    return (
+        f"a point is [x, y], found 4 numbers; the middle of {width} x {height} pixels at "
+        f"({x}, {y}) is [{x + width // 2}, {y + height // 2}]"
+    )
 
 
 def _points_from(numbers: list[int], outline: bool) -> str:
