@@ -1,7 +1,6 @@
 #include "app/Entry.h"
 
 #include "app/ChooseGeometry.h"
-#include "app/DamagedStack.h"
 #include "app/HandBack.h"
 #include "app/Input.h"
 #include "app/MainLoop.h"
@@ -11,6 +10,7 @@
 #include "app/base/LocateHost.h"
 #include "app/base/MemoryPool.h"
 #include "app/base/Run.h"
+#include "app/base/StackGuard.h"
 #include "lvgl.h"
 #include "platform/GraphicsOutput.h"
 #include "platform/HotPlug.h"

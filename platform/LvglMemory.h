@@ -11,7 +11,7 @@
 extern "C" {
 #endif
 
-/// LVGL's allocator. The display port sets all three before it calls lv_init; none is NULL then.
+/// LVGL's allocator. StartLvgl sets all three before it calls lv_init; none is NULL then.
 /// Without memory, Allocate and Reallocate do as LvglGuard.h says.
 typedef struct LvglMemory {
   /// Returns Size bytes, which the caller owns; NULL only to work that tests for it.

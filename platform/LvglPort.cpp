@@ -7,24 +7,15 @@
 #include "platform/HotPlug.h"
 #include "platform/Keypad.h"
 #include "platform/LvglFailure.h"
-#include "platform/LvglGuard.h"
-#include "platform/LvglMemory.h"
+#include "platform/LvglStart.h"
 #include "platform/Pointer.h"
 
 LvglPortState gLvglPort;
-LvglMemory gLvglMemory;
 
 static_assert(sizeof(lv_color_t) == sizeof(EFI_GRAPHICS_OUTPUT_BLT_PIXEL),
               "the flush copies pixels without conversion");
 
 namespace {
-
-void StartLvgl() {
-  gLvglMemory.Allocate = BoardscopeAllocateOrFail;
-  gLvglMemory.Free = free;
-  gLvglMemory.Reallocate = BoardscopeReallocateOrFail;
-  lv_init();
-}
 
 void ChooseInputGroup() {
   gLvglPort.Group = lv_group_get_default();

@@ -6,8 +6,6 @@
 
 ComponentState gComponents;
 
-namespace {
-
 EFI_STATUS ParseComponents() {
   OBV_PROTOCOL *host = gHost.Protocol;
   VOID *picture = nullptr;
@@ -26,8 +24,6 @@ EFI_STATUS ParseComponents() {
       host, &gComponents.Components, static_cast<UINT16>(height), static_cast<UINT16>(width),
       gGeometry.ViewHeight, gGeometry.ViewWidth, kPictureShare, gGeometry.ScaleX, gGeometry.ScaleY);
 }
-
-}  // namespace
 
 EFI_STATUS GetComponentData() {
   EFI_STATUS status = ParseComponents();

@@ -18,6 +18,9 @@ extern ComponentState gComponents;
 /// status of each. Returns the status of the first failing step.
 [[nodiscard]] EFI_STATUS GetComponentData();
 
+/// The first step of it: the host builds the array, and nothing is asked of its records.
+[[nodiscard]] EFI_STATUS ParseComponents();
+
 /// Asks the host for status and information lines of one component. Does
 /// nothing for an index at or beyond the count.
 void RefreshComponentStatus(UINTN index);

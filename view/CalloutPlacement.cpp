@@ -1,5 +1,7 @@
 #include "view/CalloutPlacement.h"
 
+#include "view/FixedLook.h"
+
 namespace {
 
 /// Halves of the callout's size between its top left corner and the anchor.
@@ -35,4 +37,18 @@ OBV_POINT PlaceAtAnchor(INT32 side, OBV_POINT anchor, UINT16 width, UINT16 heigh
   }
   const SideOffset &offset = kSideOffsets[side];
   return {Shift(anchor.X, width, offset.HalvesX), Shift(anchor.Y, height, offset.HalvesY)};
+}
+
+void FitCallout(OBV_COMPONENT *component, INT16 labelWidth, INT16 labelHeight) {
+  component->CalloutWidth = static_cast<UINT16>(labelWidth + kCalloutLabelMargin);
+  component->CalloutHeight = static_cast<UINT16>(labelHeight + kCalloutLabelMargin);
+  UINT16 points = MIN(component->LeaderPointCount, OBV_LEADER_POINT_CAPACITY);
+  if (points == 0) {
+    return;
+  }
+  OBV_POINT corner = {component->CalloutX, component->CalloutY};
+  corner = PlaceAtAnchor(component->CalloutSide, component->LeaderPoints[points - 1],
+                         component->CalloutWidth, component->CalloutHeight, corner);
+  component->CalloutX = corner.X;
+  component->CalloutY = corner.Y;
 }

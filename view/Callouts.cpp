@@ -5,7 +5,6 @@
 #include "resources/ComponentIntake.h"
 #include "view/CalloutPlacement.h"
 #include "view/CalloutTexts.h"
-#include "view/FixedLook.h"
 #include "view/Jump.h"
 #include "view/Layout.h"
 #include "view/Look.h"
@@ -85,19 +84,9 @@ void PlaceCallout(UINTN index) {
   // Deliberately replaces the record's alignment.
   lv_obj_set_align(label, LV_ALIGN_CENTER);
   lv_obj_update_layout(label);
-  component.CalloutWidth = static_cast<UINT16>(lv_obj_get_width(label) + kCalloutLabelMargin);
-  component.CalloutHeight = static_cast<UINT16>(lv_obj_get_height(label) + kCalloutLabelMargin);
+  FitCallout(&component, lv_obj_get_width(label), lv_obj_get_height(label));
   lv_obj_set_size(callout, static_cast<lv_coord_t>(component.CalloutWidth),
                   static_cast<lv_coord_t>(component.CalloutHeight));
-
-  UINT16 points = MIN(component.LeaderPointCount, OBV_LEADER_POINT_CAPACITY);
-  if (points > 0) {
-    OBV_POINT corner = {component.CalloutX, component.CalloutY};
-    corner = PlaceAtAnchor(component.CalloutSide, component.LeaderPoints[points - 1],
-                           component.CalloutWidth, component.CalloutHeight, corner);
-    component.CalloutX = corner.X;
-    component.CalloutY = corner.Y;
-  }
   lv_obj_set_pos(callout, component.CalloutX, component.CalloutY);
 }
 

@@ -11,8 +11,6 @@ namespace {
 // For a host that forgot its record.
 constexpr OBV_CONFIG kNoLook = {};
 
-INT16 ScaledFontSize(UINT8 size) { return static_cast<INT16>(size * gGeometry.ScaleY); }
-
 }  // namespace
 
 const OBV_CONFIG &Look() {
@@ -21,6 +19,8 @@ const OBV_CONFIG &Look() {
 }
 
 lv_color_t ColorOf(const CHAR8 *colorText) { return lv_color_hex(ParseColorText(colorText)); }
+
+INT16 ScaledFontSize(UINT8 size) { return static_cast<INT16>(size * gGeometry.ScaleY); }
 
 const lv_font_t *FontOf(const OBV_FONT_CHOICE &choice) {
   // The name may fill its field.

@@ -16,6 +16,9 @@ const OBV_CONFIG &Look();
 /// A colour text as LVGL's colour.
 lv_color_t ColorOf(const CHAR8 *colorText);
 
+/// Pixels in the view of a font size for a screen of 1080 lines.
+INT16 ScaledFontSize(UINT8 size);
+
 /// A font of the record, scaled to the view; never NULL.
 const lv_font_t *FontOf(const OBV_FONT_CHOICE &choice);
 

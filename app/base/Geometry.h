@@ -9,6 +9,12 @@
 /// The share of the view that the board picture covers in each direction.
 inline constexpr double kPictureShare = 0.75;
 
+/// The view that all sizes are designed for, and the one that is smaller.
+inline constexpr UINT16 kDesignWidth = 1920;
+inline constexpr UINT16 kDesignHeight = 1080;
+inline constexpr UINT16 kSmallWidth = 1024;
+inline constexpr UINT16 kSmallHeight = 768;
+
 /// Set once before anything is drawn.
 struct GeometryState {
   /// Resolution of the view in pixels.
@@ -25,3 +31,6 @@ struct GeometryState {
 };
 
 extern GeometryState gGeometry;
+
+/// Sets the view's size and its scale factors, and nothing else.
+void SetViewSize(UINT16 width, UINT16 height);
