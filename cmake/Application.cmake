@@ -20,6 +20,17 @@ target_compile_options(
   boardscope_app PRIVATE -fstack-protector-strong -mstack-protector-guard=global
 )
 
+# The host check beside it, which shares the application's sources.
+file(GLOB hostcheck_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/hostcheck/*.c
+     ${PROJECT_SOURCE_DIR}/hostcheck/*.cpp
+)
+add_library(boardscope_hostcheck STATIC ${hostcheck_sources})
+target_link_libraries(
+  boardscope_hostcheck
+  PUBLIC boardscope_app
+  PRIVATE boardscope_own boardscope_freestanding boardscope_renamed boardscope_counted
+)
+
 file(GLOB host_sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/host/portable/*.cpp)
 add_library(boardscope_host STATIC ${host_sources})
 target_include_directories(

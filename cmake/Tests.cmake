@@ -20,7 +20,7 @@ function(boardscope_executable kind)
   )
   target_link_libraries(
     ${name} PRIVATE boardscope_own boardscope_fake boardscope_host_driver boardscope_host
-                    boardscope_host_blobs boardscope_setup boardscope_app
+                    boardscope_host_blobs boardscope_setup boardscope_hostcheck boardscope_app
   )
 endfunction()
 

@@ -20,6 +20,7 @@ IMAGES = (
     "ObvDemoSensors",
     "MinimalHost",
     "BoardscopeInventory",
+    "BoardscopeHostCheck",
     "ObvSetup",
     "SystemProbe",
     "UsbMouseDxe",

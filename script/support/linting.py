@@ -13,7 +13,7 @@ from support.running import say
 
 # What goes into firmware. Nothing there runs the constructors of static objects, so there must not
 # be any.
-FIRMWARE = ("app", "capture", "host", "platform", "resources", "setup", "view")
+FIRMWARE = ("app", "capture", "host", "hostcheck", "platform", "resources", "setup", "view")
 COMMAND = (
     "clang-tidy",
     "--quiet",

@@ -9,8 +9,9 @@ from pathlib import Path
 from support import paths
 from support.failure import Failure
 
-# From the ground up. A file includes its own room and those below it, never one above.
-ORDER = ("app/base", "platform", "resources", "view", "capture", "app")
+# From the ground up. A file includes its own room and those below it, never one above. The host
+# check stands on the application's rooms, and none of them knows of it.
+ORDER = ("app/base", "platform", "resources", "view", "capture", "app", "hostcheck")
 
 # Apart from the rooms: the reference host and the reference setup. Neither includes anything of the
 # other or of the application, nor the application of them.

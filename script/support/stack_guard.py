@@ -26,6 +26,11 @@ GUARDED = {
     "BoardscopeInventory": {
         "host/inventory/BoardscopeInventory.inf": "_ZN8obv_host8TellFact",
     },
+    "BoardscopeHostCheck": {
+        "hostcheck/BoardscopeHostCheck.inf": "_ZN9hostcheck10CheckColor",
+        "third_party/lvgl/Lvgl.inf": "lv_ft_font_init_cache",
+        "third_party/freetype/FreeType.inf": "TT_Load_Glyph",
+    },
     "ObvSetup": {"setup/ObvSetup.inf": "_ZN9obv_setup12LoadSettings"},
 }
 

@@ -1,0 +1,46 @@
+#include "hostcheck/Intake.h"
+
+#include "app/base/Geometry.h"
+#include "app/base/HostClient.h"
+#include "hostcheck/Quote.h"
+#include "resources/ComponentIntake.h"
+
+namespace hostcheck {
+namespace {
+
+constexpr UINTN kQuotedName = 24;
+
+}  // namespace
+
+EFI_STATUS ParseFor(const ViewSize &view) {
+  SetViewSize(view.Width, view.Height);
+  gComponents.Components = nullptr;
+  return ParseComponents();
+}
+
+EFI_STATUS AskAndFinish() {
+  for (UINTN i = 0; i < RecordCount(); ++i) {
+    if (LooksLikeRecord(ComponentAt(i))) {
+      RefreshComponentStatus(i);
+    }
+  }
+  return gHost.Protocol->FinishParse(gHost.Protocol);
+}
+
+UINTN RecordCount() { return MIN(ComponentCount(), OBV_MAX_COMPONENTS); }
+
+bool LooksLikeRecord(const OBV_COMPONENT &component) {
+  UINTN length = StrnLenS(component.Name, OBV_NAME_LENGTH);
+  return length != 0 && length < OBV_NAME_LENGTH && component.Type <= OBV_TYPE_AUDIO &&
+         component.HotspotVertexCount <= OBV_VERTEX_CAPACITY &&
+         component.LeaderPointCount <= OBV_LEADER_POINT_CAPACITY;
+}
+
+RecordName NameOf(UINTN index) {
+  RecordName name;
+  AsciiSPrint(name.Text, sizeof(name.Text), "component %d, %a,", static_cast<UINT32>(index),
+              Quote(ComponentAt(index).Name, kQuotedName).Text);
+  return name;
+}
+
+}  // namespace hostcheck
