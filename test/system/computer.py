@@ -89,8 +89,7 @@ class Computer:
 
     def status_of(self, program: str) -> int:
         """Run a program that may be refused; returns the shell's status."""
-        self._shell.run(program, PATIENCE)
-        return int(self._shell.run("echo %lasterror%").split("\n")[1], 16)
+        return self.run_and_tell(program)[1]
 
     def type(self, command: str) -> None:
         """Type a command whose end is not waited for."""
@@ -98,10 +97,17 @@ class Computer:
 
     def run(self, program: str, *words: str | int) -> str:
         """Run a program that must succeed; returns what it printed."""
-        said = self._shell.run(" ".join([program, *map(str, words)]), PATIENCE)
-        status = self._shell.run("echo %lasterror%")
-        assert "\n0x0\n" in status, f"{program} refused {words}: {status}"
+        said, status = self.run_and_tell(program, *words)
+        assert status == 0, f"{program} refused {words}: {status:#x}"
         return said
+
+    def run_and_tell(self, program: str, *words: str | int) -> tuple[str, int]:
+        """Run a program; returns what it printed, and the shell's status."""
+        said = self._shell.run(" ".join([program, *map(str, words)]), PATIENCE)
+        return said, self._last_error()
+
+    def _last_error(self) -> int:
+        return int(self._shell.run("echo %lasterror%").split("\n")[1], 16)
 
     def components(self, size: tuple[int, int] = (1920, 1080)) -> list[Component]:
         """The host's components in a view of this size."""

@@ -11,6 +11,7 @@
 #include "ProbeHost.h"
 #include "ProbePages.h"
 #include "ProbeScreens.h"
+#include "ProbeSpoil.h"
 #include "ProbeStack.h"
 
 namespace {
@@ -66,6 +67,9 @@ EFI_STATUS Execute(EFI_HANDLE image, const Arguments &arguments) {
   }
   if (Is(arguments, u"stack", 2)) {
     return StartOnPaintedStack(image, arguments.Texts[1]);
+  }
+  if (Is(arguments, u"spoil", 3)) {
+    return StartOnSpoiltHost(image, arguments.Texts[1], arguments.Texts[2]);
   }
   if (Is(arguments, u"guards", 1)) {
     return TryGuards();
