@@ -33,8 +33,9 @@ def compose(problems: Problems, path: Path, text: str | None = None) -> yaml.Nod
     except yaml.MarkedYAMLError as error:
         line, message = explain(error, (text or "").splitlines())
         problems.add(line + 1, "", message)
-    except yaml.YAMLError as error:
-        problems.add(1, "", f"is not YAML: {error}")
+    except yaml.reader.ReaderError as error:
+        line = (text or "").count("\n", 0, error.position) + 1
+        problems.add(line, "", f"the character {chr(error.character)!r} is not allowed")
     else:
         if node is not None:
             return node
@@ -72,7 +73,9 @@ def explain(error: yaml.MarkedYAMLError, lines: list[str]) -> tuple[int, str]:
         _unclosed_quote,
         _unclosed_bracket,
         _missing_value,
+        _no_colon,
         _colon,
+        _dash,
         _indentation,
         _first_character,
         _second_document,
@@ -130,6 +133,18 @@ def _missing_value(mistake: _Mistake) -> Explanation:
     return None
 
 
+def _no_colon(mistake: _Mistake) -> Explanation:
+    if mistake.problem == "could not find expected ':'":
+        return mistake.start, "a field needs a ':' and a blank behind its name"
+    return None
+
+
+def _dash(mistake: _Mistake) -> Explanation:
+    if mistake.problem == "sequence entries are not allowed here":
+        return mistake.line, "a list that is written with '-' begins on a line of its own"
+    return None
+
+
 def _colon(mistake: _Mistake) -> Explanation:
     if mistake.problem != "mapping values are not allowed here":
         return None
@@ -143,11 +158,15 @@ def _colon(mistake: _Mistake) -> Explanation:
 
 
 def _indentation(mistake: _Mistake) -> Explanation:
-    match = re.match(r"expected <block end>, but found '(.*)'", mistake.problem)
+    match = re.match(
+        r"expected '?<(block end|document start)>'?, but found '(.*)'", mistake.problem
+    )
     if match is None:
         return None
-    if match[1] in ("]", "}", ","):
-        return mistake.line, f"here stands a '{match[1]}' too many"
+    if match[2] in ("]", "}", ","):
+        return mistake.line, f"here stands a '{match[2]}' too many"
+    if match[1] == "document start":
+        return mistake.line, "is indented otherwise than what stands above it"
     return (
         mistake.line,
         f"is indented otherwise than what it belongs to, which begins in line {mistake.start + 1}",

@@ -182,7 +182,7 @@ def test_doubled_hash_is_allowed_in_panel_texts(make_board: MakeBoard) -> None:
         (b"- a", "expected fields, found a list"),
         (b"just text", "expected fields, found text: 'just text'"),
         (b"[" * 5000, "is nested too deeply"),
-        (b"a: b\x07", "is not YAML"),
+        (b"a: b\x07", "the character '\\x07' is not allowed"),
     ],
 )
 def test_files_that_are_no_description(
