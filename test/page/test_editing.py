@@ -1,5 +1,6 @@
 """What mouse and keyboard change, and what the file says afterwards."""
 
+import itertools
 from pathlib import Path
 
 import pytest
@@ -95,6 +96,8 @@ def test_leader_callout_and_dot(page: Page, folder: Path) -> None:
     assert max(abs(component.leader[2][axis] - moved[axis]) for axis in (0, 1)) <= 1
     assert component.marker == (600, 352)
     # A side is chosen by a click on it, or in the form.
+    handle(page, "leader", 2)
+    page.press("+", times=4)
     page.one(".handle.side[data-side=bottom]").click()
     assert Select(page.one("[name=callout]")).first_selected_option.text == "bottom"
     page.select("callout", "top-left")
@@ -154,7 +157,25 @@ def test_a_row_of_parts_is_one_part_and_a_number(page: Page, folder: Path) -> No
     assert [one.outline[0] for one in board.components[1:]] == [
         (760 + 40 * i, 180 + 2 * i) for i in range(4)
     ]
+    assert upon_another(page) == []
     assert "  # slots\n  - name: DIMM_1" in (folder / "board.yaml").read_text()
+
+
+def upon_another(page: Page) -> list[tuple[str, str]]:
+    """Callouts that share a pixel."""
+    page.wait_for("return !document.querySelector('.callout:not(.measured)')")
+    script = """
+        return [...document.querySelectorAll(".components > g")].map((each) => {
+          const { x, y, width, height } = each.querySelector(".callout").getBBox();
+          return [each.querySelector(".name").textContent, x, y, x + width, y + height];
+        });
+    """
+    boxes = page.run(script)
+    return [
+        (one[0], other[0])
+        for one, other in itertools.combinations(boxes, 2)
+        if one[1] < other[3] and other[1] < one[3] and one[2] < other[4] and other[2] < one[4]
+    ]
 
 
 def test_the_order_says_who_gets_the_pointer(page: Page, folder: Path) -> None:
@@ -232,6 +253,7 @@ def test_callouts_stand_in_columns_on_request(page: Page, folder: Path) -> None:
     ends = [one.leader[-1] for one in board.components]
     assert [x for x, _ in ends] == [round(0.09 * SIZE[0]), round(0.91 * SIZE[0])]
     assert [one.leader[0] for one in board.components] == [(600, 350), (775, 200)]
+    assert upon_another(page) == []
 
 
 @pytest.mark.parametrize("resolution", ["1024 × 768", "1920 × 1080", "3840 × 2160"])

@@ -106,22 +106,6 @@ export function removeComponent(document, id) {
   return { ...document, components };
 }
 
-/** Copies of a component behind it, each farther by `offset` and with the next number as its name. */
-export function repeat(document, id, count, offset, size) {
-  const place = document.components.findIndex((component) => component.id === id);
-  const copies = [];
-  const names = new Set(document.components.map((component) => component.name));
-  let last = document.components[place];
-  for (let i = 0; i < count; i++) {
-    last = { ...moveComponent(last, offset, size), id: freshId(), name: nextName(last.name, names) };
-    names.add(last.name);
-    copies.push(last);
-  }
-  const components = [...document.components];
-  components.splice(place + 1, 0, ...copies);
-  return [{ ...document, components }, copies];
-}
-
 /** SATA_2 after SATA_1, DIMM_B after DIMM_A, CPU_2 after CPU; one that is not taken. */
 export function nextName(name, taken = new Set()) {
   let next = name;

@@ -8,7 +8,7 @@ import { Store } from "./store.js";
 import { watch } from "./watching.js";
 
 const store = new Store({
-  document: null, base: null, saved: null, selected: null, handle: null, hovered: null, draft: null,
+  document: null, base: null, saved: null, selected: null, handle: null, hovered: null, draft: null, dragging: false,
   fresh: null, dialog: null, tab: "component", said: "", error: "", problems: [], faulty: new Map(),
   inventory: [], measures: null, resolution: "1920x1080", largeView: false, saving: false,
   live: { address: "", error: "", busy: false }, pictures: [], folder: "", size: [1, 1],

@@ -8,6 +8,8 @@ const COLUMNS = { right: 0.09, left: 0.91 };
 const ELBOW = 0.02;
 /** From one callout of a column to the next, in pixels of a picture that is 1440 wide. */
 const SPACING = 26;
+/** How many times as long as high a callout is, about. */
+const LENGTH = 4;
 const USUAL_WIDTH = 1440;
 
 /** A component around which that outline was drawn; its name and category are a guess. */
@@ -43,26 +45,30 @@ export function proposeMarker(outline) {
 /** The side of the callout that its column is reached at: callouts of the left column at "right". */
 const sideFor = ([x], [width]) => (x < width / 2 ? "right" : "left");
 
-/** A leader line from the dot to a free place in the nearer column. */
-export function proposeCallout(document, marker, size) {
-  const callout = sideFor(marker, size);
+/** A leader line from the dot to a free place in a column, the nearer one unless a side is given. */
+export function proposeCallout(document, marker, size, callout = sideFor(marker, size)) {
   const column = columnOf(document, callout, size);
   const spacing = spacingFor(size);
-  const taken = document.components
-    .filter((component) => component.callout === callout && component.leader.length)
-    .map((component) => component.leader.at(-1)[1]);
-  const isFree = (y) =>
-    y >= spacing / 2 && y < size[1] - spacing / 2 && taken.every((other) => Math.abs(other - y) >= spacing);
+  const inside = (y) => y >= spacing / 2 && y < size[1] - spacing / 2;
   let y = marker[1];
   for (let step = 0; step < size[1] / spacing; step++) {
     const places = [marker[1] + step * spacing, marker[1] - step * spacing];
-    const free = places.find(isFree);
+    const free = places.find((place) => inside(place) && isFree(document, [column, place], size));
     if (free !== undefined) {
       y = free;
       break;
     }
   }
   return { leader: leaderTo(marker, [column, y], callout, size), callout };
+}
+
+/** Whether no other callout's line ends so near that the two would stand upon each other. */
+export function isFree(document, [x, y], size) {
+  const spacing = spacingFor(size);
+  return document.components.every(({ leader }) => {
+    const end = leader.at(-1);
+    return !end || Math.abs(end[1] - y) >= spacing || Math.abs(end[0] - x) >= spacing * LENGTH;
+  });
 }
 
 const spacingFor = ([width]) => Math.ceil((SPACING * width) / USUAL_WIDTH);

@@ -28,10 +28,14 @@ function latest(ask) {
   };
 }
 
-/** Calls `act` when one of the state's named parts has changed, and once at the start. */
+/**
+ * Calls `act` when one of the state's named parts has changed, and once at the start. A drag is one
+ * change, at its end.
+ */
 function whenChanged(store, parts, act) {
   let before = [];
   const look = (state) => {
+    if (state.dragging) return;
     const now = parts.map((part) => state[part]);
     if (!state.document || now.every((value, i) => value === before[i])) return;
     before = now;

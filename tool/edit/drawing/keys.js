@@ -24,16 +24,23 @@ export function pictureKey(event, store, surface) {
     const step = event.shiftKey ? FAST : 1;
     moveBy(store, surface, arrow.map((way) => way * step));
   } else if (act) act(store, surface);
-  else if (!zoomKey(event.key, surface)) return false;
+  else if (!zoomKey(event.key, store, surface)) return false;
   return true;
 }
 
-function zoomKey(key, surface) {
+function zoomKey(key, store, surface) {
+  const at = whereKeysAct(store.state);
   if (key === "0") surface.fit();
-  else if (key === "+" || key === "=") surface.zoomBy(1);
-  else if (key === "-") surface.zoomBy(-1);
+  else if (key === "+" || key === "=") surface.zoomBy(1, at);
+  else if (key === "-") surface.zoomBy(-1, at);
   else return false;
   return true;
+}
+
+function whereKeysAct({ document, draft, handle, selected }) {
+  const component = find(document, selected);
+  if (draft) return draft.at;
+  return component && (handle ? pointOf(component, handle) : component.marker);
 }
 
 const DRAFT_KEYS = {

@@ -86,6 +86,7 @@ export class Pointer {
     const far = Math.hypot(event.clientX - drag.event.clientX, event.clientY - drag.event.clientY);
     if (!drag.moved && far < SLACK) return;
     if (!drag.moved && drag.kind === "edge") this.#split(drag);
+    if (!drag.moved) this.store.set({ dragging: true });
     drag.moved = true;
     const at = this.surface.at(event);
     if (drag.kind === "whole") this.#dragWhole(drag, at);
@@ -148,6 +149,7 @@ export class Pointer {
     this.#drag = null;
     if (!drag) return;
     this.store.close();
+    if (drag.moved) this.store.set({ dragging: false });
     if (drag.kind !== "draft") return;
     const { draft } = this.store.state;
     const at = this.#snapped(this.surface.at(event), event);

@@ -7,6 +7,11 @@ const MOST_ZOOM = 32;
 const LEAST_ZOOM = 0.05;
 const STEP = 1.25;
 const MARGIN = 0.04;
+/** A callout's height in a picture that is 1440 pixels wide, and from how many pixels of the screen
+ *  on there is room for the handles around it. */
+const CALLOUT_HEIGHT = 22;
+const USUAL_WIDTH = 1440;
+const LEAST_HEIGHT = 16;
 
 export class Surface {
   #picture;
@@ -45,9 +50,11 @@ export class Surface {
     this.measure();
   }
 
-  zoomBy(steps) {
+  /** Zooms in or out; the point stays where it is, or the middle. */
+  zoomBy(steps, point) {
     const zoom = this.svg.zoom() * STEP ** steps;
-    this.svg.zoom(Math.min(Math.max(zoom, LEAST_ZOOM), MOST_ZOOM));
+    const focus = point && { x: point[0], y: point[1] };
+    this.svg.zoom(Math.min(Math.max(zoom, LEAST_ZOOM), MOST_ZOOM), focus);
     this.measure();
   }
 
@@ -58,7 +65,10 @@ export class Surface {
   }
 
   measure() {
-    this.svg.node.style.setProperty("--pixel", this.pixel);
+    const { pixel } = this;
+    this.svg.node.style.setProperty("--pixel", pixel);
+    const callout = (CALLOUT_HEIGHT * this.#size[0]) / USUAL_WIDTH;
+    this.svg.node.classList.toggle("far", callout / pixel < LEAST_HEIGHT);
   }
 
   /** Where the pointer is on the picture, between its pixels. */

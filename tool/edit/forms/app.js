@@ -33,17 +33,23 @@ export function App({ store, actions }) {
     ${Opened && html`<${Opened} ...${{ state, store, actions, close }} />`}`;
 }
 
-/** The state, at most once for each frame: a drag changes it more often. */
+/** Milliseconds for which lists and forms stay behind a drag: each frame belongs to the picture. */
+const BEHIND = 120;
+
+/** The state, at most once for each frame, and less often during a drag. */
 function useStore(store) {
   const [state, setState] = useState(store.state);
   useEffect(() => {
-    let frame = 0;
+    let waiting = false;
     const show = () => {
-      frame = 0;
+      waiting = false;
       setState(store.state);
     };
-    return store.subscribe(() => {
-      frame ||= requestAnimationFrame(show);
+    return store.subscribe(({ dragging }) => {
+      if (waiting) return;
+      waiting = true;
+      if (dragging) setTimeout(show, BEHIND);
+      else requestAnimationFrame(show);
     });
   }, []);
   return state;

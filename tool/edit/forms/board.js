@@ -2,7 +2,7 @@
 
 import { replaceAt, setField } from "../document.js";
 import { html } from "./html.js";
-import { Button, ChoiceField, Field, TextField } from "./fields.js";
+import { Button, ChoiceField, Field, Section, TextField } from "./fields.js";
 
 const TEXTS = [
   "First boot", "Graphics adapter", "Handed back to the host",
@@ -24,7 +24,9 @@ export function BoardForm({ state, store, actions }) {
     </div>
     <${ChoiceField} name="picture" label="Picture" choices=${state.pictures.map(({ name }) => name)} value=${document.picture} problems=${problems} change=${actions.changePicture} />
     <p class="hint">${state.size.join(" × ")} pixels. <${Button} label="Rescale coordinates …" kind="link" act=${actions.rescale} /></p>
-    ${TEXTS.map((label, index) => html`<${SystemText} ...${{ label, index, document, limits, problems, set, store }} />`)}
+    <${Section} title="Texts of the summary" open=${Boolean(document.system_info)} badge=${document.system_info?.length}>
+      ${TEXTS.map((label, index) => html`<${SystemText} ...${{ label, index, document, limits, problems, set, store }} />`)}
+    </${Section}>
     ${Object.entries(document.styles).map(([name, style]) => html`<${Style} ...${{ name, style, document, limits, problems, set, store }} />`)}
   </form>`;
 }

@@ -1,7 +1,8 @@
 /** What the page asks in a window of its own. */
 
 import { useEffect, useRef, useState } from "preact/hooks";
-import { find, repeat, rescale } from "../document.js";
+import { repeat } from "../copies.js";
+import { find, rescale } from "../document.js";
 import { html } from "./html.js";
 import { Button } from "./fields.js";
 

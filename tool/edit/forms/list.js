@@ -1,6 +1,7 @@
 /** The list of components, in the order of the file. */
 
-import { useEffect, useRef } from "preact/hooks";
+import { Component } from "preact";
+import { useCallback, useEffect, useRef } from "preact/hooks";
 import { reorder } from "../document.js";
 import { html } from "./html.js";
 import { Button } from "./fields.js";
@@ -14,11 +15,11 @@ export function ComponentList({ state, store, actions }) {
   useEffect(() => {
     list.current?.querySelector("[aria-selected=true]")?.scrollIntoView({ block: "nearest" });
   }, [state.selected]);
-  const choose = (index) => store.set({ selected: components[index].id, handle: null });
+  const choose = useCallback((id) => store.set({ selected: id, handle: null }), []);
   const onKey = (event) => {
     const step = STEPS[event.key];
     if (step && event.altKey) move(step);
-    else if (step) choose(Math.min(Math.max(place + step, 0), components.length - 1));
+    else if (step) choose(components[Math.min(Math.max(place + step, 0), components.length - 1)].id);
     else if (event.key === "Enter") actions.focusDrawing();
     else if (event.key === "Delete") actions.remove();
     else return;
@@ -36,7 +37,7 @@ export function ComponentList({ state, store, actions }) {
       onKeyDown=${components.length ? onKey : undefined}>
       ${components.map((component, index) => html`<${Item} key=${component.id} id=${component.id}
         name=${component.name} category=${component.category} selected=${index === place}
-        faulty=${state.faulty.get(component.id)} choose=${() => choose(index)} />`)}
+        faulty=${state.faulty.get(component.id)} choose=${choose} />`)}
     </ul>
     <div class="tools" role="toolbar" aria-label="The chosen component">
       <${Button} label="Forward: gets the pointer before those behind it" keys="Alt+Up" kind="icon" disabled=${place <= 0} act=${() => move(-1)}>↑</${Button}>
@@ -47,7 +48,18 @@ export function ComponentList({ state, store, actions }) {
   </section>`;
 }
 
-function Item({ id, name, category, selected, faulty, choose }) {
+class Item extends Component {
+  /** There may be a hundred, of which one has changed. */
+  shouldComponentUpdate(next) {
+    return Object.keys(next).some((key) => next[key] !== this.props[key]);
+  }
+
+  render({ id, name, category, selected, faulty, choose }) {
+    return item(id, name, category, selected, faulty, () => choose(id));
+  }
+}
+
+function item(id, name, category, selected, faulty, choose) {
   const said = faulty && `${faulty} ${faulty === 1 ? "problem" : "problems"}`;
   return html`<li id=${`item-${id}`} role="option" aria-selected=${selected} onClick=${choose}>
     <span class="name">${name || "(no name)"}</span>
