@@ -145,11 +145,11 @@ BACKGROUNDS = [("RGB", (44, 44, 44)), ("RGBA", (90, 9, 9, 0)), ("L", 255)]
 def test_outline_around_nothing(
     make_board: MakeBoard, mode: str, background: tuple[int, ...] | int
 ) -> None:
-    def warnings_on(*drawn: tuple[int, int, int, int]) -> list[str]:
+    def warnings_on(*drawn: tuple[int, int, int, int], dot: str = "10, 32") -> list[str]:
         path = make_board(
             ("[[10, 10], [20, 10], [20, 20], [10, 20]]", "[[8, 30], [13, 30], [13, 35], [8, 35]]"),
-            ("[[15, 15],", "[[10, 32],"),
-            ("[11, 11]", "[10, 32]"),
+            ("[[15, 15],", f"[[{dot}],"),
+            ("[11, 11]", f"[{dot}]"),
         )
         picture = Image.new(mode, (64, 48), background)
         for box in drawn:
@@ -168,6 +168,9 @@ def test_outline_around_nothing(
     # Something on its rim is something.
     assert warnings_on((13, 35, 22, 44)) == []
     assert warnings_on() == []
+    # What is said already is not said twice.
+    (elsewhere,) = warnings_on(mirrored, dot="32, 10")
+    assert "outline: lies elsewhere than dot and leader line" in elsewhere
 
 
 def test_component_without_a_dot_may_have_its_marker_anywhere(warnings_of: WarningsOf) -> None:
