@@ -19,9 +19,12 @@ VIEW = (
     "gcc",
     "libcli11-dev",
     "libpng-dev",
+    "libsdl2-dev",
+    "libsdl2-ttf-dev",
     "nasm",
     "ninja-build",
     "nlohmann-json3-dev",
+    "pkg-config",
 )
 NATIVE = (
     "fonts-dejavu-core",  # The test host's font.

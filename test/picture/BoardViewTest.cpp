@@ -17,19 +17,17 @@ namespace {
 class BoardView : public testing::Test {
  protected:
   BoardView() {
-    std::filesystem::create_directories(folder_);
+    std::filesystem::create_directories(Folder);
     std::vector<uint8_t> board = TestBoard();
-    Wanted.Board = folder_ + "/board.bin";
-    std::ofstream(Wanted.Board, std::ios::binary)
+    std::ofstream(Wanted["board"].get<std::string>(), std::ios::binary)
         .write(reinterpret_cast<const char *>(board.data()),
                static_cast<std::streamsize>(board.size()));
-    Wanted.Shot = folder_ + "/shot.png";
   }
 
   Screen Shot() {
-    nlohmann::json answer = board_view::View(Wanted);
-    EXPECT_EQ(answer, nlohmann::json({{"shot", Wanted.Shot}}));
-    std::ifstream file(Wanted.Shot, std::ios::binary);
+    nlohmann::json answer = board_view::View(board_view::ReadRequest(Wanted));
+    EXPECT_EQ(answer, nlohmann::json({{"shot", Wanted["shot"]}}));
+    std::ifstream file(Wanted["shot"].get<std::string>(), std::ios::binary);
     Screen screen;
     std::vector<uint8_t> samples =
         DecodeSamples({std::istreambuf_iterator<char>(file), {}}, &screen.Width, &screen.Height);
@@ -40,26 +38,25 @@ class BoardView : public testing::Test {
     return screen;
   }
 
-  board_view::Request Wanted;
-
- private:
   // Tests run side by side.
-  std::string folder_ = std::string(BOARDSCOPE_BINARY_DIR "/picture/") +
-                        testing::UnitTest::GetInstance()->current_test_info()->name();
+  const std::string Folder = std::string(BOARDSCOPE_BINARY_DIR "/picture/") +
+                             testing::UnitTest::GetInstance()->current_test_info()->name();
+  nlohmann::json Wanted = {{"board", Folder + "/board.bin"}, {"shot", Folder + "/shot.png"}};
 };
 
 TEST_F(BoardView, ShowsTheReferences) {
   // At 3840 x 2160 a component is in the middle, which would get the focus.
-  for (const char *size : {"1024x768", "1920x1080", "1920x1200", "2560x1440"}) {
-    board_view::SetResolution(&Wanted, size);
-    // Where the application's arrow stands before a hand has moved it.
-    Wanted.Pointer = {Wanted.Width / 2, Wanted.Height / 2};
+  // The pointer is where the application's arrow stands before a hand has moved it.
+  for (auto [size, middle] : {std::pair("1024x768", "512,384"), {"1920x1080", "960,540"},
+                              {"1920x1200", "960,600"}, {"2560x1440", "1280,720"}}) {
+    Wanted["resolution"] = size;
+    Wanted["pointer"] = middle;
     ExpectReference(std::string("view-") + size, Shot());
   }
 }
 
 TEST_F(BoardView, ShowsTheReferenceOfAComponentUnderThePointer) {
-  Wanted.Pointer = {kProcessorSpot.X, kProcessorSpot.Y};
+  Wanted["pointer"] = std::to_string(kProcessorSpot.X) + "," + std::to_string(kProcessorSpot.Y);
   ExpectReference("focus-1920x1080", Shot());
 }
 

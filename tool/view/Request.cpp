@@ -12,6 +12,8 @@ namespace board_view {
 
 namespace {
 
+using nlohmann::json;
+
 /// The sizes that the view keeps; it switches from any other.
 constexpr Pixel kSmall = {1024, 768};
 constexpr Pixel kLeast = {1920, 1080};
@@ -37,6 +39,10 @@ constexpr Status kStatuses[] = {
     {"not-ready", EFI_NOT_READY}, {"no-mapping", EFI_NO_MAPPING},
     {"absent", EFI_NOT_FOUND},
 };
+
+const char *AppearanceName(const Appearance &row) { return row.Name; }
+const char *StatusName(const Status &row) { return row.Name; }
+const char *LanguageName(const obv_host::LanguageTexts &row) { return row.Code; }
 
 std::string Quoted(const std::string &text) { return '"' + text + '"'; }
 
@@ -84,8 +90,6 @@ std::string Plain(const std::string &caption) {
   return plain;
 }
 
-}  // namespace
-
 void SetResolution(Request *request, const std::string &text) {
   std::optional<Pixel> size = TwoNumbers(text, "%4ux%4u%n");
   if (!size) {
@@ -102,33 +106,15 @@ void SetResolution(Request *request, const std::string &text) {
 }
 
 void SetLanguage(Request *request, const std::string &text) {
-  request->Language =
-      Find(
-          obv_host::kLanguages, [](const obv_host::LanguageTexts &row) { return row.Code; }, text,
-          "language of the view")
-          .Code;
+  request->Language = Find(obv_host::kLanguages, LanguageName, text, "language of the view").Code;
 }
 
 void SetAppearance(Request *request, const std::string &text) {
-  request->Look =
-      Find(
-          kAppearances, [](const Appearance &row) { return row.Name; }, text, "appearance")
-          .Look;
+  request->Look = Find(kAppearances, AppearanceName, text, "appearance").Look;
 }
 
 void SetStatus(Request *request, const std::string &name, const std::string &status) {
-  request->Statuses[name] =
-      Find(
-          kStatuses, [](const Status &row) { return row.Name; }, status, "status")
-          .Answer;
-}
-
-void AddStatus(Request *request, const std::string &text) {
-  size_t at = text.rfind('=');
-  if (at == std::string::npos) {
-    throw ViewError(Quoted(text) + " is no status; write it like SATA_1=absent");
-  }
-  SetStatus(request, text.substr(0, at), text.substr(at + 1));
+  request->Statuses[name] = Find(kStatuses, StatusName, status, "status").Answer;
 }
 
 void SetPointer(Request *request, const std::string &text) {
@@ -138,15 +124,18 @@ void SetPointer(Request *request, const std::string &text) {
   }
 }
 
+void SetFonts(Request *request, const json &value) {
+  value.get_to(request->Fonts);
+  if (request->Fonts.size() > obv_host::kFaceCount) {
+    throw ViewError("the host has no more than three fonts");
+  }
+}
+
 void SetFilter(Request *request, const std::string &text) {
   auto name = [](const Category &row) { return Plain(row.Caption); };
   request->FilterPresses =
       static_cast<size_t>(&Find(kCategories, name, Plain(text), "filter") - kCategories);
 }
-
-namespace {
-
-using nlohmann::json;
 
 struct Field {
   const char *Name;
@@ -169,6 +158,8 @@ constexpr Field kFields[] = {
          SetStatus(request, name, status);
        }
      }},
+    {"fonts", "a list of at most three paths",
+     [](Request *request, const json &value) { SetFonts(request, value); }},
     {"hover", "the name of a component",
      [](Request *request, const json &value) { value.get_to(request->Hover); }},
     {"pointer", "a text",
@@ -193,8 +184,7 @@ void TakeField(Request *request, const std::string &name, const json &value) {
 
 }  // namespace
 
-Request ParseRequest(const std::string &line) {
-  const json wanted = json::parse(line, nullptr, false);
+Request ReadRequest(const json &wanted) {
   if (!wanted.is_object()) {
     throw ViewError("a request is one JSON object in one line");
   }
@@ -206,6 +196,25 @@ Request ParseRequest(const std::string &line) {
     throw ViewError("the request names no \"board\"");
   }
   return request;
+}
+
+std::vector<std::string> Choices(const std::string &field) {
+  std::vector<std::string> choices;
+  auto add = [&](const auto &table, auto name) {
+    for (const auto &row : table) {
+      choices.emplace_back(name(row));
+    }
+  };
+  if (field == "resolution") {
+    choices = {"1024x768", "1920x1080", "2560x1440", "3840x2160"};
+  } else if (field == "language") {
+    add(obv_host::kLanguages, LanguageName);
+  } else if (field == "appearance") {
+    add(kAppearances, AppearanceName);
+  } else if (field == "status") {
+    add(kStatuses, StatusName);
+  }
+  return choices;
 }
 
 }  // namespace board_view

@@ -1,5 +1,7 @@
 /** @file
   What somebody wants to see: a board on a screen, and what a hand does there.
+
+  A request is a JSON object of texts as a person writes them; --help tells its fields.
 **/
 
 #pragma once
@@ -10,6 +12,7 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "test/firmware/Edk2.h"
 
@@ -37,6 +40,8 @@ struct Request {
   obv_host::LookChoice Look = {};
   /// By the names of components; what the host answers in place of what it would.
   std::map<std::string, EFI_STATUS> Statuses;
+  /// Files in place of the host's fonts, in the order of its faces.
+  std::vector<std::string> Fonts;
   /// The component that the pointer stands on.
   std::string Hover;
   /// Where the pointer stands; without that and Hover there is none to be seen.
@@ -48,17 +53,11 @@ struct Request {
   bool Measure = false;
 };
 
-/// Each takes a text as a person writes it and throws a ViewError if it makes no sense.
-void SetResolution(Request *request, const std::string &text);
-void SetLanguage(Request *request, const std::string &text);
-void SetAppearance(Request *request, const std::string &text);
-void SetStatus(Request *request, const std::string &name, const std::string &status);
-/// NAME=STATUS.
-void AddStatus(Request *request, const std::string &text);
-void SetPointer(Request *request, const std::string &text);
-void SetFilter(Request *request, const std::string &text);
+/// Throws a ViewError if there is anything in it that makes no sense.
+Request ReadRequest(const nlohmann::json &wanted);
 
-/// A request as one line of JSON has it.
-Request ParseRequest(const std::string &line);
+/// What a field that is a choice may say: "resolution" (the usual ones), "language", "appearance",
+/// and "status", which is what "statuses" may say of a component.
+std::vector<std::string> Choices(const std::string &field);
 
 }  // namespace board_view
