@@ -1,15 +1,14 @@
-"""The commands check, build, preview and edit."""
+"""The commands check, build, view and edit."""
 
 import argparse
 import sys
 from dataclasses import dataclass
 from pathlib import Path
 
+from boardtool import viewing
 from boardtool.building import DESCRIPTION, build_board
-from boardtool.checking import check
 from boardtool.live import LiveView, ViewError
-from boardtool.picture import PictureError, load_picture
-from boardtool.preview import draw_preview
+from boardtool.picture import PictureError
 from boardtool.problems import BoardError, has_errors
 from boardtool.reading import read_board
 from support.failure import Failure
@@ -29,11 +28,6 @@ COMMANDS = (
         name="build",
         help="turn a description into the binary that the host reads",
         output="board.bin",
-    ),
-    Command(
-        name="preview",
-        help="draw outlines, leader lines and callouts over the picture",
-        output="preview.png",
     ),
 )
 
@@ -65,6 +59,7 @@ def parse_arguments(arguments: list[str] | None) -> argparse.Namespace:
             subparser.add_argument(
                 "--strict", action="store_true", help="fail when there are warnings, too"
             )
+    viewing.add_command(commands)
     _add_edit(commands)
     return parser.parse_args(arguments)
 
@@ -79,6 +74,9 @@ def _add_edit(commands: "argparse._SubParsersAction[argparse.ArgumentParser]") -
 
 
 def run_check(path: Path, strict: bool) -> int:
+    # Here, as what it checks with takes longest to load.
+    from boardtool.checking import check
+
     problems = check(path)
     try:
         if not has_errors(problems):
@@ -109,15 +107,13 @@ def run(arguments: argparse.Namespace) -> int:
     path: Path = arguments.board / DESCRIPTION if arguments.board.is_dir() else arguments.board
     if arguments.command == "check":
         return run_check(path, arguments.strict)
+    if arguments.command == "view":
+        return viewing.view(path, arguments)
     board = read_board(path)
     output: Path = arguments.output or path.parent / arguments.default_output
-    if arguments.command == "build":
-        binary = build_board(board, arguments.picture_width)
-        output.write_bytes(binary)
-        print(f"{output}: {len(board.components)} components, {len(binary)} bytes")
-    else:
-        draw_preview(board, load_picture(board.picture)).save(output, "PNG")
-        print(f"{output}: {len(board.components)} components drawn")
+    binary = build_board(board, arguments.picture_width)
+    output.write_bytes(binary)
+    print(f"{output}: {len(board.components)} components, {len(binary)} bytes")
     return 0
 
 

@@ -45,11 +45,14 @@ class ViewOptions:
     pointer: str | None = None
     """Where the pointer stands, as in "960,540"."""
     filter: str | None = None
+    fonts: tuple[Path, ...] = ()
+    """Files in place of the host's fonts, in the order of its faces."""
 
     def request(self) -> dict[str, Any]:
         """What the program gets of it."""
         request = {name: getattr(self, name) for name in ("resolution", "language", "appearance")}
         request["statuses"] = dict(self.statuses)
+        request["fonts"] = [str(font.absolute()) for font in self.fonts]
         for name in ("hover", "pointer", "filter"):
             if getattr(self, name) is not None:
                 request[name] = getattr(self, name)

@@ -11,6 +11,11 @@ from boardtool.cursor import suggestion
 from boardtool.model import Point
 
 
+# How much time goes into making the binary's picture small.
+SMALL = 9
+QUICK = 1
+
+
 class PictureError(Exception):
     """A picture that cannot be used; the text says why."""
 
@@ -67,22 +72,22 @@ def _meant(path: Path) -> str:
     return suggestion(path.name, names) if names else ""
 
 
-def picture_for_firmware(path: Path) -> bytes:
-    """The picture as it goes into the binary; raises PictureError."""
-    return _encoded(path, state_of(path))
+def picture_for_firmware(path: Path, level: int = SMALL) -> bytes:
+    """The picture as it goes into the binary, SMALL or QUICK; raises PictureError."""
+    return _encoded(path, state_of(path), level)
 
 
 @functools.lru_cache(maxsize=2)
-def _encoded(path: Path, state: State) -> bytes:
-    return encode_for_firmware(load_picture(path))
+def _encoded(path: Path, state: State, level: int) -> bytes:
+    return encode_for_firmware(load_picture(path), level)
 
 
-def encode_for_firmware(image: Image.Image) -> bytes:
+def encode_for_firmware(image: Image.Image, level: int = SMALL) -> bytes:
     """A PNG whose samples are stored blue, green, red, alpha.
 
     The application copies the decoder's bytes to a frame buffer in that order without conversion.
     """
     red, green, blue, alpha = image.split()
     output = io.BytesIO()
-    Image.merge("RGBA", (blue, green, red, alpha)).save(output, "PNG", compress_level=9)
+    Image.merge("RGBA", (blue, green, red, alpha)).save(output, "PNG", compress_level=level)
     return output.getvalue()

@@ -8,7 +8,6 @@ import pytest
 from PIL import Image
 
 from boardtool.cli import main
-from boardtool.preview import AMBER, place_callout
 from conftest import MakeBoard
 
 CLONE = Path(__file__).resolve().parents[2]
@@ -80,92 +79,42 @@ def test_damaged_picture_is_found(
     assert f"{path}:2: picture: {picture} is damaged" in capsys.readouterr().err
 
 
-def test_preview_draws_over_the_picture(make_board: MakeBoard) -> None:
-    path = make_board()
-    assert main(["preview", str(path)]) == 0
-    preview = Image.open(path.parent / "preview.png")
-    assert preview.size == (64, 48)
-    # Inside the outline it is tinted, in a free corner it is not.
-    assert preview.getpixel((17, 12)) != (200, 100, 50)
-    assert preview.getpixel((2, 45)) == (200, 100, 50)
-
-
-def test_preview_shows_the_view_through_a_transparent_picture(make_board: MakeBoard) -> None:
-    path = make_board()
-    picture = Image.new("RGBA", (64, 48), (200, 100, 50, 0))
-    picture.putpixel((3, 45), (200, 100, 50, 255))
-    picture.putpixel((4, 45), (255, 255, 255, 128))
-    picture.save(path.parent / "board.png")
-    assert main(["preview", str(path)]) == 0
-    preview = Image.open(path.parent / "preview.png")
-    assert preview.mode == "RGB"
-    assert preview.getpixel((2, 45)) == (0x2C, 0x2C, 0x2C)
-    assert preview.getpixel((3, 45)) == (200, 100, 50)
-    assert preview.getpixel((4, 45)) == (150, 150, 150)
-
-
-GREEN, RED = (0, 255, 0), (255, 0, 0)
-
-
-@pytest.mark.parametrize(
-    ("theme", "component", "color"),
-    [
-        ("", "", GREEN),
-        ("marker: green\n", "", GREEN),
-        ("marker: red\n", "", RED),
-        ("marker: amber\n", "", AMBER),
-        ("marker: red\n", "    status: device-error\n", AMBER),
-        ("marker: red\n", "    status: absent\n", None),
-        ("marker: red\n", "    status: not-ready\n", None),
-    ],
-)
-def test_preview_colors_the_dot(
-    make_board: MakeBoard, theme: str, component: str, color: tuple[int, int, int] | None
+def test_view_makes_a_picture_without_a_window(
+    make_board: MakeBoard, tmp_path: Path, capsys: pytest.CaptureFixture[str]
 ) -> None:
-    # Away from the outline's tint.
-    path = make_board(
-        ("styles:\n", f"{theme}styles:\n"),
-        ("    marker: [11, 11]\n", f"    marker: [40, 5]\n{component}"),
-    )
-    assert main(["preview", str(path)]) == 0
-    preview = Image.open(path.parent / "preview.png")
-    assert preview.getpixel((40, 5)) == (color or (200, 100, 50))
+    path = make_board()
+    shots = [tmp_path / name for name in ("plain.png", "chosen.png")]
+    chosen = ["--status", "FAN 1=absent", "--hover", "FAN 1", "--appearance", "large-text"]
+    for shot, options in zip(shots, ([], chosen)):
+        arguments = ["--shot", str(shot), "--resolution", "1024x768", *options]
+        assert main(["view", str(path.parent), *arguments]) == 0
+        assert capsys.readouterr().out == f"{shot}: 1 components at 1024x768\n"
+    plain, other = (Image.open(shot).convert("RGB") for shot in shots)
+    assert plain.size == (1024, 768)
+    # The dot of the only component, which the option took away, in the middle of the marker.
+    assert plain.getpixel((11 * 12, 96 + 11 * 12)) == (0, 255, 0)
+    assert other.getpixel((11 * 12, 96 + 11 * 12)) != (0, 255, 0)
 
 
-def test_preview_shows_no_dot_without_a_category(make_board: MakeBoard) -> None:
-    path = make_board(("category: fan", "category: none"), ("marker: [11, 11]", "marker: [40, 5]"))
-    assert main(["preview", str(path)]) == 0
-    preview = Image.open(path.parent / "preview.png")
-    assert preview.getpixel((40, 5)) == (200, 100, 50)
-
-
-def test_preview_centres_the_dot_on_the_point(make_board: MakeBoard) -> None:
-    # In a picture of 2880 pixels the view's 11 pixels are 22.
-    path = make_board(("marker: [11, 11]", "marker: [1000, 700]"))
-    Image.new("RGB", (2880, 1620), (200, 100, 50)).save(path.parent / "board.png")
-    assert main(["preview", str(path)]) == 0
-    preview = Image.open(path.parent / "preview.png")
-    for reach, color in ((9, GREEN), (13, (200, 100, 50))):
-        for x, y in ((reach, 0), (-reach, 0), (0, reach), (0, -reach)):
-            assert preview.getpixel((1000 + x, 700 + y)) == color
-
-
-@pytest.mark.parametrize(
-    ("side", "box"),
-    [
-        (0, (95, 47, 105, 53)),
-        (1, (90, 47, 100, 53)),
-        (2, (90, 44, 100, 50)),
-        (3, (95, 44, 105, 50)),
-        (4, (100, 44, 110, 50)),
-        (5, (100, 47, 110, 53)),
-        (6, (100, 50, 110, 56)),
-        (7, (95, 50, 105, 56)),
-        (8, (90, 50, 100, 56)),
-    ],
-)
-def test_callout_places(side: int, box: tuple[int, int, int, int]) -> None:
-    assert place_callout(side, (100, 50), (10, 6)) == box
+def test_view_says_what_makes_no_sense(
+    make_board: MakeBoard, tmp_path: Path, capsys: pytest.CaptureFixture[str]
+) -> None:
+    path, shot = make_board(), tmp_path / "shot.png"
+    for options, complaint in (
+        (["--hover", "GPU"], 'the board has no component "GPU"\n'),
+        (["--font", "/nowhere/font.ttf"], "cannot read /nowhere/font.ttf\n"),
+        (["--font", "a"] * 4, "the host has no more than three fonts\n"),
+    ):
+        assert main(["view", str(path), "--shot", str(shot), *options]) == 1
+        assert capsys.readouterr().err == complaint
+        assert not shot.exists()
+    for options in (["--hover", "FAN 1"], ["--status", "FAN 1"]):
+        with pytest.raises(SystemExit):
+            main(["view", str(path), *options])
+    spoilt = make_board(("category: fan", "category: x"))
+    capsys.readouterr()
+    assert main(["view", str(spoilt), "--shot", str(shot)]) == 1
+    assert f"{spoilt}:" in capsys.readouterr().err
 
 
 def embed(

@@ -6,7 +6,6 @@ from pathlib import Path
 import pytest
 
 from boardtool import limits
-from boardtool.preview import MARKER_SIZE
 
 PROTOCOL = Path(__file__).resolve().parents[2] / "include" / "Protocol"
 
@@ -58,7 +57,6 @@ def test_names_have_the_numbers_of_the_contract(
         ("OBV_SYSTEM_INFO_COUNT", limits.SYSTEM_INFO_TEXTS),
         ("OBV_SYSTEM_INFO_TEXT_LENGTH", limits.SYSTEM_INFO_TEXT + 1),
         ("OBV_COLOR_TEXT_SIZE", limits.COLOR_TEXT + 1),
-        ("OBV_DOT_SIZE", MARKER_SIZE),
     ],
 )
 def test_limits_are_those_of_the_contract(name: str, number: int) -> None:

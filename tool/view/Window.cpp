@@ -31,8 +31,8 @@ Thing *Made(Thing *thing) {
 
 Window::Window() {
   SDL_SetHint(SDL_HINT_RENDER_SCALE_QUALITY, "best");
-  // The desktop's own reaction to a stop is to end the program, and that is right.
-  SDL_SetHint(SDL_HINT_NO_SIGNAL_HANDLERS, "1");
+  // The click that brings the window to the front counts as well.
+  SDL_SetHint(SDL_HINT_MOUSE_FOCUS_CLICKTHROUGH, "1");
   if (SDL_Init(SDL_INIT_VIDEO) != 0 || TTF_Init() != 0) {
     throw std::runtime_error(std::string("no window: ") + SDL_GetError() +
                              "; --shot FILE makes a picture without one");

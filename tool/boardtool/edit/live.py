@@ -11,7 +11,7 @@ from boardtool.edit import nodes
 from boardtool.edit.lists import without_origins
 from boardtool.edit.nodes import Plain
 from boardtool.live import LiveView, ViewError, ViewOptions
-from boardtool.picture import picture_for_firmware
+from boardtool.picture import QUICK, picture_for_firmware
 from boardtool.problems import Problems
 from boardtool.reading import read_node
 
@@ -71,7 +71,7 @@ def _binary(folder: Path, document: Plain) -> bytes:
     board = read_node(Problems(""), folder, nodes.compose(without_origins(document)))
     if board is None:
         raise NoView("The view waits until the description has no more errors.")
-    return write_board(board, picture_for_firmware(board.picture))
+    return write_board(board, picture_for_firmware(board.picture, QUICK))
 
 
 def _options(options: Plain) -> ViewOptions:
