@@ -31,6 +31,8 @@ NATIVE = (
     "gcovr",
     "libgmock-dev",
     "libgtest-dev",
+    "xdotool",  # A hand on the virtual desktop.
+    "xvfb",
     *VIEW,
 )
 

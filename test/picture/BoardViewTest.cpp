@@ -47,8 +47,10 @@ class BoardView : public testing::Test {
 TEST_F(BoardView, ShowsTheReferences) {
   // At 3840 x 2160 a component is in the middle, which would get the focus.
   // The pointer is where the application's arrow stands before a hand has moved it.
-  for (auto [size, middle] : {std::pair("1024x768", "512,384"), {"1920x1080", "960,540"},
-                              {"1920x1200", "960,600"}, {"2560x1440", "1280,720"}}) {
+  for (auto [size, middle] : {std::pair("1024x768", "512,384"),
+                              {"1920x1080", "960,540"},
+                              {"1920x1200", "960,600"},
+                              {"2560x1440", "1280,720"}}) {
     Wanted["resolution"] = size;
     Wanted["pointer"] = middle;
     ExpectReference(std::string("view-") + size, Shot());

@@ -10,7 +10,6 @@ from boardtool import limits
 from boardtool.cursor import suggestion
 from boardtool.model import Point
 
-
 # How much time goes into making the binary's picture small.
 SMALL = 9
 QUICK = 1

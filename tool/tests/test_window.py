@@ -1,5 +1,5 @@
-"""`tool/board view` on a desktop: a window under Xvfb, with real events from xdotool, whose pictures
-are those that --shot makes."""
+"""`tool/board view` on a desktop: a window under Xvfb, which shows the pictures that --shot makes
+after real events from xdotool."""
 
 import contextlib
 import io
@@ -59,7 +59,13 @@ class Desktop:
         # The desktop's libraries keep some memory to the end.
         self.environment["ASAN_OPTIONS"] = "detect_leaks=0"
         self.log = folder / "terminal.txt"
-        command = [sys.executable, CLONE / "tool" / "board", "view", folder, *options]
+        command: list[str | Path] = [
+            sys.executable,
+            CLONE / "tool" / "board",
+            "view",
+            folder,
+            *options,
+        ]
         with self.log.open("w") as output:
             self.process = subprocess.Popen(
                 command,
@@ -79,6 +85,8 @@ class Desktop:
         with contextlib.suppress(ProcessLookupError):
             os.killpg(self.process.pid, signal.SIGKILL)
         self.process.wait()
+        # The next test must not take this window for its own.
+        wait_for(lambda: self.title() == "", "the window to close")
 
     def xdotool(self, *arguments: str) -> str:
         command = ["xdotool", *arguments]
@@ -256,7 +264,7 @@ def test_a_larger_view_gets_a_larger_window(desktop: Desktop, view: LiveView) ->
 
 def test_without_a_desktop_it_says_what_to_do(tmp_path: Path) -> None:
     folder = CLONE / "test" / "data" / "board"
-    command = [sys.executable, CLONE / "tool" / "board", "view", folder]
+    command: list[str | Path] = [sys.executable, CLONE / "tool" / "board", "view", folder]
     environment = {**os.environ, "SDL_VIDEODRIVER": "x11", "DISPLAY": ":9999"}
     run = subprocess.run(command, env=environment, capture_output=True, text=True, check=False)
     assert run.returncode == 1
