@@ -4,7 +4,7 @@ import json
 import os
 import re
 import subprocess
-from collections.abc import Iterator
+from collections.abc import Iterator, Mapping
 from contextlib import contextmanager
 from pathlib import Path
 from typing import Any
@@ -33,12 +33,11 @@ def origin_of(address: str) -> str:
 
 
 @contextmanager
-def served(folder: Path) -> Iterator[str]:
-    """The page's address, as the command prints it; the view is the native tests' program."""
-    view = os.environ.get("BOARDSCOPE_VIEW_PROGRAM", CLONE / "build" / "native" / "board-view")
+def served(folder: Path, environment: Mapping[str, str] | None = None) -> Iterator[str]:
+    """The page's address, as the command prints it."""
     process = subprocess.Popen(
         [CLONE / "tool" / "board", "edit", folder, "--no-browser"],
-        env={**os.environ, "BOARDSCOPE_VIEW_PROGRAM": str(view)},
+        env={**os.environ, **(environment or {})},
         stdout=subprocess.PIPE,
         text=True,
     )

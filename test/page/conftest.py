@@ -1,5 +1,6 @@
 """One browser for all tests; each test has a folder and a server of its own."""
 
+import os
 import sys
 from collections.abc import Iterator
 from pathlib import Path
@@ -9,6 +10,9 @@ from selenium import webdriver
 
 CLONE = Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(CLONE / "script"), str(CLONE / "tool"), str(CLONE / "test" / "page")]
+
+# The one that the native tests are built with: its sanitizers look on.
+os.environ.setdefault("BOARDSCOPE_VIEW_PROGRAM", str(CLONE / "build" / "native" / "board-view"))
 
 from boards import describe_board
 from browser import Page, open_browser, origin_of, served

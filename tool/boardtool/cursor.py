@@ -8,6 +8,7 @@ import difflib
 import re
 from collections.abc import Iterable, Mapping
 from dataclasses import dataclass
+from typing import Any
 
 import yaml
 
@@ -23,6 +24,9 @@ KINDS = {
     "tag:yaml.org,2002:seq": "a list",
     "tag:yaml.org,2002:map": "fields",
 }
+
+# From a node to what it says. To parse its text once more would take longer than all else.
+VALUES: Any = yaml.constructor.SafeConstructor()
 
 
 def suggestion(word: str, known: Iterable[str]) -> str:
@@ -154,7 +158,7 @@ class Cursor:
         if value is None:
             self.expected("a whole number")
             return None
-        number = int(yaml.safe_load(value))
+        number = int(VALUES.construct_yaml_int(self.node))
         if not low <= number <= high:
             self.report(f"{value}, {low} to {high} are allowed")
             return None
@@ -166,14 +170,13 @@ class Cursor:
             return None
         if any(node.tag != "tag:yaml.org,2002:int" for node in self.node.value):
             return None
-        return [int(yaml.safe_load(node.value)) for node in self.node.value]
+        return [int(VALUES.construct_yaml_int(node)) for node in self.node.value]
 
     def boolean(self) -> bool | None:
-        value = self.scalar("bool")
-        if value is None:
+        if self.scalar("bool") is None:
             self.expected("true or false")
             return None
-        return bool(yaml.safe_load(value))
+        return bool(VALUES.construct_yaml_bool(self.node))
 
     def choice(self, values: Mapping[str, int]) -> int | None:
         name = self.scalar("str")

@@ -1,7 +1,7 @@
 /** What follows from a change by itself: the tool's checks, the live view, keys of the whole page. */
 
 /** The tool's checks wait for a pause of that length, in milliseconds. */
-const PAUSE = 150;
+const PAUSE = 250;
 
 export function watch(store, api, actions) {
   watchChecks(store, api);
