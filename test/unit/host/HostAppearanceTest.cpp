@@ -1,3 +1,4 @@
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -173,6 +174,23 @@ TEST(HostAppearance, HighContrastIsHighForEveryText) {
   BoardStyle style = {};
   AdaptStyle(choice, &style);
   ExpectContrast(PairsOf(style), 7);
+}
+
+TEST(HostAppearance, HighContrastHasNothingBetweenWhiteBlackAndYellow) {
+  OBV_CONFIG config;
+  FillAppearance(OBV_LOGO_A, OBV_MARKER_GREEN, &config);
+  AdaptAppearance({.HighContrast = true, .LargeText = false}, &config);
+  std::vector<std::string> colors = {
+      config.TitleColor,  config.KeyHelpKeyColor,  config.KeyHelpColor, config.FooterColor,
+      config.LeaderColor, config.FocusLeaderColor, config.HotspotColor};
+  for (const OBV_FILTER_BUTTON_LOOK *look : {&config.Filter, &config.FocusFilter}) {
+    colors.insert(colors.end(), {look->TextColor, look->BackgroundColor, look->BorderColor});
+  }
+  for (const OBV_PANEL_LOOK *look : {&config.Heading, &config.InfoLabel, &config.InfoText,
+                                     &config.SideLabel, &config.SideText}) {
+    colors.emplace_back(look->Color);
+  }
+  EXPECT_THAT(colors, testing::Each(testing::AnyOf("255,255,255", "0,0,0", "255,255,0")));
 }
 
 TEST(HostAppearance, TheUsualLookIsLeftAlone) {
