@@ -17,7 +17,17 @@ from support import native, paths
 from support.failure import Failure
 from support.running import run, say
 
-ROOMS = ("app", "platform", "resources", "view", "capture", "host/portable")
+ROOMS = (
+    "app",
+    "platform",
+    "resources",
+    "view",
+    "capture",
+    "host/portable",
+    "host/sources",
+    "host/inventory",
+    "setup/portable",
+)
 COPY = paths.BUILD / "mutation" / "copy"
 BINARY = paths.BUILD / "mutation" / "build"
 SURVIVORS = paths.CLONE / "test" / "mutation" / "survivors.yaml"
