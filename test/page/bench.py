@@ -133,7 +133,6 @@ def main() -> int:
             driver = open_browser()
             try:
                 measure(Page(driver, address))
-                driver.get("about:blank")
             finally:
                 driver.quit()
     return 0

@@ -57,7 +57,6 @@ def open_browser(*arguments: str) -> webdriver.Chrome:
     for argument in ("--headless=new", "--no-sandbox", "--hide-scrollbars", *arguments):
         options.add_argument(argument)
     options.set_capability("goog:loggingPrefs", {"browser": "ALL", "performance": "ALL"})
-    options.set_capability("unhandledPromptBehavior", "accept")
     driver = webdriver.Chrome(options=options, service=webdriver.ChromeService(DRIVER))
     driver.set_window_size(*SIZE)
     return driver
@@ -75,7 +74,13 @@ class Page:
     def leave(self, address: str) -> None:
         """Goes to another page."""
         self.away = True
+        self.close()
         self.driver.get(address)
+
+    def close(self) -> None:
+        """Goes away without being asked whether what is not saved may be lost."""
+        self.run("addEventListener('beforeunload', (e) => e.stopImmediatePropagation(), true)")
+        self.driver.get("about:blank")
 
     def open(self) -> None:
         self.driver.get(self.address)
@@ -87,7 +92,9 @@ class Page:
         return self.driver.find_elements(By.CSS_SELECTOR, selector)
 
     def one(self, selector: str) -> WebElement:
-        return self.driver.find_element(By.CSS_SELECTOR, selector)
+        """An element, once it is there."""
+        found: list[WebElement] = self._until(lambda _: self.all(selector), f"no {selector}")
+        return found[0]
 
     def text(self, selector: str) -> str:
         return self.one(selector).text
@@ -157,8 +164,9 @@ class Page:
 
     def choose(self, name: str) -> None:
         """Clicks a component in the list."""
-        index = self.names().index(name)
-        self.all(".list li")[index].click()
+        path = f"//*[@role='option'][*[text()='{name}']]"
+        self._until(lambda _: self.driver.find_elements(By.XPATH, path), f"there is no {name}")
+        self.driver.find_element(By.XPATH, path).click()
         self.wait("[aria-selected=true] .name", lambda text: text == name)
 
     def type(self, field: str, text: str) -> None:

@@ -66,11 +66,11 @@ def _opened(driver: webdriver.Chrome, address: str) -> Iterator[Page]:
     page.requests()
     page.open()
     yield page
-    if not page.away:
-        assert [text for text in page.complaints() if "Failed to load" not in text] == []
-        urls = page.requests()
-        assert address in urls
-        assert [
-            url for url in urls if not url.startswith((address, f"blob:{origin_of(address)}/"))
-        ] == []
-    driver.get("about:blank")
+    if page.away:
+        return
+    complaints, urls = page.complaints(), page.requests()
+    page.close()
+    assert [text for text in complaints if "Failed to load" not in text] == []
+    assert address in urls
+    own = (address, f"blob:{origin_of(address)}/")
+    assert [url for url in urls if not url.startswith(own)] == []

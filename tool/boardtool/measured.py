@@ -1,5 +1,6 @@
 """Warns of callouts and panels that do not fit the screen, as the application lays them out."""
 
+import functools
 import itertools
 from collections.abc import Iterator
 from dataclasses import dataclass, field
@@ -10,7 +11,7 @@ from PIL import Image
 from boardtool.binary import write_board
 from boardtool.geometry import area
 from boardtool.live import Box, LiveView, Measures, ViewOptions
-from boardtool.model import Board
+from boardtool.model import Board, Point
 from boardtool.picture import encode_for_firmware
 from boardtool.problems import Problems
 from boardtool.wording import listed
@@ -54,7 +55,12 @@ class Findings:
 
 def build_plain(board: Board) -> bytes:
     """The board with one colour for a picture: what it shows moves nothing, and that is quicker."""
-    return write_board(board, encode_for_firmware(Image.new("RGBA", board.picture_size)))
+    return write_board(board, _plain_picture(board.picture_size))
+
+
+@functools.lru_cache(maxsize=2)
+def _plain_picture(size: Point) -> bytes:
+    return encode_for_firmware(Image.new("RGBA", size))
 
 
 def check_measured(board: Board, view: LiveView, problems: Problems) -> None:

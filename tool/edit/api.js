@@ -49,7 +49,8 @@ export function outgoing({ document, base }) {
 
 export const loadBoard = () => json("board");
 export const firstBoard = async (picture) => (await post("first", { picture })).json();
-export const check = async (state) => (await post("check", outgoing(state))).json();
+export const check = async (state, measured) =>
+  (await post("check", { ...outgoing(state), measured })).json();
 export const save = async (state, instead) =>
   (await post("save", { ...outgoing(state), instead })).json();
 export const view = async (state, options, signal) =>

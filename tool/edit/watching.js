@@ -1,7 +1,8 @@
 /** What follows from a change by itself: the tool's checks, the live view, keys of the whole page. */
 
-/** The tool's checks wait for a pause of that length, in milliseconds. */
+/** The tool's checks wait for pauses of that length, in milliseconds. */
 const PAUSE = 250;
+const LONG_PAUSE = 1000;
 
 export function watch(store, api, actions) {
   watchChecks(store, api);
@@ -13,17 +14,16 @@ export function watch(store, api, actions) {
 /** Runs `ask` for the latest state, one at a time: what changes meanwhile is asked for afterwards. */
 function latest(ask) {
   let running = false;
-  let again = false;
-  return async function run() {
-    if (running) {
-      again = true;
-      return;
-    }
+  let next = null;
+  return async function run(...details) {
+    next = details;
+    if (running) return;
     running = true;
-    do {
-      again = false;
-      await ask();
-    } while (again);
+    while (next) {
+      const now = next;
+      next = null;
+      await ask(...now);
+    }
     running = false;
   };
 }
@@ -45,21 +45,35 @@ function whenChanged(store, parts, act) {
   look(store.state);
 }
 
+/** First what the text alone tells; after a longer pause, what has to be measured in the view. */
 function watchChecks(store, api) {
   let timer = 0;
-  const ask = latest(async () => {
+  const ask = latest(async (measured) => {
     const { document } = store.state;
     try {
-      const { problems } = await api.check(store.state);
-      if (document === store.state.document) store.set({ problems, faulty: countFaults(problems, document) });
+      const { problems } = await api.check(store.state, measured);
+      if (document !== store.state.document) return;
+      const shown = measured ? problems : [...problems, ...pending(problems, store.state)];
+      store.set({ problems: shown, faulty: countFaults(shown, document), checked: document });
+      const errors = problems.some(({ severity }) => severity === "error");
+      if (!measured && !errors) timer = setTimeout(ask, LONG_PAUSE, true);
     } catch (error) {
-      store.set({ error: error.message });
+      // Without a view, as its own place on the page tells, nothing is measured.
+      if (!measured) store.set({ error: error.message });
     }
   });
   whenChanged(store, ["document", "base"], () => {
     clearTimeout(timer);
-    timer = setTimeout(ask, PAUSE);
+    timer = setTimeout(ask, PAUSE, false);
   });
+}
+
+/** Warnings that stay until it is measured whether they still hold. */
+function pending(problems, { document, problems: before, checked }) {
+  if (checked?.components.length !== document.components.length) return [];
+  const said = ({ component, field, text }) => `${component} ${field} ${text}`;
+  const now = new Set(problems.map(said));
+  return before.filter((one) => one.severity === "warning" && !now.has(said(one)));
 }
 
 function countFaults(problems, document) {

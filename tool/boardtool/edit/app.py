@@ -100,7 +100,8 @@ class Editor:
     async def check(self, request: Request) -> Response:
         given, fields = await self._asked(request)
         text = await _in_thread(given.changed, fields["document"])
-        return JSONResponse({"problems": await _in_thread(problems_of, self._folder, text)})
+        find = self._view.problems if fields.get("measured") is True else problems_of
+        return JSONResponse({"problems": await _in_thread(find, self._folder, text)})
 
     async def view(self, request: Request) -> Response:
         return Response(await self._seen_as(request, self._view.picture), media_type="image/png")

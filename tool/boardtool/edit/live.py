@@ -2,18 +2,25 @@
 
 import dataclasses
 import threading
+from collections.abc import Callable
 from contextlib import ExitStack
 from pathlib import Path
-from typing import Any
+from typing import Any, TypeVar
 
 from boardtool.binary import write_board
 from boardtool.edit import nodes
+from boardtool.edit.checks import problems_of
 from boardtool.edit.lists import without_origins
 from boardtool.edit.nodes import Plain
 from boardtool.live import LiveView, ViewError, ViewOptions
-from boardtool.picture import QUICK, picture_for_firmware
+from boardtool.measured import build_plain
+from boardtool.model import Board
+from boardtool.picture import picture_for_firmware
 from boardtool.problems import Problems
 from boardtool.reading import read_node
+from support.failure import Failure
+
+T = TypeVar("T")
 
 OPTIONS = ("resolution", "hover", "filter")
 
@@ -33,18 +40,23 @@ class View:
 
     def picture(self, folder: Path, document: Plain, options: Plain) -> bytes:
         """The screen as a PNG file. Raises NoView."""
-        binary = _binary(folder, document)
-        try:
-            return self._program().picture(binary, _options(options))
-        except ViewError as error:
-            raise NoView(self._ended(error)) from None
+        board = _board(folder, document)
+        binary = write_board(board, picture_for_firmware(board.picture))
+        return self._ask(lambda live: live.picture(binary, _options(options)))
 
     def measures(self, folder: Path, document: Plain, options: Plain) -> dict[str, Any]:
         """Where everything stands on the screen. Raises NoView."""
-        binary = _binary(folder, document)
+        binary = build_plain(_board(folder, document))
+        return self._ask(lambda live: dataclasses.asdict(live.measure(binary, _options(options))))
+
+    def problems(self, folder: Path, text: str) -> list[dict[str, Any]]:
+        """Everything that the tool has to say, what has to be measured as well. Raises NoView."""
+        return self._ask(lambda live: problems_of(folder, text, live))
+
+    def _ask(self, question: Callable[[LiveView], T]) -> T:
         try:
-            return dataclasses.asdict(self._program().measure(binary, _options(options)))
-        except ViewError as error:
+            return question(self._program())
+        except (ViewError, Failure) as error:
             raise NoView(self._ended(error)) from None
 
     def _program(self) -> LiveView:
@@ -53,7 +65,7 @@ class View:
                 self._live = self._stack.enter_context(LiveView())
             return self._live
 
-    def _ended(self, error: ViewError) -> str:
+    def _ended(self, error: Exception) -> str:
         """The next question starts it again, should it have ended."""
         with self._lock:
             self._live = None
@@ -66,12 +78,12 @@ class View:
             self._stack.close()
 
 
-def _binary(folder: Path, document: Plain) -> bytes:
+def _board(folder: Path, document: Plain) -> Board:
     # Not by way of the text: to parse it would take longer than everything else.
     board = read_node(Problems(""), folder, nodes.compose(without_origins(document)))
     if board is None:
         raise NoView("The view waits until the description has no more errors.")
-    return write_board(board, picture_for_firmware(board.picture, QUICK))
+    return board
 
 
 def _options(options: Plain) -> ViewOptions:

@@ -6,7 +6,7 @@ import { addCorner, finishDraft } from "./draft.js";
 
 /** In pixels of the screen: how near a corner has to be to draw a point to it, and how far the
  *  pointer has to go before it drags. */
-const SNAP = 8;
+const SNAP = 6;
 const SLACK = 3;
 
 export class Pointer {

@@ -18,6 +18,7 @@ export function LiveView({ state, store, actions }) {
     </div>
     <div class="screen" aria-busy=${live.busy}>
       ${live.address && html`<img src=${live.address} alt=${describe(state)} />`}
+      ${live.busy && !live.address && html`<p class="hint">The view is coming. The first time, it is built, which takes some minutes.</p>`}
       ${live.error && html`<p class="hint">${live.error}</p>`}
     </div>
   </section>`;
