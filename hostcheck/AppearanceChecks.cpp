@@ -3,6 +3,7 @@
 #include "hostcheck/ColorCheck.h"
 #include "hostcheck/FormatDirectives.h"
 #include "hostcheck/Quote.h"
+#include "hostcheck/Readable.h"
 
 namespace hostcheck {
 namespace {
@@ -117,6 +118,9 @@ void CheckSharedState(Report *report) {
     Complain(report,
              "ViewColorText is NULL, and the close button turns white under the keyboard. Point it "
              "to a colour text.");
+  } else if (!IsReadable(shared.ViewColorText, 1)) {
+    Complain(report, "ViewColorText is %p, where there is no memory. Point it to a colour text.",
+             shared.ViewColorText);
   } else {
     CheckColor(report, shared.ViewColorText, "ViewColorText", "the shared state");
   }
@@ -131,6 +135,10 @@ void CheckAppearance(Report *report) {
     Complain(report,
              "Config is NULL: no colours, and the built-in font for everything. Point it to your "
              "OBV_CONFIG.");
+    return;
+  }
+  if (!IsReadable(config, sizeof(*config))) {
+    Block(report, "Config is %p, where there is no memory. Point it to your OBV_CONFIG.", config);
     return;
   }
   auto *bytes = reinterpret_cast<const CHAR8 *>(config);

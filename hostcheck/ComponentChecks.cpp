@@ -3,6 +3,7 @@
 #include "hostcheck/ColorCheck.h"
 #include "hostcheck/Intake.h"
 #include "hostcheck/Quote.h"
+#include "hostcheck/Readable.h"
 #include "resources/ComponentIntake.h"
 #include "view/ViewState.h"
 
@@ -124,6 +125,8 @@ void CheckStyle(Report *report, UINTN index, StyleField field, const CHAR8 *fiel
   owner[AsciiStrLen(owner) - 1] = 0;
   if (style == nullptr) {
     Complain(report, "%a is NULL, and its callout has no colours. Point it to a style.", owner);
+  } else if (!IsReadable(style, sizeof(*style))) {
+    Complain(report, "%a is %p, where there is no memory. Point it to a style.", owner, style);
   } else if (IsFirstWith(index, field)) {
     CheckStyleColors(report, *style, owner);
   }
@@ -140,21 +143,36 @@ void CheckRecord(Report *report, UINTN index) {
   CheckName(report, index);
   CheckCounts(report, index);
   CheckCodes(report, index);
-  if (LooksLikeRecord(ComponentAt(index))) {
+  if (IsInBounds(ComponentAt(index))) {
     CheckNameIsOwn(report, index);
     CheckStyle(report, index, &OBV_COMPONENT::DefaultStyle, "DefaultStyle");
     CheckStyle(report, index, &OBV_COMPONENT::FocusStyle, "FocusStyle");
   }
 }
 
+/// Behind the last record of the count, one that lacks nothing is no accident.
+void CheckBehind(Report *report) {
+  UINTN count = RecordCount();
+  const OBV_COMPONENT *behind = gComponents.Components + count;
+  if (count < OBV_MAX_COMPONENTS && IsReadable(behind, sizeof(*behind)) &&
+      LooksLikeRecord(*behind) && !HoldsStrangeCharacters(behind->Name) &&
+      behind->HotspotVertexCount >= kFewestVertices && behind->LeaderPointCount != 0 &&
+      behind->DefaultStyle != nullptr && behind->FocusStyle != nullptr) {
+    Complain(report,
+             "ComponentCount is %d, and behind these stands another whole record, %a. Count it, or "
+             "zero it.",
+             static_cast<UINT32>(count), Quote(behind->Name, OBV_NAME_LENGTH).Text);
+  }
+}
+
 /// False when there is nothing to walk.
 bool CheckArray(Report *report) {
   UINT32 count = gHost.SharedState->ComponentCount;
-  if (gComponents.Components == nullptr && count != 0) {
+  if (count != 0 && RecordCount() == 0) {
     Block(report,
-          "ParseComponents stores NULL as its array, and ComponentCount is %d. Store the array's "
-          "address.",
-          count);
+          "ParseComponents stores %p as its array, and ComponentCount is %d, but there is no such "
+          "memory. Store the array's address and the number of its records.",
+          gComponents.Components, count);
     return false;
   }
   if (count == 0) {
@@ -183,6 +201,9 @@ void CheckComponents(Report *report) {
   bool any = CheckArray(report);
   for (UINTN i = 0; any && i < RecordCount(); ++i) {
     CheckRecord(report, i);
+  }
+  if (any) {
+    CheckBehind(report);
   }
   status = AskAndFinish();
   if (EFI_ERROR(status)) {

@@ -2,6 +2,7 @@
 #include "hostcheck/Checks.h"
 #include "hostcheck/FontFace.h"
 #include "hostcheck/Quote.h"
+#include "hostcheck/Readable.h"
 #include "platform/FontTable.h"
 #include "platform/LvglGuard.h"
 
@@ -37,6 +38,13 @@ void CheckFile(Report *report, UINT32 face, const FontFile &file) {
              "face %d, %a, has %ld bytes at %p. Hand over a font file, or return an error for a "
              "face that you do not have.",
              face, name.Text, static_cast<UINT64>(file.Size), file.Data);
+    return;
+  }
+  if (!IsReadable(file.Data, file.Size)) {
+    Block(report,
+          "face %d, %a, has %ld bytes at %p, where there is not as much memory. Hand over the "
+          "file's own size.",
+          face, name.Text, static_cast<UINT64>(file.Size), file.Data);
     return;
   }
   FontFace font = {.Data = file.Data, .Size = file.Size, .Opened = 0, .Tables = 0};
@@ -80,6 +88,11 @@ bool CheckFace(Report *report, UINT8 face) {
          static_cast<UINT32>(face));
     return false;
   }
+  if (file.Name != nullptr && !IsReadable(file.Name, 1)) {
+    Block(report, "the name of face %d is at %p, where there is no memory. Hand over a text.",
+          static_cast<UINT32>(face), file.Name);
+    return true;
+  }
   CheckName(report, face, file.Name);
   CheckFile(report, face, file);
   return true;
@@ -97,16 +110,20 @@ UINT32 MissingSizes(UINTN face) {
 }  // namespace
 
 void CheckFontFiles(Report *report) {
-  LoadFonts();
-  UINTN there = 0;
+  bool there[kFontFaces] = {};
+  bool right[kFontFaces] = {};
   for (UINT8 face = 0; face < kFontFaces; ++face) {
     UINTN mistakes = report->Mistakes;
-    if (!CheckFace(report, face)) {
-      continue;
-    }
-    ++there;
+    there[face] = CheckFace(report, face);
+    right[face] = there[face] && mistakes == report->Mistakes;
+  }
+  if (IsAtLeast(*report, Verdict::kBlocking)) {
+    return;
+  }
+  LoadFonts();
+  for (UINTN face = 0; face < kFontFaces; ++face) {
     UINT32 missing = MissingSizes(face);
-    if (mistakes == report->Mistakes && missing != 0) {
+    if (right[face] && missing != 0) {
       Complain(
           report,
           "face %d does not open in %d of its %d sizes. Hand over an outline font that scales, "
@@ -114,7 +131,7 @@ void CheckFontFiles(Report *report) {
           static_cast<UINT32>(face), missing, static_cast<UINT32>(kFontCount / kFontFaces));
     }
   }
-  if (there == 0) {
+  if (!there[0] && !there[1] && !there[2]) {
     Complain(report, "there is no font at all. Hand over one at least.");
   }
 }

@@ -3,6 +3,7 @@
 #include "app/base/HostClient.h"
 #include "app/base/MemoryPool.h"
 #include "hostcheck/Checks.h"
+#include "hostcheck/Readable.h"
 #include "platform/LvglGuard.h"
 #include "platform/LvglStart.h"
 
@@ -10,7 +11,18 @@ namespace hostcheck {
 namespace {
 
 /// Numbers of the points on which others build, by their place in the table.
-enum Point : UINT8 { kSlots, kClock, kOutput, kPicture, kTexts, kComponents, kPointsBuiltOn };
+enum Point : UINT8 {
+  kSlots,
+  kClock,
+  kOutput,
+  kPicture,
+  kTexts,
+  kComponents,
+  kSharedState,
+  kAppearance,
+  kFontFiles,
+  kPointsBuiltOn
+};
 
 constexpr UINT32 Bit(UINTN number) { return 1U << number; }
 
@@ -29,6 +41,7 @@ struct Check {
 };
 
 constexpr UINT32 kRecords = Bit(kPicture) | Bit(kComponents);
+constexpr UINT32 kFonts = Bit(kAppearance) | Bit(kFontFiles);
 
 // In the order in which the application meets them. Appearance record and system texts are read
 // after the intake only, and may be filled by it.
@@ -42,25 +55,27 @@ constexpr Check kChecks[] = {
     {"shared state", CheckSharedState, kSharedSlot, 0},
     {"appearance", CheckAppearance, kSharedSlot, 0},
     {"font files", CheckFontFiles, SLOT(GetFontData), 0},
-    {"font choices", CheckFontChoices, kSharedSlot | SLOT(GetFontData), 0},
-    {"places", CheckPlaces, kIntakeSlots, kRecords},
+    {"font choices", CheckFontChoices, kSharedSlot | SLOT(GetFontData), kFonts},
+    {"places", CheckPlaces, kIntakeSlots, kRecords | Bit(kAppearance)},
     {"status", CheckStatus, kIntakeSlots | SLOT(GetTime), kRecords | Bit(kClock)},
     {"second parse", CheckSecondParse, kIntakeSlots, kRecords},
 };
 static_assert(ARRAY_SIZE(kChecks) <= kMostPoints);
 
-UINT32 EmptySlots() {
+/// Slots that cannot be called. The log is called by the application's code wherever there is one.
+UINT32 UnusableSlots() {
   auto *slots = reinterpret_cast<VOID *const *>(gHost.Protocol);
-  UINT32 empty = 0;
+  UINT32 unusable = 0;
   for (UINTN i = 0; i < sizeof(OBV_PROTOCOL) / sizeof(VOID *); ++i) {
-    empty |= slots[i] == nullptr ? Bit(i) : 0;
+    unusable |= IsReadable(slots[i], 1) ? 0 : Bit(i);
   }
-  return empty;
+  bool logs = gHost.Protocol->DebugPrint != nullptr;
+  return logs ? unusable : unusable & ~SLOT(DebugPrint);
 }
 
 /// The point that must be right before this one can be looked at; NULL for none.
 const CHAR8 *Obstacle(const Report &report, const Check &check) {
-  if ((check.Slots & EmptySlots()) != 0) {
+  if (((check.Slots | SLOT(DebugPrint)) & UnusableSlots()) != 0) {
     return kChecks[kSlots].Name;
   }
   for (UINTN i = 0; i < kPointsBuiltOn; ++i) {
@@ -78,7 +93,7 @@ void RunChecks(void *context) {
   // For its fonts and its PNG decoder, which take their memory from it.
   StartLvgl();
   for (const Check &check : kChecks) {
-    const CHAR8 *obstacle = Obstacle(*report, check);
+    const CHAR8 *obstacle = check.Run == CheckSlots ? nullptr : Obstacle(*report, check);
     BeginPoint(report, check.Name);
     if (obstacle == nullptr) {
       check.Run(report);

@@ -3,12 +3,18 @@
 #include "app/base/Geometry.h"
 #include "app/base/HostClient.h"
 #include "hostcheck/Quote.h"
+#include "hostcheck/Readable.h"
 #include "resources/ComponentIntake.h"
 
 namespace hostcheck {
 namespace {
 
 constexpr UINTN kQuotedName = 24;
+
+/// The view does without a style.
+bool IsUsable(const OBV_COMPONENT_STYLE *style) {
+  return style == nullptr || IsReadable(style, sizeof(*style));
+}
 
 }  // namespace
 
@@ -27,13 +33,21 @@ EFI_STATUS AskAndFinish() {
   return gHost.Protocol->FinishParse(gHost.Protocol);
 }
 
-UINTN RecordCount() { return MIN(ComponentCount(), OBV_MAX_COMPONENTS); }
+UINTN RecordCount() {
+  UINTN count = MIN(ComponentCount(), OBV_MAX_COMPONENTS);
+  return IsReadable(gComponents.Components, count * sizeof(OBV_COMPONENT)) ? count : 0;
+}
 
-bool LooksLikeRecord(const OBV_COMPONENT &component) {
+bool IsInBounds(const OBV_COMPONENT &component) {
   UINTN length = StrnLenS(component.Name, OBV_NAME_LENGTH);
   return length != 0 && length < OBV_NAME_LENGTH && component.Type <= OBV_TYPE_AUDIO &&
          component.HotspotVertexCount <= OBV_VERTEX_CAPACITY &&
          component.LeaderPointCount <= OBV_LEADER_POINT_CAPACITY;
+}
+
+bool LooksLikeRecord(const OBV_COMPONENT &component) {
+  return IsInBounds(component) && IsUsable(component.DefaultStyle) &&
+         IsUsable(component.FocusStyle);
 }
 
 RecordName NameOf(UINTN index) {

@@ -25,10 +25,14 @@ inline constexpr ViewSize kDesignView = kViewSizes[1];
 /// Asks for the status of each record, and ends the intake.
 [[nodiscard]] EFI_STATUS AskAndFinish();
 
-/// Records that may be looked at: the host's count, cut to what the contract allows.
+/// Records that may be looked at: the host's count, cut to what the contract allows. 0 where there
+/// is not as much memory.
 [[nodiscard]] UINTN RecordCount();
 
-/// Whether name, type and counts are within their bounds, so that the rest may be believed.
+/// Whether name, type and counts are within their bounds.
+[[nodiscard]] bool IsInBounds(const OBV_COMPONENT &component);
+
+/// Whether the styles are, too, so that the rest may be believed.
 [[nodiscard]] bool LooksLikeRecord(const OBV_COMPONENT &component);
 
 /// How the report calls a record: its index and its name.

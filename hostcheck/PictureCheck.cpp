@@ -1,6 +1,7 @@
 #include "app/base/HostClient.h"
 #include "app/base/MemoryPool.h"
 #include "hostcheck/Checks.h"
+#include "hostcheck/Readable.h"
 #include "platform/PngCodec.h"
 #include "resources/BoardImage.h"
 
@@ -31,6 +32,11 @@ void CheckPicture(Report *report) {
   EFI_STATUS status = gHost.Protocol->GetResourceData(gHost.Protocol, &data, &size);
   if (EFI_ERROR(status)) {
     Block(report, "GetResourceData answers %r. No view starts: return the board picture.", status);
+  } else if (size != 0 && data != nullptr && !IsReadable(data, size)) {
+    Block(report,
+          "GetResourceData answers %ld bytes at %p, where there is not as much memory. Return the "
+          "file's own size.",
+          static_cast<UINT64>(size), data);
   } else if (EFI_ERROR(GetPngHeightAndWidth(data, size, &height, &width))) {
     Block(report,
           "GetResourceData answers Success with %ld bytes at %p. Return a PNG file and its size.",

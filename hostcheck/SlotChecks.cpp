@@ -1,5 +1,6 @@
 #include "app/base/HostClient.h"
 #include "hostcheck/Checks.h"
+#include "hostcheck/Readable.h"
 
 namespace hostcheck {
 namespace {
@@ -15,6 +16,13 @@ struct Slot {
 constexpr Slot kNeeded[] = {
     SLOT(GetTime),     SLOT(ParseComponents), SLOT(FinishParse),          SLOT(GetResourceData),
     SLOT(GetFontData), SLOT(GetGop),          SLOT(QueryComponentStatus),
+};
+
+constexpr Slot kOptional[] = {
+    SLOT(DebugPrint),
+    SLOT(FindBiosOption),
+    SLOT(AfterAppLife),
+    SLOT(UnsupportedResolution),
 };
 
 constexpr UINTN kMicroseconds = 1000;  // of a millisecond
@@ -36,24 +44,53 @@ bool Ticks() {
   return false;
 }
 
+const VOID *FunctionIn(const Slot &slot) {
+  auto *bytes = reinterpret_cast<const UINT8 *>(gHost.Protocol);
+  return *reinterpret_cast<VOID *const *>(bytes + slot.Offset);
+}
+
+void CheckFunction(Report *report, const Slot &slot) {
+  const VOID *function = FunctionIn(slot);
+  if (function != nullptr && !IsReadable(function, 1)) {
+    Complain(report, "%a (offset 0x%02x) is %p, where there is no memory. Put your function there.",
+             slot.Name, slot.Offset, function);
+  }
+}
+
+void CheckRecord(Report *report) {
+  if (gHost.SharedState == nullptr) {
+    Complain(report,
+             "SharedState (offset 0x78) is NULL. No view starts: point it to your "
+             "OBV_SHARED_STATE before you install the protocol.");
+  } else if (!IsReadable(gHost.SharedState, sizeof(OBV_SHARED_STATE))) {
+    Complain(report,
+             "SharedState (offset 0x78) is %p, where there is no memory. Point it to your "
+             "OBV_SHARED_STATE.",
+             gHost.SharedState);
+  }
+}
+
+bool HasMode(const EFI_GRAPHICS_OUTPUT_PROTOCOL *gop) {
+  return IsReadable(gop, sizeof(*gop)) && IsReadable(gop->Mode, sizeof(*gop->Mode)) &&
+         IsReadable(gop->Mode->Info, sizeof(*gop->Mode->Info));
+}
+
 }  // namespace
 
 void CheckSlots(Report *report) {
   for (const Slot &slot : kNeeded) {
-    auto *found = reinterpret_cast<VOID *const *>(reinterpret_cast<const UINT8 *>(gHost.Protocol) +
-                                                  slot.Offset);
-    if (*found == nullptr) {
+    if (FunctionIn(slot) == nullptr) {
       Complain(report,
                "%a (offset 0x%02x) is NULL. The application calls it unasked, and hangs: put your "
                "function there.",
                slot.Name, slot.Offset);
     }
+    CheckFunction(report, slot);
   }
-  if (gHost.SharedState == nullptr) {
-    Complain(report,
-             "SharedState (offset 0x78) is NULL. No view starts: point it to your "
-             "OBV_SHARED_STATE before you install the protocol.");
+  for (const Slot &slot : kOptional) {
+    CheckFunction(report, slot);
   }
+  CheckRecord(report);
 }
 
 void CheckClock(Report *report) {
@@ -90,7 +127,7 @@ void CheckOutput(Report *report) {
   }
   if (gop == nullptr) {
     Complain(report, "GetGop answers Success without an output. Store one, or return an error.");
-  } else if (gop->Mode == nullptr || gop->Mode->Info == nullptr) {
+  } else if (!HasMode(gop)) {
     Complain(report, "the output to draw on has no Mode or no Mode->Info. Choose one that is set.");
   }
 }

@@ -49,6 +49,11 @@ def test_the_minimal_host_shows_a_view_and_gets_its_screen_back(maker: Computer)
     assert complaints == []
 
 
+def test_the_host_check_has_nothing_to_say(maker: Computer) -> None:
+    said = maker.run("BoardscopeHostCheck.efi")
+    assert "0 mistakes, 0 warnings" in said, said
+
+
 def test_two_hosts_are_refused(maker: Computer) -> None:
     for second in (HOST, MINIMAL_HOST):
         said = maker.load(second)

@@ -22,15 +22,27 @@ EFI_STATUS EFIAPI CutFont(OBV_PROTOCOL *host, UINT8 face, CHAR8 **name, VOID **d
   return status;
 }
 
-EFI_STATUS EFIAPI ParseWithOddType(OBV_PROTOCOL *host, OBV_COMPONENT **components,
-                                   UINT16 pictureHeight, UINT16 pictureWidth, UINT16 viewHeight,
-                                   UINT16 viewWidth, double share, double scaleX, double scaleY) {
+/// Spoils what the host has built.
+template <void (*Spoil)(OBV_PROTOCOL *host, OBV_COMPONENT *components)>
+EFI_STATUS EFIAPI ParseAndSpoil(OBV_PROTOCOL *host, OBV_COMPONENT **components,
+                                UINT16 pictureHeight, UINT16 pictureWidth, UINT16 viewHeight,
+                                UINT16 viewWidth, double share, double scaleX, double scaleY) {
   EFI_STATUS status = gWhole.ParseComponents(host, components, pictureHeight, pictureWidth,
                                              viewHeight, viewWidth, share, scaleX, scaleY);
   if (!EFI_ERROR(status)) {
-    (*components)[0].Type = 12;
+    Spoil(host, *components);
   }
   return status;
+}
+
+void UseOddType(OBV_PROTOCOL *, OBV_COMPONENT *components) { components[0].Type = 12; }
+
+void CountTooFew(OBV_PROTOCOL *host, OBV_COMPONENT *) { host->SharedState->ComponentCount--; }
+
+/// Beyond all memory of a machine, at an address that the processor would take.
+void PointNowhere(OBV_PROTOCOL *, OBV_COMPONENT *components) {
+  constexpr UINTN kNowhere = 0x0000700000000000;
+  components[0].FocusStyle = reinterpret_cast<OBV_COMPONENT_STYLE *>(kNowhere);
 }
 
 struct Mistake {
@@ -45,7 +57,9 @@ constexpr Mistake kMistakes[] = {
     {u"look", [](OBV_PROTOCOL *host) { host->SharedState->Config = nullptr; }},
     {u"picture", [](OBV_PROTOCOL *host) { host->GetResourceData = CutPicture; }},
     {u"font", [](OBV_PROTOCOL *host) { host->GetFontData = CutFont; }},
-    {u"type", [](OBV_PROTOCOL *host) { host->ParseComponents = ParseWithOddType; }},
+    {u"type", [](OBV_PROTOCOL *host) { host->ParseComponents = ParseAndSpoil<UseOddType>; }},
+    {u"few", [](OBV_PROTOCOL *host) { host->ParseComponents = ParseAndSpoil<CountTooFew>; }},
+    {u"nowhere", [](OBV_PROTOCOL *host) { host->ParseComponents = ParseAndSpoil<PointNowhere>; }},
     // The text with two directives instead of the one with one.
     {u"text",
      [](OBV_PROTOCOL *host) { host->SharedState->StringIds[4] = host->SharedState->StringIds[8]; }},

@@ -20,6 +20,13 @@ TEST_F(SharedStateCheck, FocusColourThatIsNullIsNamed) {
   EXPECT_TRUE(Mistakes()[0].starts_with("shared state: ViewColorText is NULL"));
 }
 
+TEST_F(SharedStateCheck, FocusColourThatPointsNowhereIsNamed) {
+  auto *nowhere = reinterpret_cast<const CHAR8 *>(UINTN{0xAFAFAFAFAFAFAFAF});
+  EXPECT_EQ(CheckAfter([&] { Host.State.ViewColorText = nowhere; }), EFI_ABORTED);
+  ASSERT_EQ(Mistakes().size(), 1u);
+  EXPECT_TRUE(Mistakes()[0].starts_with("shared state: ViewColorText is AFAFAFAFAFAFAFAF, where"));
+}
+
 TEST_F(SharedStateCheck, FocusColourThatIsNoneIsNamed) {
   Host.ViewColor = "amber";
   ExpectTheMistake(
@@ -92,6 +99,16 @@ TEST_F(AppearanceCheck, ConfigThatIsNullIsNamed) {
   ASSERT_EQ(Mistakes().size(), 1u);
   EXPECT_TRUE(Mistakes()[0].starts_with("appearance: Config is NULL"));
   EXPECT_EQ(GradeOf("font choices"), Verdict::kLeftOut);
+}
+
+TEST_F(AppearanceCheck, ConfigThatPointsNowhereIsNamedAndNotRead) {
+  Host.Install();
+  Host.State.Config = reinterpret_cast<OBV_CONFIG *>(UINTN{0xAFAFAFAFAFAFAFAF});
+  EXPECT_EQ(CheckAsItIs(), EFI_ABORTED);
+  ASSERT_EQ(Mistakes().size(), 1u);
+  EXPECT_TRUE(Mistakes()[0].starts_with("appearance: Config is AFAFAFAFAFAFAFAF, where"));
+  EXPECT_EQ(GradeOf("font choices"), Verdict::kLeftOut);
+  EXPECT_EQ(GradeOf("places"), Verdict::kLeftOut);
 }
 
 TEST_F(AppearanceCheck, ColourOfRubbishIsNamed) {

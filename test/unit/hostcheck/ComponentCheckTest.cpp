@@ -19,6 +19,52 @@ TEST_F(ComponentCheck, CountOneTooManyIsNamed) {
   ExpectTheMistake("components: record 9 of 9 is empty: no name, no outline, no style.");
 }
 
+TEST_F(ComponentCheck, CountOneTooFewIsNamed) {
+  Count = static_cast<UINT16>(Host.Components.size() - 1);
+  ExpectTheMistake(
+      "components: ComponentCount is 7, and behind these stands another whole record, "
+      "\"TPM\". Count it, or zero it.");
+}
+
+// The array ends where the memory ends.
+TEST_F(ComponentCheck, NothingIsReadBehindTheArray) {
+  auto parse = Host.OnParseComponents;
+  Host.OnParseComponents = [this, parse](OBV_COMPONENT **components,
+                                         const fake::ParseArguments &arguments) {
+    EFI_STATUS status = parse(components, arguments);
+    Records.resize(Host.Components.size());
+    Records.shrink_to_fit();
+    *components = Records.data();
+    return status;
+  };
+  EXPECT_EQ(Check(), EFI_SUCCESS);
+}
+
+TEST_F(ComponentCheck, CountBeyondTheMemoryOfTheArrayIsNamed) {
+  Count = 99;
+  auto parse = Host.OnParseComponents;
+  Host.OnParseComponents = [this, parse](OBV_COMPONENT **components,
+                                         const fake::ParseArguments &arguments) {
+    EFI_STATUS status = parse(components, arguments);
+    Records.resize(Host.Components.size());
+    Records.shrink_to_fit();
+    *components = Records.data();
+    return status;
+  };
+  EXPECT_EQ(Check(), EFI_ABORTED);
+  ASSERT_EQ(Mistakes().size(), 1u);
+  EXPECT_NE(Mistakes()[0].find("and ComponentCount is 99, but there is no such memory."),
+            std::string::npos);
+}
+
+TEST_F(ComponentCheck, StyleThatPointsNowhereIsNamed) {
+  First().FocusStyle = reinterpret_cast<OBV_COMPONENT_STYLE *>(UINTN{0xAFAFAFAFAFAFAFAF});
+  ExpectTheMistake(
+      "components: FocusStyle of component 0, \"CPU\" is AFAFAFAFAFAFAFAF, where there "
+      "is no memory.");
+  EXPECT_EQ(GradeOf("places"), Verdict::kGood);
+}
+
 // What lies behind the array is nothing to follow.
 TEST_F(ComponentCheck, RecordOfRubbishIsNamedAndNotFollowed) {
   OBV_COMPONENT &rubbish = Host.Components.emplace_back();
@@ -54,8 +100,7 @@ TEST_F(ComponentCheck, CountBesideANullArrayIsNamed) {
     Host.State.ComponentCount = 3;
     return EFI_SUCCESS;
   };
-  ExpectTheMistake(
-      "components: ParseComponents stores NULL as its array, and ComponentCount is 3.");
+  ExpectTheMistake("components: ParseComponents stores 0 as its array, and ComponentCount is 3");
   EXPECT_EQ(GradeOf("places"), Verdict::kLeftOut);
 }
 

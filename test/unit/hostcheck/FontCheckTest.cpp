@@ -68,6 +68,30 @@ TEST_F(FontCheck, SuccessWithoutAFileIsNamed) {
   ExpectTheMistake("font files: face 0, \"DejaVuSans\", has 0 bytes at 0");
 }
 
+TEST_F(FontCheck, SizeBeyondTheFilesMemoryIsNamedAndNotRead) {
+  Host.OnGetFontData = [this](UINT8 face, CHAR8 **name, VOID **data, UINTN *size) -> EFI_STATUS {
+    *name = Host.Fonts[face].Name.data();
+    *data = File(face).data();
+    *size = File(face).size() + (face == 1 ? 1 : 0);
+    return EFI_SUCCESS;
+  };
+  ExpectTheMistake("font files: face 1, \"DroidSans\", has ");
+  EXPECT_NE(Mistakes()[0].find("where there is not as much memory"), std::string::npos);
+  EXPECT_EQ(GradeOf("font choices"), Verdict::kLeftOut);
+}
+
+TEST_F(FontCheck, NameThatPointsNowhereIsNamed) {
+  Host.OnGetFontData = [this](UINT8 face, CHAR8 **name, VOID **data, UINTN *size) -> EFI_STATUS {
+    *name = face == 2 ? reinterpret_cast<CHAR8 *>(UINTN{0xAFAFAFAFAFAFAFAF})
+                      : Host.Fonts[face].Name.data();
+    *data = File(face).data();
+    *size = File(face).size();
+    return EFI_SUCCESS;
+  };
+  ExpectTheMistake(
+      "font files: the name of face 2 is at AFAFAFAFAFAFAFAF, where there is no memory");
+}
+
 TEST_F(FontCheck, FaceThatTheHostLeavesOutIsAWarning) {
   File(2).clear();
   ExpectTheWarning("font files: GetFontData answers Not Found for face 2, which is left out.");

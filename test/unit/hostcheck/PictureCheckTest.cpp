@@ -40,6 +40,13 @@ TEST_F(PictureCheck, PictureShorterThanItsHeaderIsNamed) {
   ExpectTheMistake("picture: GetResourceData answers Success with 23 bytes at ");
 }
 
+TEST_F(PictureCheck, SizeBeyondThePicturesMemoryIsNamed) {
+  std::vector<uint8_t> whole = Host.Picture;
+  HandOver(whole.data(), whole.size() + 1);
+  ExpectTheMistake("picture: GetResourceData answers " + std::to_string(whole.size() + 1) +
+                   " bytes at ");
+}
+
 TEST_F(PictureCheck, PictureWithADamagedPixelIsNamed) {
   Host.Picture[Host.Picture.size() / 2] ^= 0x10;
   ExpectTheMistake("picture: the picture's header says 192 x 108 pixels, but its ");

@@ -57,6 +57,34 @@ TEST_F(SlotCheck, HostWithoutSharedStateIsNamed) {
   EXPECT_EQ(GradeOf("font files"), Verdict::kGood);
 }
 
+/// Where no memory can be.
+template <typename Pointer>
+Pointer Nowhere() {
+  return reinterpret_cast<Pointer>(UINTN{0xAFAFAFAFAFAFAFAF});
+}
+
+TEST_F(SlotCheck, SlotThatPointsNowhereIsNamedAndNotCalled) {
+  Host.Protocol().FinishParse = Nowhere<OBV_FINISH_PARSE>();
+  ExpectTheMistake(
+      "slots: FinishParse (offset 0x10) is AFAFAFAFAFAFAFAF, where there is no memory.");
+  EXPECT_EQ(GradeOf("components"), Verdict::kLeftOut);
+}
+
+TEST_F(SlotCheck, LogThatPointsNowhereIsNamedAndStopsTheCheck) {
+  Host.Protocol().DebugPrint = Nowhere<OBV_DEBUG_PRINT>();
+  ExpectTheMistake(
+      "slots: DebugPrint (offset 0x48) is AFAFAFAFAFAFAFAF, where there is no memory.");
+  EXPECT_EQ(GradeOf("clock"), Verdict::kLeftOut);
+  EXPECT_EQ(GradeOf("second parse"), Verdict::kLeftOut);
+}
+
+TEST_F(SlotCheck, SharedStateThatPointsNowhereIsNamed) {
+  Host.Protocol().SharedState = Nowhere<OBV_SHARED_STATE *>();
+  ExpectTheMistake(
+      "slots: SharedState (offset 0x78) is AFAFAFAFAFAFAFAF, where there is no memory.");
+  EXPECT_EQ(GradeOf("texts"), Verdict::kLeftOut);
+}
+
 class ClockCheck : public HostCheckStage {
  protected:
   /// A clock that counts so many steps in a millisecond.
@@ -126,6 +154,11 @@ TEST_F(OutputCheck, GetGopWithoutAnOutputIsNamed) {
 TEST_F(OutputCheck, OutputWithoutAModeIsNamed) {
   EFI_GRAPHICS_OUTPUT_PROTOCOL blind = {};
   Host.State.Gop = &blind;
+  ExpectTheMistake("output: the output to draw on has no Mode");
+}
+
+TEST_F(OutputCheck, OutputThatPointsNowhereIsNamed) {
+  Host.State.Gop = Nowhere<EFI_GRAPHICS_OUTPUT_PROTOCOL *>();
   ExpectTheMistake("output: the output to draw on has no Mode");
 }
 
