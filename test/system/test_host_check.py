@@ -19,7 +19,7 @@ MISTAKES = {
     "font": ("font files", 'face 0, "DroidSans"'),
     "type": ("components", 'component 0, "CPU", has type 12'),
     "few": ("components", "ComponentCount is "),
-    "nowhere": ("components", 'FocusStyle of component 0, "CPU" is 700000000000, where there is no'),
+    "nowhere": ("components", 'FocusStyle of component 0, "CPU" is 700000000000, where'),
     "text": ("texts", "text 4 in en-US has 2 directives"),
 }
 
