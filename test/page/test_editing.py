@@ -242,6 +242,7 @@ def test_a_new_picture_size_rescales_on_request(page: Page, folder: Path) -> Non
     assert board.components[0].marker == (1200, 700)
     page.press_with(Keys.CONTROL, "z")
     assert page.points("CPU") == CPU
+    assert page.one(".surface image").get_attribute("width") == str(SIZE[0])
     page.save()
     assert read_board(folder / "board.yaml").picture_size == SIZE
 

@@ -95,6 +95,7 @@ def run_edit(folder: Path, port: int, browser: bool) -> int:
     # Here, as the other commands need no server.
     from boardtool.edit.server import edit
 
+    folder = folder.parent if folder.name == DESCRIPTION else folder
     if not folder.is_dir():
         print(f"{folder} is not a folder; the page needs one with a picture", file=sys.stderr)
         return 1

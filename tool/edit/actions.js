@@ -18,13 +18,12 @@ export function opened({ key, document }) {
 
 export function makeActions(store) {
   const failed = (error) => store.set({ error: error.message, saving: false });
-  const sizeOf = (pictures, name) => pictures.find((one) => one.name === name)?.size ?? [1, 1];
+  const sizeOf = (name) => store.state.pictures.find((one) => one.name === name)?.size;
 
   const show = (answer, onDisk) => {
     const { document, base } = opened(answer);
-    const size = sizeOf(store.state.pictures, document.picture);
     store.reset({
-      document, base: { ...base, onDisk }, saved: onDisk ? document : null, size, error: "",
+      document, base: { ...base, onDisk }, saved: onDisk ? document : null, error: "",
       selected: null, handle: null, draft: null, dialog: null, unfit: undefined,
     });
   };
@@ -96,8 +95,8 @@ export function makeActions(store) {
     },
 
     changePicture(picture) {
-      const { pictures, size, document } = store.state;
-      const to = sizeOf(pictures, picture);
+      const { size, document } = store.state;
+      const to = sizeOf(picture) ?? size;
       if (to.join() === size.join()) store.change({ ...document, picture }, "Picture");
       else store.set({ dialog: { kind: "rescale", picture, from: size, to } });
     },

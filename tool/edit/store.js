@@ -9,8 +9,10 @@ export class Store {
   #future = [];
   #open = null;
 
-  constructor(state) {
-    this.state = state;
+  /** @param derive adds what follows from the rest of a state */
+  constructor(state, derive = (changed) => changed) {
+    this.derive = derive;
+    this.state = derive(state);
   }
 
   subscribe(listener) {
@@ -20,7 +22,7 @@ export class Store {
 
   /** Changes what is no part of the document: the selection, the tool, messages. */
   set(changes) {
-    this.state = { ...this.state, ...changes };
+    this.state = this.derive({ ...this.state, ...changes });
     for (const listener of this.#listeners) listener(this.state);
   }
 

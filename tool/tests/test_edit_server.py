@@ -56,6 +56,23 @@ def test_the_board_comes_with_limits_and_pictures(client: TestClient) -> None:
     assert answer["pictures"] == [{"name": "board.png", "size": [64, 48]}]
 
 
+def test_a_picture_that_lies_deeper_comes_with_its_size(folder: Path, client: TestClient) -> None:
+    (folder / "pictures").mkdir()
+    (folder / "board.png").rename(folder / "pictures" / "board.png")
+    (folder / "board.yaml").write_text(BOARD.replace("board.png", "pictures/board.png"))
+    name = "pictures/board.png"
+    assert client.get("board").json()["pictures"] == [{"name": name, "size": [64, 48]}]
+    assert client.get(f"pictures/{name}").headers["content-type"] == "image/png"
+
+
+def test_old_texts_are_forgotten(folder: Path, client: TestClient) -> None:
+    ask = loaded(client)
+    for number in range(app.MOST_GIVEN):
+        (folder / "board.yaml").write_text(f"{BOARD}# {number}\n")
+        loaded(client)
+    assert "load it again" in said(client.post("check", json=ask))
+
+
 def test_the_page_holds_the_libraries_addresses(client: TestClient) -> None:
     answer = client.get("")
     policy = answer.headers["content-security-policy"]

@@ -22,6 +22,9 @@ from boardtool.picture import PictureError
 
 T = TypeVar("T")
 
+MOST_GIVEN = 8
+"""Texts that are remembered: one for each page that is open, and a few that were saved before."""
+
 LIMITS = {name: value for name, value in vars(limits).items() if name.isupper()}
 
 
@@ -67,18 +70,23 @@ class Editor:
         answer: dict[str, Any] = {
             "folder": self._folder.name,
             "limits": LIMITS,
-            "pictures": folder.pictures(self._folder),
         }
+        named = ""
         try:
             loaded = description.load(self._folder)
             if loaded is not None:
                 answer |= self._give(loaded)
+                named = str(loaded.document.get("picture"))
         except Unfit as unfit:
             answer |= {"unfit": str(unfit), "problems": problems_of(self._folder)}
-        return JSONResponse(answer)
+        pictures = await run_in_threadpool(folder.pictures, self._folder, named)
+        return JSONResponse(answer | {"pictures": pictures})
 
     def _give(self, loaded: Description) -> dict[str, Any]:
+        self._given.pop(loaded.key, None)
         self._given[loaded.key] = loaded
+        while len(self._given) > MOST_GIVEN:
+            del self._given[next(iter(self._given))]
         return {"key": loaded.key, "document": loaded.document}
 
     async def first(self, request: Request) -> Response:
@@ -91,7 +99,9 @@ class Editor:
         fields = await _fields(request, key=str, document=dict)
         given = self._given.get(fields["key"])
         if given is None:
-            raise Refused(409, "the tool was started anew since; load the page again")
+            raise Refused(
+                409, "the tool does not know what this page was loaded from any more; load it again"
+            )
         picture = fields["document"].get("picture")
         if isinstance(picture, str):
             folder.inside(self._folder, picture)

@@ -26,13 +26,15 @@ def inside(folder: Path, name: str) -> Path:
     raise Outside(name)
 
 
-def pictures(folder: Path) -> list[dict[str, object]]:
-    """The pictures that a board can be made of, with their sizes, by name."""
+def pictures(folder: Path, named: str = "") -> list[dict[str, object]]:
+    """The pictures that a board can be made of, with their sizes, by name; and the one that its
+    description names, which may lie deeper."""
+    names = {path.name for path in folder.iterdir() if NAME.fullmatch(path.name)}
     found: list[dict[str, object]] = []
-    for path in sorted(folder.iterdir()):
-        if NAME.fullmatch(path.name) and inside_quietly(folder, path.name):
+    for name in sorted(names | {named}):
+        if inside_quietly(folder, name):
             try:
-                found.append({"name": path.name, "size": load_picture(path).size})
+                found.append({"name": name, "size": load_picture(folder / name).size})
             except PictureError:
                 continue
     return found

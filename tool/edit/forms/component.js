@@ -1,6 +1,6 @@
 /** The form of the chosen component. */
 
-import { useEffect, useRef } from "preact/hooks";
+import { useEffect, useRef, useState } from "preact/hooks";
 import { find, setField, withComponent } from "../document.js";
 import { html } from "./html.js";
 import { Button, CheckField, ChoiceField, Section, TextField, problemsFor } from "./fields.js";
@@ -81,14 +81,18 @@ const asHex = (number) => (number ? `0x${number.toString(16).toUpperCase().padSt
 
 /** The number of a setup option, which people write in hexadecimal digits. */
 function Token({ component, problems, set, store }) {
+  // What is being typed stays as it is; "0x2" is no number of four digits yet.
+  const [typed, setTyped] = useState(null);
   const token = component.token ?? 0;
   const change = (value, done) => {
+    setTyped(value);
     if (done) return store.close();
-    const number = /^(0x[\da-f]+|\d+)$/i.test(value.trim()) ? Number(value) : value;
-    return set("token", value.trim() === "" ? 0 : number, true);
+    const text = value.trim();
+    const number = /^(0x[\da-f]+|\d+)$/i.test(text) ? Number(text) : text;
+    return set("token", text === "" ? 0 : number, true);
   };
   return html`<${TextField} name="token" label="Number of the setup option" hint="0 for none"
-    value=${typeof token === "number" ? asHex(token) : token} problems=${problems} change=${change} />`;
+    value=${typed ?? (typeof token === "number" ? asHex(token) : token)} problems=${problems} change=${change} />`;
 }
 
 function Nothing({ state, actions }) {

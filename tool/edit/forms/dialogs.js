@@ -71,7 +71,7 @@ export function RescaleDialog({ state, store, close }) {
   const changed = picture && picture !== state.document.picture;
   const to = state.dialog.to ?? state.size;
   const take = (document) =>
-    store.change(document, "Picture and coordinates", { size: to, dialog: null, said: "Coordinates rescaled" });
+    store.change(document, "Picture and coordinates", { dialog: null, said: "Coordinates rescaled" });
   const other = changed ? { ...state.document, picture } : state.document;
   return html`<${Dialog} title="Rescale coordinates" close=${close}>
     <form onSubmit=${submit(() => take(rescale(other, [width, height], to)))}>

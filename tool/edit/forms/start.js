@@ -4,6 +4,7 @@ import { html } from "./html.js";
 import { Button } from "./fields.js";
 
 export function Start({ state, actions }) {
+  if (state.folder === null) return html`<main class="start"><p class="message" role="alert">${state.error}</p></main>`;
   if (state.unfit !== undefined) return html`<${Unfit} state=${state} actions=${actions} />`;
   return html`<main class="start">
     <h1>A new board</h1>
