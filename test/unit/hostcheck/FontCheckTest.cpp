@@ -32,6 +32,26 @@ TEST_F(FontCheck, FontThatIsLittleMoreThanItsHeaderIsNamed) {
   ExpectTheMistake("font files: face 0, \"DejaVuSans\": FreeType cannot open its 8 bytes.");
 }
 
+// Its tables are counted in each of its fonts, not at its start.
+TEST_F(FontCheck, CollectionOfFontsIsRight) {
+  constexpr size_t kHeader = 16;
+  std::vector<uint8_t> &file = File(0);
+  size_t tables = static_cast<size_t>(file[4]) << 8 | file[5];
+  for (size_t i = 0; i < tables; i++) {
+    uint8_t *offset = &file[12 + i * 16 + 8];
+    uint32_t moved =
+        static_cast<uint32_t>(offset[0] << 24 | offset[1] << 16 | offset[2] << 8 | offset[3]) +
+        kHeader;
+    for (int byte = 0; byte < 4; byte++) {
+      offset[byte] = static_cast<uint8_t>(moved >> (24 - 8 * byte));
+    }
+  }
+  const uint8_t header[kHeader] = {'t', 't', 'c', 'f', 0, 1, 0, 0, 0, 0, 0, 1, 0, 0, 0, kHeader};
+  file.insert(file.begin(), header, header + kHeader);
+  EXPECT_EQ(Check(), EFI_SUCCESS);
+  EXPECT_EQ(Warnings(), Lines{});
+}
+
 TEST_F(FontCheck, FontWithoutANameIsNamed) {
   Host.OnGetFontData = [this](UINT8 face, CHAR8 **name, VOID **data, UINTN *size) -> EFI_STATUS {
     *name = face == 0 ? nullptr : Host.Fonts[face].Name.data();

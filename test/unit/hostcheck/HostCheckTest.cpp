@@ -77,6 +77,30 @@ TEST_F(HostCheck, WhatBuildsOnAMistakeIsLeftOutAndNamesIt) {
   EXPECT_EQ(GradeOf("font choices"), Verdict::kGood);
 }
 
+TEST_F(HostCheck, PrintsWhatItLeavesOut) {
+  Host.Protocol().GetFontData = nullptr;
+  EXPECT_EQ(Check(), EFI_ABORTED);
+  Lines printed = Printed();
+  EXPECT_EQ(std::count(printed.begin(), printed.end(), "skip font files"), 1);
+  EXPECT_EQ(std::count(printed.begin(), printed.end(),
+                       "skip font choices: not looked at until \"slots\" is right."),
+            1);
+}
+
+TEST_F(HostCheck, PrintsWordsThatAreTooLongForALineInPieces) {
+  auto report = std::make_unique<Report>();
+  BeginPoint(report.get(), "point");
+  Warn(report.get(), "%a", std::string(200, 'x').c_str());
+  Lines lines;
+  WriteReport(
+      *report,
+      [](void *context, const CHAR8 *line) { static_cast<Lines *>(context)->push_back(line); },
+      &lines);
+  EXPECT_EQ(lines, (Lines{"warn point", "", "warn point:", "     " + std::string(74, 'x'),
+                          "     " + std::string(74, 'x'), "     " + std::string(52, 'x'),
+                          "0 mistakes, 1 warning"}));
+}
+
 TEST_F(HostCheck, PrintsWhatIsWrongBelowThePointsInLinesThatFit) {
   Host.Config.Logo = 3;
   Host.Components[0].Type = 12;

@@ -69,6 +69,16 @@ TEST_F(PictureCheck, PictureWithoutAColumnIsNamed) {
   ExpectTheMistake("picture: the picture has 0 x 108 pixels. Make it 1 to 4095");
 }
 
+TEST_F(PictureCheck, PictureWithoutARowIsNamed) {
+  Host.Picture[23] = 0;
+  ExpectTheMistake("picture: the picture has 192 x 0 pixels. Make it 1 to 4095");
+}
+
+TEST_F(PictureCheck, PictureThatIsTooHighIsNamed) {
+  Host.Picture[22] = 0x10;
+  ExpectTheMistake("picture: the picture has 192 x 4204 pixels. Make it 1 to 4095");
+}
+
 TEST_F(PictureCheck, HostWithoutAPictureIsNamed) {
   Host.OnGetResourceData = [](VOID **, UINTN *) -> EFI_STATUS { return EFI_NOT_FOUND; };
   ExpectTheMistake("picture: GetResourceData answers Not Found.");

@@ -154,6 +154,8 @@ TEST(FormatDirectives, AreThoseThatTakeAnArgument) {
   EXPECT_EQ(TypesOf("%c%g%t%r%p"), "cgtr 5");
   EXPECT_EQ(TypesOf("%*.*x"), "**x 3");
   EXPECT_EQ(TypesOf("%%a"), " 0");
+  EXPECT_EQ(TypesOf("%8.4lx"), "x 1");
+  EXPECT_EQ(TypesOf("%a%a%a%a%a"), "aaaa 5");
 }
 
 TEST(FormatDirectives, TellHowManyDigitsTheyPrintAtLeast) {
