@@ -9,8 +9,9 @@ from pathlib import Path
 from types import ModuleType
 
 import pytest
-from PIL import Image
+from PIL import Image, ImageChops
 
+from support.boards import binary_of, find_board
 from support.failure import Failure
 
 CLONE = Path(__file__).resolve().parents[2]
@@ -75,26 +76,45 @@ def load_command() -> ModuleType:
 
 
 def test_it_takes_a_board_by_its_folder_and_by_its_file(tmp_path: Path) -> None:
-    command = load_command()
     description, binary = tmp_path / "board.yaml", tmp_path / "board.bin"
     binary.touch()
-    assert command.find_board(tmp_path) == binary
+    assert find_board(tmp_path) == binary
     description.touch()
-    assert command.find_board(tmp_path) == description
-    assert command.find_board(description) == description
-    assert command.find_board(binary) == binary
+    assert find_board(tmp_path) == description
+    assert find_board(description) == description
+    assert find_board(binary) == binary
 
 
-def test_it_builds_a_description_and_leaves_a_binary_alone(
-    tmp_path: Path, monkeypatch: pytest.MonkeyPatch
-) -> None:
-    command = load_command()
-    monkeypatch.setattr(command, "FOLDER", tmp_path)
+def test_it_builds_a_description_and_leaves_a_binary_alone(tmp_path: Path) -> None:
     board = CLONE / "test" / "data" / "board"
-    assert command.binary_of(board / "board.bin") == board / "board.bin"
-    made = command.binary_of(board / "board.yaml")
+    assert binary_of(board / "board.bin", tmp_path) == board / "board.bin"
+    made = binary_of(board / "board.yaml", tmp_path)
     assert made == tmp_path / "board.bin"
     assert made.read_bytes().startswith(b"OBVBOARD")
+
+
+def test_it_pictures_what_a_hand_does_as_the_view_for_authors_does(tmp_path: Path) -> None:
+    board = CLONE / "test" / "data" / "board"
+    pose = ["--hover", "M.2 slot", "--filter", "m2"]
+    size = ["--resolution", "1024x768"]
+    done = call(tmp_path, "--headless", "--board", board, *pose, *size)
+    assert done.returncode == 0, done.stdout + done.stderr
+    shot = tmp_path / "shot.png"
+    tool = CLONE / "tool" / "board"
+    subprocess.run([tool, "view", board, *pose, *size, "--shot", shot], check=True)
+    # Nothing that hardware tells is to be seen there.
+    with Image.open(CLONE / "build" / "run" / "screen.png") as screen, Image.open(shot) as wanted:
+        assert ImageChops.difference(screen.convert("RGB"), wanted.convert("RGB")).getbbox() is None
+
+
+def test_a_pose_is_for_a_picture(tmp_path: Path) -> None:
+    for options, complaint in (
+        (["--setup", "--hover", "CPU"], "--hover and --filter are for a picture of the view"),
+        (["--pointer", "mouse", "--hover", "CPU"], "--hover needs the tablet."),
+    ):
+        done = call(tmp_path, "--headless", *options)
+        assert done.returncode == 1
+        assert complaint in done.stderr.splitlines()[-1]
 
 
 def test_it_says_plainly_that_the_view_did_not_come_up(

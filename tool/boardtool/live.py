@@ -105,6 +105,8 @@ class Measures:
     """Where the view's objects are, after layout."""
 
     screen: tuple[int, int]
+    pointer: tuple[int, int]
+    """Where hover has led it."""
     picture: Box
     panel: Box
     summary: Box
@@ -121,8 +123,10 @@ BOXES = ("picture", "panel", "summary", "keys", "title", "footer", "close")
 
 def _measures(data: dict[str, Any]) -> Measures:
     width, height = data["screen"]
+    x, y = data["pointer"]
     return Measures(
         screen=(width, height),
+        pointer=(x, y),
         filters=tuple(Box(*box) for box in data["filters"]),
         components=tuple(_component(component) for component in data["components"]),
         **{name: Box(*data[name]) for name in BOXES},

@@ -1,26 +1,22 @@
 """`tool/board view` on a desktop: a window under Xvfb, which shows the pictures that --shot makes
 after real events from xdotool."""
 
-import contextlib
 import io
 import os
 import shutil
-import signal
 import subprocess
 import sys
-import time
-from collections.abc import Callable, Iterator
+from collections.abc import Iterator
 from pathlib import Path
 
 import pytest
-from PIL import Image, ImageChops, ImageGrab
+from PIL import Image, ImageChops
 
 from boardtool.building import build_board
 from boardtool.live import LiveView, ViewOptions
 from boardtool.reading import read_board
+from desktop import CLONE, PATIENCE, Desktop, virtual_desktop, wait_for
 
-CLONE = Path(__file__).resolve().parents[2]
-PATIENCE = 60.0
 DESKTOP = "1920x1080"
 SMALL = "1024x768"
 EMPTY = (900, 300)  # At the small size.
@@ -28,99 +24,8 @@ EMPTY = (900, 300)  # At the small size.
 
 @pytest.fixture(scope="module")
 def display() -> Iterator[str]:
-    reading, writing = os.pipe()
-    server = subprocess.Popen(
-        ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{DESKTOP}x24", "-nolisten", "tcp"],
-        pass_fds=[writing],
-        stderr=subprocess.DEVNULL,
-    )
-    os.close(writing)
-    with open(reading) as pipe:
-        number = pipe.readline().strip()
-    yield f":{number}"
-    server.terminate()
-    server.wait()
-
-
-def wait_for(condition: Callable[[], bool], what: str) -> None:
-    end = time.monotonic() + PATIENCE
-    while not condition():
-        assert time.monotonic() < end, f"waited in vain for {what}"
-        time.sleep(0.02)
-
-
-class Desktop:
-    """The command in its window, and a person before it."""
-
-    def __init__(self, display: str, folder: Path, *options: str) -> None:
-        self.display = display
-        self.folder = folder
-        self.environment = {**os.environ, "DISPLAY": display, "SDL_VIDEODRIVER": "x11"}
-        # The desktop's libraries keep some memory to the end.
-        self.environment["ASAN_OPTIONS"] = "detect_leaks=0"
-        self.log = folder / "terminal.txt"
-        command: list[str | Path] = [
-            sys.executable,
-            CLONE / "tool" / "board",
-            "view",
-            folder,
-            *options,
-        ]
-        with self.log.open("w") as output:
-            self.process = subprocess.Popen(
-                command,
-                env=self.environment,
-                stdout=output,
-                stderr=subprocess.STDOUT,
-                start_new_session=True,
-            )
-        wait_for(lambda: self.title() != "", "the window")
-
-    def interrupt(self) -> None:
-        """Ctrl+C on the terminal."""
-        os.killpg(self.process.pid, signal.SIGINT)
-
-    def end(self) -> None:
-        """Whatever is left of it."""
-        with contextlib.suppress(ProcessLookupError):
-            os.killpg(self.process.pid, signal.SIGKILL)
-        self.process.wait()
-        # The next test must not take this window for its own.
-        wait_for(lambda: self.title() == "", "the window to close")
-
-    def xdotool(self, *arguments: str) -> str:
-        command = ["xdotool", *arguments]
-        run = subprocess.run(command, env=self.environment, capture_output=True, text=True)
-        return run.stdout.strip()
-
-    def title(self) -> str:
-        return self.xdotool("search", "--onlyvisible", "--name", "Boardscope", "getwindowname")
-
-    def corner(self) -> tuple[int, int]:
-        search = ("search", "--onlyvisible", "--name", "Boardscope", "getwindowgeometry")
-        geometry = self.xdotool(*search, "--shell")
-        values = dict(line.split("=") for line in geometry.splitlines())
-        return int(values["X"]), int(values["Y"])
-
-    def move(self, place: tuple[int, int]) -> None:
-        left, top = self.corner()
-        self.xdotool("mousemove", str(left + place[0]), str(top + place[1]))
-
-    def press(self, key: str) -> None:
-        # The application takes no keys in its first 200 ms.
-        time.sleep(0.3)
-        self.xdotool("key", key)
-
-    def screen(self, size: tuple[int, int]) -> Image.Image:
-        left, top = self.corner()
-        box = (left, top, left + size[0], top + size[1])
-        return ImageGrab.grab(bbox=box, xdisplay=self.display).convert("RGB")
-
-    def terminal(self) -> str:
-        return self.log.read_text()
-
-    def wait_for_line(self, line: str) -> None:
-        wait_for(lambda: line in self.terminal(), f"{line!r} on the terminal")
+    with virtual_desktop(DESKTOP) as name:
+        yield name
 
 
 class Twin:

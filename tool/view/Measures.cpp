@@ -7,6 +7,7 @@
 
 #include "app/base/Geometry.h"
 #include "platform/LvglPort.h"
+#include "platform/Pointer.h"
 #include "resources/ComponentIntake.h"
 #include "view/InfoPanel.h"
 #include "view/Layout.h"
@@ -140,6 +141,7 @@ json ComponentBox(size_t index) {
 json MeasureView() {
   std::vector<lv_obj_t *> lines = Lines();
   json measures = {{"screen", {gGeometry.ViewWidth, gGeometry.ViewHeight}},
+                   {"pointer", {gPointer.X, gPointer.Y}},
                    {"picture", BoxOf(OnScreen(&lv_img_class).front())},
                    {"panel", BoxOf(gView.InfoText)},
                    {"summary", BoxOf(lines[kSummary])},
