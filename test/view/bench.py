@@ -18,12 +18,12 @@ from pathlib import Path
 CLONE = Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(CLONE / folder) for folder in ("script", "tool", "tool/tests")]
 
+from desktop import Desktop, virtual_desktop, wait_for
 from PIL import ImageGrab
 
 from boardtool.building import build_quickly
 from boardtool.live import LiveView, ViewOptions, program
 from boardtool.reading import read_board
-from desktop import Desktop, virtual_desktop, wait_for
 
 TOOL = CLONE / "tool" / "board"
 BOARD = CLONE / "assets" / "board"

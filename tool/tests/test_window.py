@@ -10,12 +10,12 @@ from collections.abc import Iterator
 from pathlib import Path
 
 import pytest
+from desktop import CLONE, PATIENCE, Desktop, virtual_desktop, wait_for
 from PIL import Image, ImageChops
 
 from boardtool.building import build_board
 from boardtool.live import LiveView, ViewOptions
 from boardtool.reading import read_board
-from desktop import CLONE, PATIENCE, Desktop, virtual_desktop, wait_for
 
 DESKTOP = "1920x1080"
 SMALL = "1024x768"
