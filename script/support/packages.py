@@ -18,6 +18,7 @@ VIEW = (
     "g++",
     "gcc",
     "libcli11-dev",
+    "libdecor-0-plugin-1-cairo",  # Title and frame of a window on Wayland.
     "libpng-dev",
     "libsdl2-dev",
     "libsdl2-ttf-dev",
@@ -31,6 +32,7 @@ NATIVE = (
     "gcovr",
     "libgmock-dev",
     "libgtest-dev",
+    "weston",
     "xdotool",  # A hand on the virtual desktop.
     "xvfb",
     *VIEW,

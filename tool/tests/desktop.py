@@ -19,10 +19,10 @@ PATIENCE = 60.0
 def virtual_desktop(size: str) -> Iterator[str]:
     """Its name, for DISPLAY."""
     reading, writing = os.pipe()
+    # Without a reset when its last client goes, which would turn the next one away.
+    command = ["Xvfb", "-noreset", "-nolisten", "tcp", "-screen", "0", f"{size}x24"]
     server = subprocess.Popen(
-        ["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{size}x24", "-nolisten", "tcp"],
-        pass_fds=[writing],
-        stderr=subprocess.DEVNULL,
+        [*command, "-displayfd", str(writing)], pass_fds=[writing], stderr=subprocess.DEVNULL
     )
     os.close(writing)
     with open(reading) as pipe:
@@ -44,10 +44,12 @@ def wait_for(condition: Callable[[], bool], what: str) -> None:
 class Desktop:
     """The command in its window, and a person before it."""
 
+    driver = "x11"
+
     def __init__(self, display: str, folder: Path, *options: str) -> None:
         self.display = display
         self.folder = folder
-        self.environment = {**os.environ, "DISPLAY": display, "SDL_VIDEODRIVER": "x11"}
+        self.environment = {**os.environ, "DISPLAY": display, "SDL_VIDEODRIVER": self.driver}
         # The desktop's libraries keep some memory to the end.
         self.environment["ASAN_OPTIONS"] = "detect_leaks=0"
         self.log = folder / "terminal.txt"
@@ -66,7 +68,10 @@ class Desktop:
                 stderr=subprocess.STDOUT,
                 start_new_session=True,
             )
-        wait_for(lambda: self.title() != "", "the window")
+        wait_for(self.is_open, "the window")
+
+    def is_open(self) -> bool:
+        return self.title() != ""
 
     def interrupt(self) -> None:
         """Ctrl+C on the terminal."""
@@ -78,7 +83,7 @@ class Desktop:
             os.killpg(self.process.pid, signal.SIGKILL)
         self.process.wait()
         # The next test must not take this window for its own.
-        wait_for(lambda: self.title() == "", "the window to close")
+        wait_for(lambda: not self.is_open(), "the window to close")
 
     def xdotool(self, *arguments: str) -> str:
         command = ["xdotool", *arguments]
@@ -114,3 +119,39 @@ class Desktop:
 
     def wait_for_line(self, line: str) -> None:
         wait_for(lambda: line in self.terminal(), f"{line!r} on the terminal")
+
+
+class WaylandDesktop(Desktop):
+    """The command on the Wayland desktop `wayland` is around; its window fills the screen."""
+
+    driver = "wayland"
+
+    def is_open(self) -> bool:
+        return self.process.poll() is None
+
+    def corner(self) -> tuple[int, int]:
+        return 0, 0
+
+
+@contextlib.contextmanager
+def wayland(display: str, size: str, folder: Path) -> Iterator[None]:
+    """A Wayland desktop in a window that fills the virtual one; where programs find it is in the
+    environment meanwhile."""
+    folder.chmod(0o700)
+    width, height = size.split("x")
+    before = dict(os.environ)
+    os.environ |= {"XDG_RUNTIME_DIR": str(folder), "WAYLAND_DISPLAY": "boardscope"}
+    command = ["weston", "--backend=x11-backend.so", "--shell=kiosk-shell.so", "--no-config"]
+    command += [f"--width={width}", f"--height={height}", "--socket=boardscope"]
+    with (folder / "weston.txt").open("w") as log:
+        compositor = subprocess.Popen(
+            command, env={**os.environ, "DISPLAY": display}, stdout=log, stderr=log
+        )
+    try:
+        wait_for((folder / "boardscope").exists, "the Wayland desktop")
+        yield
+    finally:
+        compositor.terminate()
+        compositor.wait()
+        os.environ.clear()
+        os.environ.update(before)

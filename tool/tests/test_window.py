@@ -10,7 +10,15 @@ from collections.abc import Iterator
 from pathlib import Path
 
 import pytest
-from desktop import CLONE, PATIENCE, Desktop, virtual_desktop, wait_for
+from desktop import (
+    CLONE,
+    PATIENCE,
+    Desktop,
+    WaylandDesktop,
+    virtual_desktop,
+    wait_for,
+    wayland,
+)
 from PIL import Image, ImageChops
 
 from boardtool.building import build_board
@@ -22,8 +30,9 @@ SMALL = "1024x768"
 EMPTY = (900, 300)  # At the small size.
 
 
-@pytest.fixture(scope="module")
+@pytest.fixture
 def display() -> Iterator[str]:
+    """One for each test: where the last one has left the pointer counts, too."""
     with virtual_desktop(DESKTOP) as name:
         yield name
 
@@ -39,10 +48,10 @@ class Twin:
         board = build_board(read_board(self.desktop.folder / "board.yaml"))
         return Image.open(io.BytesIO(self.view.picture(board, options))).convert("RGB")
 
-    def callout(self, name: str) -> tuple[int, int]:
-        """The middle of a callout, at the small size."""
+    def callout(self, name: str, resolution: str = SMALL) -> tuple[int, int]:
+        """The middle of a callout."""
         board = build_board(read_board(self.desktop.folder / "board.yaml"))
-        measures = self.view.measure(board, ViewOptions(resolution=SMALL))
+        measures = self.view.measure(board, ViewOptions(resolution=resolution))
         box = next(each.callout for each in measures.components if each.name == name)
         return int(box.x + box.width / 2), int(box.y + box.height / 2)
 
@@ -165,6 +174,25 @@ def test_a_larger_view_gets_a_larger_window(desktop: Desktop, view: LiveView) ->
     twin.expect(resolution=DESKTOP, pointer="1700,300")
     desktop.interrupt()
     assert desktop.process.wait(PATIENCE) == 0
+
+
+def test_a_visit_on_wayland(display: str, tmp_path: Path, view: LiveView) -> None:
+    shutil.copytree(CLONE / "test" / "data" / "board", tmp_path, dirs_exist_ok=True)
+    (tmp_path / "runtime").mkdir()
+    with wayland(display, DESKTOP, tmp_path / "runtime"):
+        desktop = WaylandDesktop(display, tmp_path)
+        try:
+            twin = Twin(view, desktop)
+            cpu = twin.callout("CPU", DESKTOP)
+            desktop.move(cpu)
+            twin.expect(pointer=at(cpu))
+            desktop.xdotool("click", "1")
+            desktop.wait_for_line("CPU: the setup would open option 0x1001")
+            twin.expect(pointer=at(cpu))
+            desktop.press("Escape")
+            assert desktop.process.wait(PATIENCE) == 0
+        finally:
+            desktop.end()
 
 
 def test_without_a_desktop_it_says_what_to_do(tmp_path: Path) -> None:
