@@ -21,7 +21,7 @@ CLONE = Path(__file__).resolve().parents[2]
 BROWSER = "/usr/bin/chromium"
 DRIVER = "/usr/bin/chromedriver"
 SIZE = (1600, 1000)
-PATIENCE = 8.0
+PATIENCE = 30.0
 """Seconds, on a busy machine."""
 
 Point = tuple[int, int]

@@ -76,13 +76,16 @@ function pending(problems, { document, problems: before, checked }) {
   return before.filter((one) => one.severity === "warning" && !now.has(said(one)));
 }
 
+/** For each component that something is said of: how much, and whether there are errors among it. */
 function countFaults(problems, document) {
-  const counts = new Map();
-  for (const { component } of problems) {
+  const faults = new Map();
+  for (const { component, severity } of problems) {
     const id = document.components[component]?.id;
-    if (id !== undefined) counts.set(id, (counts.get(id) ?? 0) + 1);
+    if (id === undefined) continue;
+    const { count, error } = faults.get(id) ?? { count: 0, error: false };
+    faults.set(id, { count: count + 1, error: error || severity === "error" });
   }
-  return counts;
+  return faults;
 }
 
 const hovered = ({ document, hovered: id, selected }) =>
@@ -110,6 +113,7 @@ function watchMeasures(store, api) {
     const { resolution, size } = store.state;
     try {
       const { picture, components } = await api.measures(store.state, { resolution });
+      if (resolution !== store.state.resolution) return;
       const scale = [size[0] / picture[2], size[1] / picture[3]];
       const measures = components.map(({ name, text, callout }) => {
         return [name, { text, size: [callout[2] * scale[0], callout[3] * scale[1]] }];

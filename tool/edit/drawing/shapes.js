@@ -7,6 +7,9 @@ const LETTER = 7.6;
 const LINE = 18;
 const PADDING = 4;
 const SHOWN = 0.75;
+/** Of a callout's height and width. */
+const TEXT_HEIGHT = 0.64;
+const TEXT_WIDTH = 0.92;
 
 /** The size of a component's callout in pixels of the picture. */
 export function calloutSize(component, state) {
@@ -50,7 +53,7 @@ export class Shapes {
     Object.assign(shape, { component, measures: state.measures });
     if (shape.selected !== selected) shape.group.node.classList.toggle("selected", selected);
     shape.selected = selected;
-    const faulty = state.faulty.has(component.id);
+    const faulty = Boolean(state.faulty.get(component.id)?.error);
     if (shape.faulty !== faulty) shape.group.node.classList.toggle("faulty", faulty);
     shape.faulty = faulty;
   }
@@ -93,5 +96,12 @@ function draw(shape, component, state) {
   const measured = state.measures?.get(component.name);
   shape.callout.node.classList.toggle("measured", Boolean(measured));
   shape.text.plain(measured?.text ?? component.name);
-  shape.text.attr({ x: left + size[0] / 2, y: top + size[1] / 2, "font-size": size[1] * 0.7 });
+  shape.text.attr({
+    x: left + size[0] / 2,
+    y: top + size[1] / 2,
+    "font-size": size[1] * TEXT_HEIGHT,
+    // As wide as the view's own font makes it.
+    textLength: measured ? size[0] * TEXT_WIDTH : null,
+    lengthAdjust: "spacingAndGlyphs",
+  });
 }

@@ -37,7 +37,7 @@ export function ComponentList({ state, store, actions }) {
       onKeyDown=${components.length ? onKey : undefined}>
       ${components.map((component, index) => html`<${Item} key=${component.id} id=${component.id}
         name=${component.name} category=${component.category} selected=${index === place}
-        faulty=${state.faulty.get(component.id)} choose=${choose} />`)}
+        faults=${state.faulty.get(component.id)?.count} error=${state.faulty.get(component.id)?.error} choose=${choose} />`)}
     </ul>
     <div class="tools" role="toolbar" aria-label="The chosen component">
       <${Button} label="Forward: gets the pointer before those behind it" keys="Alt+Up" kind="icon" disabled=${place <= 0} act=${() => move(-1)}>↑</${Button}>
@@ -54,16 +54,12 @@ class Item extends Component {
     return Object.keys(next).some((key) => next[key] !== this.props[key]);
   }
 
-  render({ id, name, category, selected, faulty, choose }) {
-    return item(id, name, category, selected, faulty, () => choose(id));
+  render({ id, name, category, selected, faults, error, choose }) {
+    const said = faults && `${faults} ${faults === 1 ? "thing" : "things"} to look at`;
+    return html`<li id=${`item-${id}`} role="option" aria-selected=${selected} onClick=${() => choose(id)}>
+      <span class="name">${name || "(no name)"}</span>
+      <span class="hint">${category}</span>
+      ${said && html`<span class=${error ? "fault" : "fault warning"} title=${said} aria-label=${said}>${faults}</span>`}
+    </li>`;
   }
-}
-
-function item(id, name, category, selected, faulty, choose) {
-  const said = faulty && `${faulty} ${faulty === 1 ? "problem" : "problems"}`;
-  return html`<li id=${`item-${id}`} role="option" aria-selected=${selected} onClick=${choose}>
-    <span class="name">${name || "(no name)"}</span>
-    <span class="hint">${category}</span>
-    ${said && html`<span class="fault" title=${said} aria-label=${said}>${faulty}</span>`}
-  </li>`;
 }
