@@ -26,6 +26,7 @@ ROOMS = (
     "host/portable",
     "host/sources",
     "host/inventory",
+    "hostcheck",
     "setup/portable",
 )
 COPY = paths.BUILD / "mutation" / "copy"
@@ -83,9 +84,10 @@ class Mutant:
 
 
 def sources() -> list[str]:
-    """The files that may be changed."""
+    """The files that may be changed; what lies under "uefi" runs in firmware alone."""
     found = [path for room in ROOMS for path in (paths.CLONE / room).rglob("*.cpp")]
-    return sorted(str(path.relative_to(paths.CLONE)) for path in found)
+    names = [path.relative_to(paths.CLONE) for path in found]
+    return sorted(str(name) for name in names if "uefi" not in name.parts)
 
 
 def mutants_of(file: str, text: str) -> list[Mutant]:
