@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Writes what the minimal host embeds: a picture of a board, and an assembler file with picture and
-font. A host of your own has a photograph in place of the drawing.
+font. A host of your own has a photograph in place of the drawing, and, where it lies elsewhere, the
+folder of Boardscope in place of ROOT.
 """
 
 import argparse

@@ -39,10 +39,10 @@ def driver_commands() -> list[str]:
     return ["@echo -off", "fs0:", *loads, "connect -r"]
 
 
-def host_commands(language: str | None) -> list[str]:
+def host_commands(language: str | None, host: str = HOST) -> list[str]:
     """The shell commands after which the application can be started."""
     commands = [] if language is None else [set_language(language)]
-    return [*commands, f"load {HOST}"]
+    return [*commands, f"load {host}"]
 
 
 def setup_commands(language: str | None) -> list[str]:

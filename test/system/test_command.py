@@ -11,6 +11,7 @@ from types import ModuleType
 import pytest
 from PIL import Image, ImageChops
 
+from conftest import programs
 from support.boards import binary_of, find_board
 from support.failure import Failure
 
@@ -50,6 +51,28 @@ def test_it_leaves_a_picture_and_the_log(tmp_path: Path) -> None:
     assert "current resolution: 1024 768" in lines
     assert any('"Test board"' in line for line in lines)
     assert "User used APP for" in lines[-1]
+
+
+def test_it_shows_the_view_of_another_host(tmp_path: Path) -> None:
+    host = programs() / "MinimalHost.efi"
+    done = call(tmp_path, "--headless", "--resolution", "1024x768", "--host", host)
+    assert done.returncode == 0, done.stdout + done.stderr
+    log = (CLONE / "build" / "run" / "boardscope.log").read_text()
+    assert "[Host]" not in log
+    assert "current resolution: 1024 768" in log
+    with Image.open(CLONE / "build" / "run" / "screen.png") as picture:
+        # The board that files.py draws, where it lies at this size.
+        assert picture.convert("RGB").getpixel((400, 500)) == (26, 70, 52)
+
+
+def test_it_says_plainly_what_is_wrong_with_a_host(tmp_path: Path) -> None:
+    missing = call(tmp_path, "--headless", "--host", tmp_path / "none.efi")
+    assert missing.returncode == 1
+    assert "build your host first" in missing.stderr
+    host = programs() / "MinimalHost.efi"
+    both = call(tmp_path, "--headless", "--host", host, "--filter", "usb")
+    assert both.returncode == 1
+    assert "--host goes with neither" in both.stderr
 
 
 def test_it_says_plainly_what_is_wrong_with_a_board(tmp_path: Path) -> None:
