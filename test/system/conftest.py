@@ -11,6 +11,9 @@ import pytest
 CLONE = Path(__file__).resolve().parents[2]
 sys.path[:0] = [str(CLONE / "script"), str(CLONE / "test" / "system")]
 
+# The one that the native tests are built with.
+os.environ.setdefault("BOARDSCOPE_VIEW_PROGRAM", str(CLONE / "build" / "native" / "board-view"))
+
 from computer import Computer, boot
 from without_host import Refusal, start_without_host
 
