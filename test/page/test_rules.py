@@ -93,3 +93,16 @@ def test_rescaling_keeps_points_inside(page: Page) -> None:
         scaled = ask(page, "document.js", "m.rescale(a[0], a[1], a[2])", document, SIZE, size)
         points = [*scaled["components"][0]["outline"], scaled["components"][0]["marker"]]
         assert all(0 <= x < size[0] and 0 <= y < size[1] for x, y in points)
+
+
+@pytest.mark.parametrize("step", [[40, -17], [40, 17], [40, 0], [-40, -3]])
+def test_the_lines_of_a_row_do_not_cross(page: Page, step: list[int]) -> None:
+    first = component("DIMM_1", [800, 400]) | {"leader": [[800, 400], [1310, 400]]}
+    copies = ask(
+        page, "copies.js", "m.repeat(a[0], a[1], 3, a[2], a[3])[0].components",
+        {"components": [first]}, "DIMM_1", step, SIZE,
+    )  # fmt: skip
+    assert [one["name"] for one in copies] == ["DIMM_1", "DIMM_2", "DIMM_3", "DIMM_4"]
+    rows = [one["leader"][-1][1] for one in copies]
+    assert rows == sorted(rows, reverse=step[1] < 0)
+    assert min(abs(low - high) for high, low in zip(rows, rows[1:])) >= 26

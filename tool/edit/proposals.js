@@ -45,20 +45,20 @@ export function proposeMarker(outline) {
 /** The side of the callout that its column is reached at: callouts of the left column at "right". */
 const sideFor = ([x], [width]) => (x < width / 2 ? "right" : "left");
 
-/** A leader line from the dot to a free place in a column, the nearer one unless a side is given. */
-export function proposeCallout(document, marker, size, callout = sideFor(marker, size)) {
+/**
+ * A leader line from the dot to a free place in a column: the nearer one unless a side is given. It
+ * is looked for above and below, or one way first, so that the lines of a row do not cross.
+ */
+export function proposeCallout(document, marker, size, callout = sideFor(marker, size), way = 0) {
   const column = columnOf(document, callout, size);
   const spacing = spacingFor(size);
-  const inside = (y) => y >= spacing / 2 && y < size[1] - spacing / 2;
-  let y = marker[1];
-  for (let step = 0; step < size[1] / spacing; step++) {
-    const places = [marker[1] + step * spacing, marker[1] - step * spacing];
-    const free = places.find((place) => inside(place) && isFree(document, [column, place], size));
-    if (free !== undefined) {
-      y = free;
-      break;
-    }
-  }
+  const fits = (y) =>
+    y >= spacing / 2 && y < size[1] - spacing / 2 && isFree(document, [column, y], size);
+  const steps = Array.from({ length: Math.ceil(size[1] / spacing) }, (_, step) => step * spacing);
+  const ways = way
+    ? [...steps.map((step) => way * step), ...steps.map((step) => -way * step)]
+    : steps.flatMap((step) => [step, -step]);
+  const y = ways.map((step) => marker[1] + step).find(fits) ?? marker[1];
   return { leader: leaderTo(marker, [column, y], callout, size), callout };
 }
 
