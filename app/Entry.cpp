@@ -81,8 +81,8 @@ void RunView() {
 
 }  // namespace
 
-// Not guarded: the guard's value changes under it.
-__attribute__((no_stack_protector)) EFI_STATUS EFIAPI
+// Not guarded, nor part of a caller that is: the guard's value changes under it.
+__attribute__((no_stack_protector, noinline)) EFI_STATUS EFIAPI
 VeltBoardscopeAppEntryPoint(EFI_HANDLE, EFI_SYSTEM_TABLE *) {
   SeedStackGuard();
   gRun.ResultStatus = InitializeObvProtocol();

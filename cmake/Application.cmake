@@ -3,6 +3,7 @@
 boardscope_inf_sources(${PROJECT_SOURCE_DIR}/Boardscope.inf app_sources)
 # This machine's C library has these functions.
 list(REMOVE_ITEM app_sources ${PROJECT_SOURCE_DIR}/app/base/CLibrary.cpp)
+list(REMOVE_ITEM app_sources ${PROJECT_SOURCE_DIR}/app/base/CompilerCalls.cpp)
 
 add_library(boardscope_app STATIC ${app_sources} ${PROJECT_SOURCE_DIR}/cmake/edk2/Entry.c)
 target_include_directories(

@@ -9,7 +9,8 @@ execute_process(
 string(REPLACE "\n" ";" fetched "${fetched}")
 foreach(line IN LISTS fetched)
   string(REGEX MATCH "^([A-Z0-9_]+)=(.*)$" match "${line}")
-  set(${CMAKE_MATCH_1} "${CMAKE_MATCH_2}")
+  # Quoted as for a shell.
+  separate_arguments(${CMAKE_MATCH_1} UNIX_COMMAND "${CMAKE_MATCH_2}")
 endforeach()
 
 foreach(name EDK2_DIR LVGL_DIR FREETYPE_DIR)

@@ -1,40 +1,20 @@
 /** @file
-  The functions of the C library that LVGL, FreeType, lodepng and the compiler
-  itself call, on EDK2's base library. They keep no state.
+  The functions of the C library that LVGL, FreeType and lodepng call, on EDK2's
+  base library. They keep no state. Those that the compiler calls by itself are
+  in CompilerCalls.cpp.
 **/
 
 #include <stddef.h>
 
 #include "app/base/Firmware.h"
 
-// The compiler calls these by itself, after link-time optimisation has thrown
-// away what nobody seems to use; and it must not turn a loop inside one of them
-// into a call of that very function.
+// Link-time optimisation must not throw away what it names only later, and the
+// compiler must not turn a loop inside one of them into a call of that very
+// function.
 #define C_LIBRARY [[gnu::used, gnu::noinline]]
 #pragma GCC optimize("no-tree-loop-distribute-patterns")
 
 extern "C" {
-
-C_LIBRARY void *memset(void *destination, int value, size_t count) {
-  return SetMem(destination, count, static_cast<UINT8>(value));
-}
-
-/// The second entry point under which generated code may ask for memset.
-C_LIBRARY void *__memset(void *destination, int value, size_t count) {
-  return SetMem(destination, count, static_cast<UINT8>(value));
-}
-
-C_LIBRARY void *memcpy(void *destination, const void *source, size_t count) {
-  return CopyMem(destination, source, count);
-}
-
-C_LIBRARY void *memmove(void *destination, const void *source, size_t count) {
-  return CopyMem(destination, source, count);
-}
-
-C_LIBRARY int memcmp(const void *first, const void *second, size_t count) {
-  return static_cast<int>(CompareMem(first, second, count));
-}
 
 C_LIBRARY void *memchr(const void *memory, int value, size_t count) {
   return ScanMem8(memory, count, static_cast<UINT8>(value));

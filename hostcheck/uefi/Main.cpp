@@ -12,7 +12,7 @@ void Print(void * /*context*/, const CHAR8 *line) { AsciiPrint("%a\n", line); }
 }  // namespace
 
 // Not guarded: the guard's value changes under it.
-extern "C" __attribute__((no_stack_protector)) EFI_STATUS EFIAPI
+extern "C" __attribute__((no_stack_protector, noinline)) EFI_STATUS EFIAPI
 BoardscopeHostCheckEntryPoint(EFI_HANDLE, EFI_SYSTEM_TABLE *) {
   SeedStackGuard();
   EFI_STATUS status = hostcheck::CheckHost(&gReport);

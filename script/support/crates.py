@@ -50,6 +50,9 @@ CRATES = (
     ),
 )
 
+# Debian's plain cargo package is too old for today's registry protocol.
+CARGO_PACKAGE = "cargo-web"
+
 # What the two crates need only when they are compiled as Rust. Empty local packages stand in, so
 # that nothing but the two crates is downloaded, and whatever else changes in the registry, or
 # needs a newer cargo, does not matter.
@@ -62,14 +65,16 @@ STAND_INS = {
 }
 
 
-def fetch() -> None:
-    """Brings LVGL and FreeType into the cache, unless they are there or replaced."""
+def fetch(*, installing: bool) -> None:
+    """Brings LVGL and FreeType into the cache, unless they are there or replaced; `installing`
+    says whether the package of cargo may be installed for that."""
     for crate in CRATES:
         folder = paths.cache() / crate.target
         replaced = paths.override(crate.variable)
         if replaced is not None:
             check_replacement(crate, replaced)
         elif not is_current(folder, crate.stamp()):
+            _ensure_cargo(installing)
             put(folder, crate.stamp(), functools.partial(_make, crate))
             say(f"{crate.title} is ready")
 
@@ -85,10 +90,19 @@ def check_replacement(crate: Crate, folder: Path) -> None:
         )
 
 
+def _ensure_cargo(installing: bool) -> None:
+    if shutil.which("cargo") is not None:
+        return
+    if not installing:
+        raise Failure(
+            "cargo is missing, which downloads LVGL and FreeType. Install it (on Debian 12: "
+            f"apt-get install {CARGO_PACKAGE}) and run this again; or let LVGL_DIR and "
+            "FREETYPE_DIR name trees of LVGL 8.3.5 and FreeType 2.13.2 that you have."
+        )
+    packages.install_packages([CARGO_PACKAGE])
+
+
 def _make(crate: Crate, scratch: Path) -> Path:
-    if shutil.which("cargo") is None:
-        # Debian's plain cargo package is too old for today's registry protocol.
-        packages.install_packages(["cargo-web"])
     archive = _download(crate, scratch)
     verify(archive, crate.sha256)
     unpacked = scratch / "unpacked"

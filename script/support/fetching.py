@@ -3,11 +3,11 @@
 from collections.abc import Sequence
 
 from support import crates, edk2, npm, packages
-from support.linking import link_dependencies
+from support.linking import copy_dependencies, link_dependencies
 from support.storing import locked
 from support.venv import make_venv
 
-SOURCE_PURPOSES = {"build", "native", "view", "bench", "fuzz", "check"}
+SOURCE_PURPOSES = {"build", "clang", "native", "view", "bench", "fuzz", "check"}
 VENV_PURPOSES = SOURCE_PURPOSES | {"system", "page"}
 
 
@@ -15,9 +15,12 @@ def ensure(purposes: Sequence[str]) -> None:
     """Installs and fetches what the purposes need; quick and without network when all is there."""
     with locked():
         packages.install(purposes)
+        if "sources" in purposes:
+            crates.fetch(installing=False)
+            copy_dependencies()
         if SOURCE_PURPOSES & set(purposes):
             edk2.fetch()
-            crates.fetch()
+            crates.fetch(installing=True)
             link_dependencies()
         if "page" in purposes:
             npm.fetch()

@@ -5,6 +5,7 @@ import os
 import re
 import shutil
 import tempfile
+from collections.abc import Sequence
 from pathlib import Path
 
 from support import hardening, paths, stack_guard
@@ -13,15 +14,21 @@ from support.linking import link
 from support.running import run, say
 from support.storing import exclusive
 
-TOOLCHAIN = "GCC5"
-IMAGES = (
+WORKSPACE = paths.BUILD / "workspace"
+GCC = "GCC5"
+CLANG = "CLANGDWARF"
+SHIPPED = (
     "Boardscope",
     "ObvHost",
     "ObvDemoSensors",
     "MinimalHost",
+    "BoardscopeStart",
     "BoardscopeInventory",
     "BoardscopeHostCheck",
     "ObvSetup",
+)
+# What the tests run beside them; with GCC alone.
+FOR_TESTS = (
     "SystemProbe",
     "UsbMouseDxe",
     "UsbTabletDxe",
@@ -29,6 +36,7 @@ IMAGES = (
     "FirmwareContract",
     "FirmwareBench",
 )
+IMAGES = {GCC: SHIPPED + FOR_TESTS, CLANG: SHIPPED}
 
 # Who takes the tables first matters: the later ones use the earlier ones. This order is part of
 # what the application promises.
@@ -41,28 +49,36 @@ CONSTRUCTORS = (
 )
 
 
-def build(target: str) -> None:
-    """Builds everything in the DSC; target is DEBUG or RELEASE."""
-    with exclusive(paths.BUILD / "workspace", "is building the EFI files"):
-        _build(target)
+def build(target: str, toolchain: str = GCC) -> None:
+    """Builds everything in the DSC; target is DEBUG, RELEASE or NOOPT."""
+    with exclusive(WORKSPACE, "is building the EFI files"):
+        _build(target, toolchain)
 
 
-def _build(target: str) -> None:
+def _build(target: str, toolchain: str) -> None:
     make_workspace()
     embed_host_files()
     embed_minimal_host_files()
     generate_setup_files()
-    run_edk2(f"Building the EFI files ({target})", "Boardscope/Boardscope.dsc", target)
-    output = output_folder(target)
+    what = f"Building the EFI files ({target}, {toolchain})"
+    run_edk2(what, "Boardscope/Boardscope.dsc", target, toolchain)
+    output = output_folder(target, toolchain=toolchain)
     check_constructors(output)
     check_headers(output)
-    harden(output)
-    collect(output, target)
+    harden(output, IMAGES[toolchain])
+    collect(output, IMAGES[toolchain], images_folder(target, toolchain))
 
 
-def run_edk2(what: str, platform: str, target: str) -> None:
-    """EDK2's build of a platform, in the workspace, which must have been made."""
-    workspace = without_blanks(paths.BUILD / "workspace")
+def run_edk2(
+    what: str,
+    platform: str,
+    target: str,
+    toolchain: str = GCC,
+    workspace: Path = WORKSPACE,
+    switches: Sequence[str] = (),
+) -> None:
+    """EDK2's build of a platform, in a workspace that was made; switches are the platform's."""
+    workspace = without_blanks(workspace)
     edk2 = paths.edk2_dir()
     tools = edk2 / "BaseTools"
     environment = {
@@ -73,19 +89,24 @@ def run_edk2(what: str, platform: str, target: str) -> None:
         "PYTHON_COMMAND": "python3",
         "PATH": f"{tools / 'BinWrappers' / 'PosixLike'}:{os.environ['PATH']}",
     }
-    command = ["build", "-p", platform, "-a", "X64", "-t", TOOLCHAIN]
+    command = ["build", "-p", platform, "-a", "X64", "-t", toolchain]
     command += ["-b", target, "-n", str(os.cpu_count() or 1), "-s"]
+    command += [word for switch in switches for word in ("-D", switch)]
     run(what, command, cwd=workspace, environment=environment)
 
 
-def output_folder(target: str, platform: str = "Boardscope") -> Path:
+def output_folder(target: str, platform: str = "Boardscope", toolchain: str = GCC) -> Path:
     """Where EDK2 leaves the images of a target, and their symbols beside them."""
-    return paths.BUILD / "workspace" / "Build" / platform / f"{target}_{TOOLCHAIN}" / "X64"
+    return WORKSPACE / "Build" / platform / f"{target}_{toolchain}" / "X64"
 
 
-def make_workspace() -> Path:
+def images_folder(target: str, toolchain: str = GCC) -> Path:
+    """Where people look for the images of a target."""
+    return paths.BUILD / (target if toolchain == GCC else f"{target}-{toolchain}")
+
+
+def make_workspace(workspace: Path = WORKSPACE) -> Path:
     """The folder that EDK2 sees: the clone by the package's name, and the tools' settings."""
-    workspace = paths.BUILD / "workspace"
     conf = workspace / "Conf"
     conf.mkdir(parents=True, exist_ok=True)
     link(workspace / "Boardscope", paths.CLONE)
@@ -169,10 +190,10 @@ def check_headers(output: Path) -> None:
             )
 
 
-def harden(output: Path) -> None:
+def harden(output: Path, images: tuple[str, ...]) -> None:
     """Marks the images as NX compatible, and makes sure that firmware can protect their memory and
     that those which ship check their stack."""
-    for name in IMAGES:
+    for name in images:
         image = output / f"{name}.efi"
         hardening.mark(image)
         hardening.check(image)
@@ -180,12 +201,11 @@ def harden(output: Path) -> None:
         stack_guard.check(output / f"{name}.debug")
 
 
-def collect(output: Path, target: str) -> None:
+def collect(output: Path, images: tuple[str, ...], folder: Path) -> None:
     """Puts the images where people look for them."""
-    folder = paths.BUILD / target
     folder.mkdir(exist_ok=True)
-    for name in IMAGES:
+    for name in images:
         shutil.copy2(output / f"{name}.efi", folder / f"{name}.efi")
     size = (folder / "Boardscope.efi").stat().st_size
-    say(f"build/{target}: {', '.join(f'{name}.efi' for name in IMAGES)}")
-    say(f"build/{target}/Boardscope.efi has {size:,} bytes")
+    say(f"build/{folder.name}: {', '.join(f'{name}.efi' for name in images)}")
+    say(f"build/{folder.name}/Boardscope.efi has {size:,} bytes")

@@ -40,8 +40,12 @@ NATIVE = (
 
 PACKAGES: dict[str, tuple[str, ...]] = {
     "python": PYTHON,
+    # LVGL and FreeType for a platform's own build of the package, and nothing else.
+    "sources": (),
     # EFI files: the application, the reference host, the pointer drivers for tests.
     "build": (*FIRMWARE, *FONTS, *PYTHON),
+    # The same with the other compiler that EDK2 has.
+    "clang": (*FIRMWARE, *FONTS, *PYTHON, "clang", "lld", "llvm"),
     # The application on the development machine, against the fake firmware.
     "native": (*NATIVE, *FIRMWARE, *FONTS, *PYTHON),
     "view": (*VIEW, *FIRMWARE, *FONTS, *PYTHON),
@@ -84,6 +88,8 @@ def install(purposes: Iterable[str]) -> None:
 
 def install_packages(wanted: list[str]) -> None:
     """Installs the packages of a list that are missing."""
+    if not wanted:
+        return
     if shutil.which("dpkg-query") is None:
         raise Failure(
             "this machine has no dpkg, so packages can't be installed here. Use Debian 12 "

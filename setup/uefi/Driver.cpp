@@ -65,8 +65,8 @@ EFI_STATUS AddPages() {
 
 using namespace obv_setup;
 
-// Not guarded: the guard's value changes under it.
-extern "C" __attribute__((no_stack_protector)) EFI_STATUS EFIAPI
+// Not guarded, nor part of a caller that is: the guard's value changes under it.
+extern "C" __attribute__((no_stack_protector, noinline)) EFI_STATUS EFIAPI
 ObvSetupEntryPoint(EFI_HANDLE imageHandle, EFI_SYSTEM_TABLE *) {
   SeedStackGuard();
   if (AnotherSetupIsThere()) {

@@ -12,7 +12,11 @@ from support.failure import Failure
 
 VALUE = "   10:\tmov    0x200(%rip),%rax        # 400 <__stack_chk_guard>"
 CALL = "   20:\tcall   30 <__stack_chk_fail>"
-FUNCTIONS = ["_Z10KeypadReadP15_lv_indev_drv_t", "lv_draw_label", "TT_Load_Glyph.constprop.0"]
+FUNCTIONS = [
+    "_Z10KeypadReadP15_lv_indev_drv_t",
+    "lv_draw_label",
+    "TT_Load_Simple_Glyph.constprop.0",
+]
 
 
 def disassembly(guarded: list[str], value: str = VALUE) -> list[str]:
@@ -39,10 +43,18 @@ def test_library_without_guards_is_named(name: str, module: str) -> None:
 
 def test_value_where_firmware_has_none() -> None:
     lines = disassembly(FUNCTIONS, "   10:\tmov    %fs:0x28,%rax")
-    with pytest.raises(Failure, match="TT_Load_Glyph.* looks for the guard's value at %fs:0x28"):
+    with pytest.raises(
+        Failure, match="TT_Load_Simple_Glyph.* looks for the guard's value at %fs:0x28"
+    ):
         stack_guard.check_disassembly("Boardscope", lines)
 
 
 def test_data_that_reads_like_the_value_passes() -> None:
     lines = [*disassembly(FUNCTIONS), "0000000000000050 <kTable>:", "   50:\tmov    %fs:0x28,%rax"]
     stack_guard.check_disassembly("Boardscope", lines)
+
+
+def test_an_entry_point_that_the_new_value_would_trip_is_named() -> None:
+    lines = [*disassembly(FUNCTIONS), "0000000000000060 <_ModuleEntryPoint>:", VALUE, CALL]
+    with pytest.raises(Failure, match="_ModuleEntryPoint checks its stack, though the guard's"):
+        stack_guard.check_disassembly("Boardscope", lines)

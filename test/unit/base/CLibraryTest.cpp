@@ -19,6 +19,7 @@
 #define qsort TestedQsort
 #define longjmp TestedLongjmp
 #include "app/base/CLibrary.cpp"
+#include "app/base/CompilerCalls.cpp"
 #undef memset
 #undef __memset
 #undef memcpy
