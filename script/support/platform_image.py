@@ -70,29 +70,42 @@ def _embed() -> None:
 
 def _write_platform(folder: Path) -> None:
     """OVMF's own description, library and layout, with the page's lines in their places."""
-    ovmf = paths.edk2_dir() / "OvmfPkg"
-    folder.mkdir(exist_ok=True)
-    library = folder / _BOOT_MANAGER.name
-    shutil.copytree(paths.edk2_dir() / _BOOT_MANAGER, library, dirs_exist_ok=True)
+    edk2_dir = paths.edk2_dir()
+    library = _BOOT_MANAGER.name
     (option,) = [block for block in _blocks("c") if "PlatformRegisterFvBootOption" in block]
-    _edit(library / "BdsPlatform.c", {_SHELL_OPTION: f"  {option}\n{_SHELL_OPTION}"})
-    _edit(
-        library / "PlatformBootManagerLib.inf",
-        {
+    changes = {
+        "BdsPlatform.c": {_SHELL_OPTION: f"  {option}\n{_SHELL_OPTION}"},
+        f"{library}.inf": {
             "[Packages]\n": "[Packages]\n  Boardscope/Boardscope.dec\n",
             "[Guids]\n": "[Guids]\n  gBoardscopeStartFileGuid\n",
         },
-    )
-    dsc = (ovmf / "OvmfPkgX64.dsc").read_text()
-    dsc = dsc.replace("OvmfPkg/OvmfPkgX64.fdf", f"{_PLATFORM}/{_PLATFORM}.fdf")
-    dsc = dsc.replace(str(_BOOT_MANAGER), f"{_PLATFORM}/{_BOOT_MANAGER.name}")
-    (folder / f"{_PLATFORM}.dsc").write_text("\n".join([dsc, *_blocks("dsc")]))
-    layout = (ovmf / "OvmfPkgX64.fdf").read_text()
+    }
+    for file in (edk2_dir / _BOOT_MANAGER).iterdir():
+        content = _edited(file.name, file.read_text(), changes.get(file.name, {}))
+        _write(folder / library / file.name, content)
+    _write(folder / f"{_PLATFORM}.dsc", _description(edk2_dir / "OvmfPkg" / "OvmfPkgX64.dsc"))
+    _write(folder / f"{_PLATFORM}.fdf", _layout(edk2_dir / "OvmfPkg" / "OvmfPkgX64.fdf"))
+
+
+def _description(file: Path) -> str:
+    text = file.read_text().replace("OvmfPkg/OvmfPkgX64.fdf", f"{_PLATFORM}/{_PLATFORM}.fdf")
+    text = text.replace(str(_BOOT_MANAGER), f"{_PLATFORM}/{_BOOT_MANAGER.name}")
+    return "\n".join([text, *_blocks("dsc")])
+
+
+def _layout(file: Path) -> str:
     # Those beside it.
-    layout = re.sub(r"^!include (?=\w+\.fdf)", "!include OvmfPkg/", layout, flags=re.MULTILINE)
-    start = layout.index("\n[", layout.index(_VOLUME))
-    lines = "\n".join(_blocks("fdf"))
-    (folder / f"{_PLATFORM}.fdf").write_text(f"{layout[:start]}\n{lines}{layout[start:]}")
+    includes = re.compile(r"^!include (?=\w+\.fdf)", re.MULTILINE)
+    text = includes.sub("!include OvmfPkg/", file.read_text())
+    end = text.index("\n[", text.index(_VOLUME))
+    return "\n".join([text[:end], *_blocks("fdf"), text[end:]])
+
+
+def _write(file: Path, content: str) -> None:
+    """Leaves a file alone that has this content: EDK2 goes by the times of files."""
+    if not file.exists() or file.read_text() != content:
+        file.parent.mkdir(parents=True, exist_ok=True)
+        file.write_text(content)
 
 
 def _blocks(language: str) -> list[str]:
@@ -103,13 +116,12 @@ def _blocks(language: str) -> list[str]:
     return found
 
 
-def _edit(file: Path, changes: dict[str, str]) -> None:
-    text = file.read_text()
-    for old, new in changes.items():
+def _edited(name: str, text: str, edits: dict[str, str]) -> str:
+    for old, new in edits.items():
         if text.count(old) != 1:
-            raise Failure(f"{file.name} of OVMF is not as it was: where is {old!r}?")
+            raise Failure(f"{name} of OVMF is not as it was: where is {old!r}?")
         text = text.replace(old, new)
-    file.write_text(text)
+    return text
 
 
 def _collect(volumes: Path) -> None:
