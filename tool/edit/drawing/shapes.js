@@ -10,6 +10,8 @@ const SHOWN = 0.75;
 /** Of a callout's height and width. */
 const TEXT_HEIGHT = 0.64;
 const TEXT_WIDTH = 0.92;
+/** Of a capital letter, in sizes of its font. */
+const LETTER_WIDTH = 0.62;
 
 /** The size of a component's callout in pixels of the picture. */
 export function calloutSize(component, state) {
@@ -95,13 +97,13 @@ function draw(shape, component, state) {
   shape.callout.attr({ x: left, y: top, width: size[0], height: size[1] });
   const measured = state.measures?.get(component.name);
   shape.callout.node.classList.toggle("measured", Boolean(measured));
-  shape.text.plain(measured?.text ?? component.name);
+  const text = measured?.text ?? component.name;
+  shape.text.plain(text);
+  // To stretch it to the width that the view's own font has would cost each frame of a drag.
+  const fitting = (size[0] * TEXT_WIDTH) / Math.max(text.length * LETTER_WIDTH, 1);
   shape.text.attr({
     x: left + size[0] / 2,
     y: top + size[1] / 2,
-    "font-size": size[1] * TEXT_HEIGHT,
-    // As wide as the view's own font makes it.
-    textLength: measured ? size[0] * TEXT_WIDTH : null,
-    lengthAdjust: "spacingAndGlyphs",
+    "font-size": Math.min(size[1] * TEXT_HEIGHT, fitting),
   });
 }
