@@ -13,11 +13,17 @@ from pathlib import Path
 HERE = Path(__file__).resolve().parent
 sys.path[:0] = [str(HERE), str(HERE.parent / "tool")]
 
-from boardtool.building import DESCRIPTION, build_board
-from boardtool.picture import PictureError
-from boardtool.problems import BoardError
-from boardtool.reading import read_board
-from fallback_font import TEXTS, FontError, characters, cut
+try:
+    from boardtool.building import DESCRIPTION, build_board
+    from boardtool.picture import PictureError
+    from boardtool.problems import BoardError
+    from boardtool.reading import read_board
+    from fallback_font import TEXTS, FontError, characters, cut
+except ModuleNotFoundError as missing:
+    sys.exit(
+        f"{sys.executable} has no module {missing.name}. It needs fontTools, Pillow and PyYAML: "
+        "docs/firmware.md says where they come from."
+    )
 
 FACES = 3
 FALLBACK_FACE = 1

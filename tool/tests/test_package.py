@@ -2,6 +2,7 @@
 
 import re
 import subprocess
+import sys
 from pathlib import Path
 
 CLONE = Path(__file__).resolve().parents[2]
@@ -34,3 +35,12 @@ def test_the_minimal_host_takes_the_contract_alone() -> None:
     ours = [name for name in included if (CLONE / "include" / name).exists()]
     assert ours == ["Protocol/ObvProtocol.h"]
     assert len(source.splitlines()) < 300
+
+
+def test_a_python_without_the_libraries_is_told_what_it_lacks() -> None:
+    bare = [sys.executable, "-S", CLONE / "host" / "embed.py", "--help"]
+    done = subprocess.run(bare, capture_output=True, text=True)
+    assert done.returncode == 1
+    assert "has no module" in done.stderr
+    assert "docs/firmware.md" in done.stderr
+    assert "Traceback" not in done.stderr
