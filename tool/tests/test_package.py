@@ -38,7 +38,7 @@ def test_the_minimal_host_takes_the_contract_alone() -> None:
 
 
 def test_a_python_without_the_libraries_is_told_what_it_lacks() -> None:
-    bare = [sys.executable, "-S", CLONE / "host" / "embed.py", "--help"]
+    bare: list[str | Path] = [sys.executable, "-S", CLONE / "host" / "embed.py", "--help"]
     done = subprocess.run(bare, capture_output=True, text=True)
     assert done.returncode == 1
     assert "has no module" in done.stderr
