@@ -146,7 +146,7 @@ def test_it_says_plainly_that_the_view_did_not_come_up(
     command = load_command()
     monkeypatch.setattr(command, "FOLDER", tmp_path)
     monkeypatch.setattr(command.firmware, "build", lambda target: None)
-    monkeypatch.setattr(command, "host_commands", lambda language: [])
+    monkeypatch.setattr(command, "host_commands", lambda language, host: [])
     monkeypatch.setattr(sys, "argv", ["run", "--headless"])
     with pytest.raises(Failure) as caught:
         command.main()
