@@ -159,6 +159,8 @@ def test_two_sticks(computer: Computer, make: Make) -> None:
         time.sleep(SEEN_BY_THE_FIRMWARE)
         with plugged_in(computer.machine, second), computer.visit(SIZE) as visit:
             shown = visit.open()
+            # The firmware may not have looked at the second stick's port before.
+            time.sleep(SEEN_BY_THE_FIRMWARE)
             log = Log(visit)
             open_box(visit, shown)
             log.expect(*buttons)
@@ -179,6 +181,8 @@ def test_sticks_that_cannot_be_written(computer: Computer, make: Make) -> None:
         time.sleep(SEEN_BY_THE_FIRMWARE)
         with plugged_in(computer.machine, full), computer.visit(SIZE) as visit:
             shown = visit.open()
+            # The firmware may not have looked at the second stick's port before.
+            time.sleep(SEEN_BY_THE_FIRMWARE)
             log = Log(visit)
             boxes = []
             for number, failure in enumerate(("1183 Write Protected", "1209 Volume Full")):
